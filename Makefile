@@ -1,0 +1,38 @@
+# demo and test are all that a newcomer needs; both install what is missing first.
+BUILD ?= release
+SOURCES = $(shell git ls-files '*.h' '*.c' '*.cpp')
+
+.PHONY: demo test bench build windows format lint clean setup configure
+
+demo: configure
+	cmake --build --preset $(BUILD) --target telvo telvo-camera
+	scripts/demo.sh build/$(BUILD)
+
+test: setup
+	scripts/test.sh
+
+bench: build
+	scripts/bench.sh build/$(BUILD)
+
+build: configure
+	cmake --build --preset $(BUILD)
+
+configure: setup
+	cmake --preset $(BUILD) >build/configure-$(BUILD).log || { cat build/configure-$(BUILD).log; false; }
+
+windows: setup
+	cmake --preset windows
+	cmake --build --preset windows
+
+format:
+	clang-format -i $(SOURCES)
+
+lint: build
+	clang-format --dry-run --Werror $(SOURCES)
+	run-clang-tidy -quiet -p build/$(BUILD) '^$(CURDIR)/(src|gige|platform|camera|tools|tests|bench)/'
+
+clean:
+	rm -rf build
+
+setup:
+	@scripts/setup.sh

@@ -1,0 +1,243 @@
+#ifndef TELVO_CAMERA_FEATURETABLE_H
+#define TELVO_CAMERA_FEATURETABLE_H
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string_view>
+
+namespace camera
+{
+
+/** Every feature, in the order of the table. */
+enum class FeatureId : std::uint16_t {
+    DeviceVendorName,
+    DeviceModelName,
+    DeviceManufacturerInfo,
+    DeviceVersion,
+    DeviceID,
+    DeviceUserID,
+    FirmwareVersionBootloader,
+    FirmwareVersionController,
+    FirmwareVersionFPGA,
+    Temperature,
+    SensorWidth,
+    SensorHeight,
+    MultisequenceAvailable,
+    ImageVANTOAvailable,
+    AckEnable,
+    Data00,
+    Data01,
+    Data02,
+    Data03,
+    WidthMax,
+    HeightMax,
+    Width,
+    Height,
+    OffsetX,
+    OffsetY,
+    DecimationXY,
+    PixelFormat,
+    AcquisitionMode,
+    AcquisitionSource,
+    AcquisitionStart,
+    AcquisitionStop,
+    CameraState,
+    AcquisitionFrameRateRaw,
+    ExposureTimeRaw,
+    MultipleSlopeMode,
+    MultipleSlopeDualRaw,
+    MultipleSlopeTripleRaw,
+    GainRaw,
+    BlackLevelRaw,
+    ExtTriggerEnable,
+    ExtTriggerPolarity,
+    SyncInEnable,
+    SyncInPolarity,
+    SyncOutSelect,
+    SyncARMPolarity,
+    IBEnable,
+    IBWindowVisible,
+    IBOffsetX,
+    IBOffsetY,
+    IBWidth,
+    IBHeight,
+    IBThreshold,
+    IBReleaseCondition,
+    RecordStart,
+    RecordStop,
+    RecordMode,
+    RecordNumberOfSequences,
+    RecordTrailer,
+    RecordStandby,
+    RecordBurstCnt,
+    RecordWhileTriggerActive,
+    RecordTrailerRecordingActive,
+    RecordCurrentSequenceNumber,
+    RecordMaxFramesPerSequence,
+    RecordNumberOfFrames,
+    RecordNumberOfFramesPerSequence,
+    RecordLastRecWidth,
+    RecordLastRecHeight,
+    RecordCameraBufferSize,
+    RecordStartAtPowerOn,
+    IRIGBAvailable,
+    IRIGBEnable,
+    FlashCardAvailable,
+    FlashCardWrite,
+    FlashCardWriteStop,
+    FlashCardWriteAfterRecordEnable,
+    StreamGetInfoFrame,
+    StreamSingleFrame,
+    StreamSequenceSelector,
+    StreamStartNumber,
+    StreamEndNumber,
+    StreamSequenceStart,
+    UserSetSelector,
+    UserSetDefaultSelector,
+    UserSetLoad,
+    UserSetSave,
+    InternalDataRate,
+    PayloadSize,
+    TLParamsLocked,
+    GevCCP,
+    GevHeartbeatTimeout,
+    GevTimestampTickFrequency,
+    GevCurrentIPAddress,
+    GevSCPHostPort,
+    GevSCPSPacketSize,
+    GevSCPD,
+    GevSCDA,
+    SerialPort0TransmitBuffer,
+    SerialPort0TransmitLength,
+    SerialPort0ReceiveLength,
+    SerialPort0ReceiveBuffer,
+    SerialPort0ReceiveConsume,
+    SerialPort0ReceiveFlush,
+    Count,
+};
+
+inline constexpr std::size_t kFeatureCount = static_cast<std::size_t>(FeatureId::Count);
+
+enum class FeatureKind : std::uint8_t { Integer, Enumeration, Boolean, Command, String, Register };
+enum class Access : std::uint8_t { ReadOnly, ReadWrite, WriteOnly };
+enum class Visibility : std::uint8_t { Beginner, Expert, Guru, Invisible };
+enum class Representation : std::uint8_t { Linear, PureNumber, HexNumber, Ip4Address };
+
+enum class Category : std::uint8_t {
+    DeviceControl,
+    ImageFormatControl,
+    AcquisitionControl,
+    AnalogControl,
+    TriggerControl,
+    RecordControl,
+    PlaybackControl,
+    UserSetControl,
+    TransportLayerControl,
+    SerialPortControl,
+    Count,
+};
+
+struct EnumEntry {
+    std::string_view name;
+    std::int64_t value;
+};
+
+/** Inclusive. A value is valid when (value - minimum) is a multiple of the increment. */
+struct Limits {
+    std::int64_t minimum = 0;
+    std::int64_t maximum = 0;
+    std::int64_t increment = 1;
+
+    [[nodiscard]] constexpr bool hold(std::int64_t value) const
+    {
+        return value >= minimum && value <= maximum && (value - minimum) % increment == 0;
+    }
+    bool operator==(const Limits&) const = default;
+};
+
+/** Optional hardware and firmware: a camera without it does not have the features behind it. */
+enum class Option : std::uint8_t { None, Multisequence, FlashCard, IrigB, RecordAtPowerOn };
+
+/**
+ * One row of the camera's table: what the description tells a host of the feature, and where its
+ * register lies. What the camera does with it stands in Device.
+ */
+struct Feature {
+    FeatureId id{};
+    std::string_view name{};
+    FeatureKind kind = FeatureKind::Integer;
+    Access access = Access::ReadWrite;
+    Category category = Category::DeviceControl;
+    Visibility visibility = Visibility::Beginner;
+    Representation representation = Representation::Linear;
+    Limits limits{};
+    std::int64_t initial = 0;
+    std::span<const EnumEntry> entries{};
+    std::string_view unit{};
+    std::string_view tooltip{};
+    std::uint32_t address = 0; ///< 0: one of the camera's own registers, see registerOf()
+    std::uint32_t length = 4;  ///< bytes
+    bool lowHalf = false;      ///< only the low 16 bits of the register
+    bool constant = false;     ///< never changes while the camera runs
+    bool movingLimits = false; ///< the maximum depends on other features
+    bool locked = false;       ///< not writable while images are being taken
+    bool saved = false;        ///< part of a user set
+    Option needs = Option::None;
+};
+
+// Address space of the camera's own registers.
+inline constexpr std::uint32_t kFeatureRegisters = 0x00010000;      ///< 4 bytes each
+inline constexpr std::uint32_t kMaximumRegisters = 0x00020000;      ///< 4 bytes each
+inline constexpr std::uint32_t kAvailabilityRegisters = 0x00030000; ///< 4 bytes each, 0 or 1
+inline constexpr std::uint32_t kImagingRegister = 0x0003F000;       ///< 1: images are being taken
+inline constexpr std::uint32_t kTransmitBuffer = 0x00040000;
+inline constexpr std::uint32_t kReceiveBuffer = 0x00041000;
+inline constexpr std::uint32_t kDestinationText = 0x00050000; ///< stream destination as text
+inline constexpr std::uint32_t kDescriptionFile = 0x00100000;
+
+inline constexpr std::uint32_t kSerialBufferLength = 256;   ///< bytes, both directions
+inline constexpr std::uint32_t kDestinationTextLength = 16; ///< bytes
+
+/** The whole table; feature i stands at index i. */
+[[nodiscard]] std::span<const Feature, kFeatureCount> featureTable();
+
+[[nodiscard]] const Feature& featureOf(FeatureId id);
+
+[[nodiscard]] std::optional<FeatureId> findFeature(std::string_view name);
+
+[[nodiscard]] std::string_view categoryName(Category category);
+
+/** Address of a feature's value. */
+[[nodiscard]] std::uint32_t registerOf(const Feature& feature);
+
+[[nodiscard]] constexpr std::uint32_t maximumRegisterOf(FeatureId id)
+{
+    return kMaximumRegisters + 4 * static_cast<std::uint32_t>(id);
+}
+[[nodiscard]] constexpr std::uint32_t availabilityRegisterOf(FeatureId id)
+{
+    return kAvailabilityRegisters + 4 * static_cast<std::uint32_t>(id);
+}
+
+// Entries that the camera's own code compares with.
+inline constexpr std::int64_t kSourceLive = 0;
+inline constexpr std::int64_t kSourceMemory = 1;
+inline constexpr std::int64_t kModeContinuous = 0;
+inline constexpr std::int64_t kModeSingleFrame = 1;
+inline constexpr std::int64_t kRecordSingle = 0;
+inline constexpr std::int64_t kRecordContinuous = 1;
+inline constexpr std::int64_t kStateIdle = 0;
+inline constexpr std::int64_t kStateLive = 1;
+inline constexpr std::int64_t kStateRecording = 2;
+inline constexpr std::int64_t kStateFlashWrite = 3;
+inline constexpr std::int64_t kUserSetDefault = 0;
+inline constexpr std::int64_t kUserSet1 = 1;
+inline constexpr std::int64_t kBrighter = 0; ///< "IBReleaseCondition"
+inline constexpr std::int64_t kDarker = 1;
+
+inline constexpr std::int64_t kSlowestDataRate = 15; ///< "InternalDataRate"
+
+} // namespace camera
+
+#endif

@@ -1,0 +1,232 @@
+#include "Streamer.h"
+
+#include "PacketArithmetic.h"
+
+#include <algorithm>
+#include <array>
+#include <thread>
+#include <utility>
+
+namespace camera
+{
+
+using namespace gige::wire;
+using gige::net::PacketSlices;
+
+namespace
+{
+
+constexpr std::chrono::milliseconds kPatience{5};      // until resend requests are looked at again
+constexpr std::chrono::milliseconds kLongestPause{20}; // between looks at the stop flag
+constexpr std::size_t kBlocksKept = 256;               // for resends
+constexpr std::size_t kMostResends = 4096;             // requests that wait
+constexpr std::size_t kFreeBatch = 1024;               // packets between looks at resend requests
+// Below this a sleep takes longer than it should.
+constexpr std::chrono::microseconds kShortestSleep{60};
+
+std::size_t bytesOf(std::span<const PacketSlices> packets)
+{
+    std::size_t bytes = 0;
+    for (const PacketSlices& packet : packets) {
+        bytes += packet.size() + kIpUdpHeaderSize;
+    }
+    return bytes;
+}
+
+} // namespace
+
+Streamer::Streamer(gige::net::UdpSocket& socket, Device& device, Faults& faults, CameraLog& log)
+    : mSocket(socket), mDevice(device), mFaults(faults), mLog(log), mSender(socket)
+{
+}
+
+void Streamer::run()
+{
+    while (!mStop) {
+        serveResends();
+        if (auto order = mDevice.nextBlock(kPatience)) {
+            sendBlock(std::move(*order));
+        }
+    }
+}
+
+void Streamer::stop()
+{
+    mStop = true;
+    mDevice.wake();
+}
+
+std::span<const std::uint8_t> Streamer::BlockMaker::make(const StreamOrder& order)
+{
+    if (order.info) {
+        mInfo.assign(std::size_t{order.view.width} * order.view.height, 0);
+        std::copy_n(order.info->begin(), std::min(mInfo.size(), order.info->size()), mInfo.begin());
+        return mInfo;
+    }
+    if (!mRenderer || mRenderer->view() != order.view) {
+        mRenderer.emplace(order.view);
+    }
+    return mRenderer->render(order.stamp);
+}
+
+void Streamer::sendBlock(StreamOrder order)
+{
+    const std::optional<FrameFault> fault = mFaults.onFrame(order.position);
+    const auto is = [&fault](FrameFaultKind kind) { return fault && fault->kind == kind; };
+    if (is(FrameFaultKind::Lose)) {
+        return;
+    }
+    if (is(FrameFaultKind::JumpCounter)) {
+        order.stamp.number += fault->amount;
+    }
+    remember(order);
+    mPackets.make(order, mMaker.make(order));
+    mPacer.set(order.channel.delay, order.bytesPerSecond);
+    if (is(FrameFaultKind::StopMiddle) || is(FrameFaultKind::Silence)) {
+        const std::size_t count = std::min<std::size_t>(fault->amount, mPackets.last());
+        sendPackets(order, mPackets.all().first(count));
+        pause(fault->pause);
+    } else if (mFaults.disturbsPackets()) {
+        sendDisturbed(order);
+    } else {
+        sendPackets(order, mPackets.all());
+    }
+    ++mLog.blocks;
+    if (is(FrameFaultKind::Repeat)) {
+        order.blockId = mDevice.takeBlockId();
+        remember(order);
+        mPackets.make(order, mMaker.make(order));
+        sendPackets(order, mPackets.all());
+        ++mLog.blocks;
+    }
+}
+
+void Streamer::sendPackets(const StreamOrder& order, std::span<const PacketSlices> packets)
+{
+    const std::size_t batchSize =
+        mPacer.isFree() ? kFreeBatch : mPacer.batchPackets(order.channel.packetSize);
+    while (!packets.empty() && !mStop && !mFaults.isSilent()) {
+        const auto batch = packets.first(std::min(batchSize, packets.size()));
+        if (!mPacer.isFree()) {
+            const auto now = Pacer::Clock::now();
+            pause(mPacer.book(now, batch.size(), bytesOf(batch)) - now);
+        }
+        mLog.packets += mSender.send(order.channel.destination, batch);
+        mLog.bytes += bytesOf(batch) - batch.size() * kIpUdpHeaderSize;
+        packets = packets.subspan(batch.size());
+        serveResends();
+    }
+}
+
+void Streamer::sendDisturbed(const StreamOrder& order)
+{
+    mFaults.packetSteps(mPackets.last(), mSteps);
+    const auto packets = mPackets.all();
+    std::size_t next = 0;
+    while (next < mSteps.size() && !mStop) {
+        pause(mSteps[next].pauseBefore);
+        // As many as follow each other undisturbed go together.
+        const std::uint32_t first = mSteps[next].packetId;
+        std::size_t count = 1;
+        while (next + count < mSteps.size() && mSteps[next + count].packetId == first + count &&
+               mSteps[next + count].pauseBefore.count() == 0) {
+            ++count;
+        }
+        sendPackets(order, packets.subspan(first, count));
+        next += count;
+    }
+}
+
+void Streamer::pause(std::chrono::nanoseconds time)
+{
+    if (time < kShortestSleep) {
+        return;
+    }
+    const auto end = Pacer::Clock::now() + time;
+    while (!mStop && Pacer::Clock::now() < end) {
+        std::this_thread::sleep_until(std::min(end, Pacer::Clock::now() + kLongestPause));
+    }
+}
+
+void Streamer::sendTestPacket(const StreamChannel& channel)
+{
+    if (!channel.isOpen()) {
+        return;
+    }
+    std::vector<std::uint8_t> packet(channel.packetSize - kIpUdpHeaderSize);
+    encode(GvspHeader{.extendedIds = channel.extendedIds}, packet);
+    ++mLog.testPackets;
+    mSocket.setDontFragment(channel.dontFragment);
+    static_cast<void>(mSocket.send(packet, channel.destination)); // too large shows at the host
+}
+
+void Streamer::remember(const StreamOrder& order)
+{
+    mSent.push_back(order);
+    if (mSent.size() > kBlocksKept) {
+        mSent.pop_front();
+    }
+}
+
+void Streamer::resend(const PacketResend& request)
+{
+    const std::scoped_lock lock(mLock);
+    if (mResends.size() < kMostResends) {
+        mResends.push_back(request);
+        mHasResends = true;
+    }
+}
+
+void Streamer::serveResends()
+{
+    if (!mHasResends) {
+        return;
+    }
+    std::vector<PacketResend> requests;
+    {
+        const std::scoped_lock lock(mLock);
+        requests.swap(mResends);
+        mHasResends = false;
+    }
+    for (const PacketResend& request : requests) {
+        serve(request);
+    }
+}
+
+void Streamer::serve(const PacketResend& request)
+{
+    const auto sent =
+        std::ranges::find(mSent.rbegin(), mSent.rend(), request.blockId, &StreamOrder::blockId);
+    if (sent == mSent.rend() || request.channel != 0) {
+        refuse(request);
+        return;
+    }
+    mResendPackets.make(*sent, mResendMaker.make(*sent));
+    const std::uint32_t last = std::min(request.lastPacket, mResendPackets.last());
+    for (std::uint32_t id = request.firstPacket; id <= last && !mFaults.isSilent(); ++id) {
+        if (!mFaults.losesResend()) {
+            mResendPackets.markResent(id);
+            const auto packet = mResendPackets.all().subspan(id, 1);
+            const std::size_t count = mSender.send(sent->channel.destination, packet);
+            mLog.packets += count;
+            mLog.resentPackets += count;
+        }
+    }
+}
+
+void Streamer::refuse(const PacketResend& request)
+{
+    const StreamChannel channel = mDevice.channel();
+    if (!channel.isOpen() || mFaults.isSilent()) {
+        return;
+    }
+    std::array<std::uint8_t, kGvspExtendedHeaderSize> packet{};
+    const GvspHeader header{.status = GvcpStatus::PacketUnavailable,
+                            .blockId = request.blockId,
+                            .extendedIds = request.extendedIds,
+                            .packetId = request.firstPacket};
+    const std::size_t size = encode(header, packet);
+    static_cast<void>(mSocket.send(std::span(packet).first(size), channel.destination));
+}
+
+} // namespace camera

@@ -1,0 +1,85 @@
+#ifndef TELVO_CAMERA_STREAMER_H
+#define TELVO_CAMERA_STREAMER_H
+
+#include "BatchSender.h"
+#include "BlockPackets.h"
+#include "CameraLog.h"
+#include "Device.h"
+#include "FrameRenderer.h"
+#include "GvcpPayloads.h"
+#include "Pacer.h"
+#include "UdpSocket.h"
+
+#include <atomic>
+#include <deque>
+#include <mutex>
+#include <optional>
+#include <vector>
+
+namespace camera
+{
+
+/**
+ * Sends what the device has to send, packet by packet, and sends packets again on request. A block
+ * is made anew for a resend, so nothing but its order is kept. run() is the stream thread's; the
+ * other operations are thread-safe.
+ */
+class Streamer
+{
+  public:
+    /** socket, device, faults and log are borrowed for the streamer's life. */
+    Streamer(gige::net::UdpSocket& socket, Device& device, Faults& faults, CameraLog& log);
+
+    /** Sends until stop() is called. */
+    void run();
+    void stop();
+
+    void resend(const gige::wire::PacketResend& request);
+    /** One datagram of exactly the channel's packet size. */
+    void sendTestPacket(const StreamChannel& channel);
+
+  private:
+    /** Makes a block's bytes; keeps the background of the last view. */
+    class BlockMaker
+    {
+      public:
+        std::span<const std::uint8_t> make(const StreamOrder& order);
+
+      private:
+        std::optional<FrameRenderer> mRenderer;
+        std::vector<std::uint8_t> mInfo;
+    };
+
+    void sendBlock(StreamOrder order);
+    void sendPackets(const StreamOrder& order, std::span<const gige::net::PacketSlices> packets);
+    void sendDisturbed(const StreamOrder& order);
+    void pause(std::chrono::nanoseconds time);
+    void remember(const StreamOrder& order);
+    void serveResends();
+    void serve(const gige::wire::PacketResend& request);
+    void refuse(const gige::wire::PacketResend& request);
+
+    gige::net::UdpSocket& mSocket;
+    Device& mDevice;
+    Faults& mFaults;
+    CameraLog& mLog;
+    std::atomic<bool> mStop{false};
+
+    // The stream thread's own.
+    gige::net::BatchSender mSender;
+    Pacer mPacer;
+    BlockMaker mMaker;
+    BlockMaker mResendMaker;
+    BlockPackets mPackets;
+    BlockPackets mResendPackets;
+    std::vector<PacketStep> mSteps;
+    std::deque<StreamOrder> mSent; // newest last
+
+    std::mutex mLock; // guards mResends
+    std::vector<gige::wire::PacketResend> mResends;
+    std::atomic<bool> mHasResends{false};
+};
+
+} // namespace camera
+
+#endif

@@ -1,0 +1,225 @@
+#include "CommandLine.h"
+
+#include "FaultText.h"
+
+#include <CLI/CLI.hpp>
+
+#include <stdexcept>
+
+namespace camera
+{
+namespace
+{
+
+constexpr int kUsageError = 2;
+
+using Texts = std::vector<std::string>;
+
+/** What CLI11 collects as text and the camera wants as something better. */
+struct RawTexts {
+    std::string sensor;
+    Texts settings;
+    Texts missing;
+    Texts unavailable;
+    Texts packetFaults;
+    Texts frameFaults;
+    Texts accessFaults;
+    std::uint32_t triggerEvery = 0;
+    std::uint32_t silentAfter = 0;
+    std::uint32_t silentFor = 0;
+    std::uint32_t flashBusy = 0;
+};
+
+std::string modelList()
+{
+    std::string list;
+    for (const CameraModel& model : knownModels()) {
+        list += (list.empty() ? "" : ", ") + std::string(model.name);
+    }
+    return list;
+}
+
+void addIdentity(CLI::App& app, CommandLine& line, RawTexts& raw)
+{
+    CameraOptions& camera = line.camera;
+    app.add_option("--address", line.addresses,
+                   "IPv4 address to listen on; repeat it for several cameras")
+        ->default_str("127.0.0.11");
+    app.add_option("--mac", camera.mac, "MAC address (default: from the address)");
+    app.add_option("--model", camera.model,
+                   "Model name, any text; sensor and limits are known for: " + modelList())
+        ->capture_default_str();
+    app.add_option("--sensor", raw.sensor, "Sensor size WIDTHxHEIGHT instead of the model's");
+    app.add_flag("--colour", camera.colour, "Bayer sensor; starts with BayerRG8");
+    app.add_option("--serial", camera.serial, "Serial number (default: from the address)");
+    app.add_option("--name", camera.userName, "User-defined name, at most 16 characters")
+        ->capture_default_str();
+    app.add_option("--description", camera.description,
+                   "How the feature description is sent: xml, zip or deflate")
+        ->transform(CLI::CheckedTransformer(
+            std::map<std::string, DescriptionForm>{{"xml", DescriptionForm::Xml},
+                                                   {"zip", DescriptionForm::StoredZip},
+                                                   {"deflate", DescriptionForm::DeflatedZip}}))
+        ->option_text("FORM=xml");
+}
+
+void addMemory(CLI::App& app, CommandLine& line, RawTexts& raw)
+{
+    CameraOptions& camera = line.camera;
+    app.add_option("--memory", camera.memoryBytes, "Recording memory, such as 512MB or 4GB")
+        ->transform(CLI::AsSizeValue(false))
+        ->option_text("SIZE=1GB");
+    app.add_option("--state-file", camera.stateFile,
+                   "Keeps user sets, name and data words over restarts");
+    app.add_flag("--user-sets-prepared", camera.userSetsPrepared,
+                 "UserSet1 is saved, selected and the default");
+    app.add_option("--set", raw.settings, "NAME=VALUE: a feature's value at power-on");
+    app.add_flag("--record-at-power-on", camera.recordAtPowerOn, "Records from the start");
+    app.add_flag_callback(
+        "--no-multisequence", [&camera] { camera.multisequence = false; },
+        "The memory is one sequence");
+    app.add_flag_callback(
+        "--no-flash-card", [&camera] { camera.flashCard = false; }, "Without a flash card");
+    app.add_flag_callback(
+        "--no-irig-b", [&camera] { camera.irigB = false; }, "Without the time code input");
+    app.add_option("--flash-rate", camera.flashBytesPerSecond, "Flash card, bytes a second")
+        ->transform(CLI::AsSizeValue(false))
+        ->check(CLI::PositiveNumber)
+        ->option_text("SIZE=200MB");
+    app.add_option("--flash-busy", raw.flashBusy, "Writes its flash card for so many ms at start");
+    app.add_flag("--unpaced", camera.unpaced, "Sends as fast as it can");
+    app.add_option("--trigger-every", raw.triggerEvery,
+                   "A pulse on the trigger input every so many ms");
+    app.add_flag("--commands", line.readCommands,
+                 "Reads from standard input, line by line: trigger, high, low, silent, talk, "
+                 "lose RATE, quit");
+}
+
+void addFaults(CLI::App& app, CommandLine& line, RawTexts& raw)
+{
+    constexpr const char* kGroup = "Faults";
+    const auto rate = [&app, kGroup](const char* name, double& target, const char* text) {
+        app.add_option(name, target, text)
+            ->check(CLI::Range(0.0, 1.0))
+            ->option_text("RATE")
+            ->group(kGroup);
+    };
+    rate("--lose", line.rates.lose, "Share of stream packets that are lost, 0 to 1");
+    rate("--repeat", line.rates.repeat, "Share that is sent twice");
+    rate("--reorder", line.rates.reorder, "Share that comes up to 4 places later");
+    rate("--delay", line.rates.delay, "Share that comes 2 ms late");
+    rate("--lose-frames", line.frameLoss, "Share of whole frames that are lost");
+    app.add_option("--fault-packet", raw.packetFaults, "lose|repeat|reorder|delay:PACKET[:BLOCKS]")
+        ->group(kGroup);
+    app.add_option("--fault-frame", raw.frameFaults,
+                   "lose|repeat|jump|stop|silence:POSITION[:AMOUNT[:MS[:TIMES]]]")
+        ->group(kGroup);
+    app.add_option("--fault-access", raw.accessFaults,
+                   "reject:FEATURE[:STATUS[:TIMES]], delay|late:FEATURE:MS[:TIMES], "
+                   "corrupt:FEATURE:VALUE[:TIMES], drop|double:FEATURE[:TIMES]")
+        ->group(kGroup);
+    app.add_option("--missing", raw.missing, "A feature that the camera lacks")->group(kGroup);
+    app.add_option("--unavailable", raw.unavailable, "A feature that is not available")
+        ->group(kGroup);
+    app.add_option("--serial-limit", line.serialLimit,
+                   "Bytes that the serial line takes of one write")
+        ->group(kGroup);
+    app.add_option("--clamp-packet-size", line.packetSizeLimit,
+                   "Greatest stream packet size, bytes")
+        ->group(kGroup);
+    app.add_flag("--ignore-test-packets", line.ignoreTestPackets, "Sends no test packet")
+        ->group(kGroup);
+    app.add_flag("--ordered-range", line.orderedRange,
+                 "StreamStartNumber must never be above StreamEndNumber")
+        ->group(kGroup);
+    app.add_option("--silent-after", raw.silentAfter, "Falls silent after so many ms (link loss)")
+        ->group(kGroup);
+    app.add_option("--silent-for", raw.silentFor, "and comes back after so many ms")->group(kGroup);
+}
+
+SensorSize parseSensor(const std::string& text)
+{
+    const std::size_t cross = text.find('x');
+    if (cross == std::string::npos) {
+        throw std::invalid_argument("'" + text + "' is not a size such as 1280x1024");
+    }
+    const SensorSize size{parseNumber(std::string_view(text).substr(0, cross)),
+                          parseNumber(std::string_view(text).substr(cross + 1))};
+    constexpr std::uint32_t kSmallest = 16;
+    constexpr std::uint32_t kLargest = 2048; // the recording's descriptor ends there
+    const auto fits = [](std::uint32_t side) { return side >= kSmallest && side <= kLargest; };
+    if (!fits(size.width) || !fits(size.height)) {
+        throw std::invalid_argument("a sensor has 16 to 2048 columns and lines");
+    }
+    return size;
+}
+
+void interpret(CommandLine& line, const RawTexts& raw)
+{
+    using std::chrono::milliseconds;
+    if (!raw.sensor.empty()) {
+        line.camera.sensor = parseSensor(raw.sensor);
+    }
+    for (const std::string& setting : raw.settings) {
+        const std::size_t equals = setting.find('=');
+        if (equals == std::string::npos) {
+            throw std::invalid_argument("'" + setting + "' is not NAME=VALUE");
+        }
+        line.camera.settings[parseFeature(setting.substr(0, equals))] =
+            parseNumber(std::string_view(setting).substr(equals + 1));
+    }
+    for (const std::string& name : raw.missing) {
+        line.camera.missing.insert(parseFeature(name));
+    }
+    for (const std::string& name : raw.unavailable) {
+        line.camera.unavailable.insert(parseFeature(name));
+    }
+    for (const std::string& text : raw.packetFaults) {
+        line.packetFaults.push_back(parsePacketFault(text));
+    }
+    for (const std::string& text : raw.frameFaults) {
+        line.frameFaults.push_back(parseFrameFault(text));
+    }
+    for (const std::string& text : raw.accessFaults) {
+        line.accessFaults.push_back(parseAccessFault(text));
+    }
+    line.triggerEvery = milliseconds(raw.triggerEvery);
+    line.silentAfter = milliseconds(raw.silentAfter);
+    line.silentFor = milliseconds(raw.silentFor);
+    line.camera.flashBusy = milliseconds(raw.flashBusy);
+    if (line.addresses.empty()) {
+        line.addresses.push_back(line.camera.address);
+    }
+    const bool single = line.addresses.size() == 1;
+    if (!single && !(line.camera.mac.empty() && line.camera.stateFile.empty())) {
+        throw std::invalid_argument("--mac and --state-file are for one camera");
+    }
+}
+
+} // namespace
+
+CommandLine parseCommandLine(int argc, const char* const* argv)
+{
+    CLI::App app(
+        "A virtual high-speed camera that speaks GigE Vision. It ends with Ctrl-C; a taken "
+        "address or a wrong option ends it with status 2.",
+        "telvo-camera");
+    CommandLine line;
+    RawTexts raw;
+    addIdentity(app, line, raw);
+    addMemory(app, line, raw);
+    addFaults(app, line, raw);
+    try {
+        app.parse(argc, argv);
+        interpret(line, raw);
+    } catch (const CLI::CallForHelp&) {
+        throw CommandLineExit{app.help(), 0};
+    } catch (const CLI::ParseError& error) {
+        throw CommandLineExit{std::string("telvo-camera: ") + error.what(), kUsageError};
+    } catch (const std::invalid_argument& error) {
+        throw CommandLineExit{std::string("telvo-camera: ") + error.what(), kUsageError};
+    }
+    return line;
+}
+
+} // namespace camera

@@ -1,0 +1,30 @@
+# telvo_test(NAME sources... [OWN_NETWORK] [LINKS targets...] [PROPERTIES ctest-properties...])
+# One GoogleTest program; every test case is a test of ctest's. With OWN_NETWORK each case runs in a
+# network namespace of its own.
+find_package(GTest REQUIRED)
+include(GoogleTest)
+
+# GCC 12 takes sums of std::string for overflows once it optimises.
+add_library(telvo_test_warnings INTERFACE)
+target_link_libraries(telvo_test_warnings INTERFACE telvo_warnings)
+target_compile_options(telvo_test_warnings INTERFACE
+  $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict -Wno-stringop-overflow -Wno-array-bounds>)
+
+# GoogleTest's headers, parsed once for all test programs.
+file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/empty.cpp CONTENT "int main() {}\n")
+add_executable(telvo_test_headers ${CMAKE_BINARY_DIR}/empty.cpp)
+target_link_libraries(telvo_test_headers PRIVATE GTest::gtest GTest::gmock telvo_test_warnings)
+target_precompile_headers(telvo_test_headers PRIVATE <gmock/gmock.h> <gtest/gtest.h>)
+
+function(telvo_test name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "OWN_NETWORK" "" "LINKS;PROPERTIES")
+  add_executable(${name} ${arg_UNPARSED_ARGUMENTS})
+  target_link_libraries(${name} PRIVATE ${arg_LINKS} GTest::gtest GTest::gmock GTest::gtest_main
+                        telvo_test_warnings)
+  target_precompile_headers(${name} REUSE_FROM telvo_test_headers)
+  if(arg_OWN_NETWORK)
+    set_target_properties(${name} PROPERTIES
+      CROSSCOMPILING_EMULATOR ${CMAKE_SOURCE_DIR}/scripts/in-own-network.sh)
+  endif()
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES ${arg_PROPERTIES})
+endfunction()

@@ -1,0 +1,20 @@
+# Libraries of others, by the names that the targets link to:
+# telvo_pugixml, telvo_minizip (the library), telvo_png, telvo_cli11 (the tools).
+# What the shared library needs is linked statically, so that a host ships one file.
+if(CMAKE_CROSSCOMPILING)
+  include(ThirdPartyFromSource)
+else()
+  find_package(ZLIB REQUIRED)
+  find_package(PNG REQUIRED)
+  find_package(CLI11 REQUIRED)
+  find_library(pugixml_archive NAMES libpugixml.a REQUIRED)
+  find_library(minizip_archive NAMES libminizip.a REQUIRED)
+
+  add_library(telvo_pugixml INTERFACE)
+  target_link_libraries(telvo_pugixml INTERFACE ${pugixml_archive})
+  add_library(telvo_minizip INTERFACE)
+  # Debian's static zlib is not position-independent.
+  target_link_libraries(telvo_minizip INTERFACE ${minizip_archive} ZLIB::ZLIB)
+  add_library(telvo_png ALIAS PNG::PNG)
+  add_library(telvo_cli11 ALIAS CLI11::CLI11)
+endif()

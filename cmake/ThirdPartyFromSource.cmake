@@ -1,0 +1,29 @@
+# The same libraries for Windows, from the sources that scripts/windows-libraries.sh fetches. zlib
+# comes as Debian's libz-mingw-w64-dev; CLI11 is headers only.
+set(sources ${CMAKE_SOURCE_DIR}/build/windows-libraries)
+if(NOT EXISTS ${sources}/libpng)
+  message(FATAL_ERROR "Run scripts/windows-libraries.sh first.")
+endif()
+find_library(zlib_archive NAMES libz.a REQUIRED)
+
+add_library(telvo_pugixml STATIC ${sources}/pugixml/src/pugixml.cpp)
+target_include_directories(telvo_pugixml SYSTEM PUBLIC ${sources}/pugixml/src)
+
+# The library's headers are included as <minizip/unzip.h>, as where it is installed.
+add_library(telvo_minizip STATIC ${sources}/minizip/unzip.c ${sources}/minizip/ioapi.c)
+target_include_directories(telvo_minizip SYSTEM PUBLIC ${sources})
+target_link_libraries(telvo_minizip PUBLIC ${zlib_archive})
+
+file(GLOB png_sources ${sources}/libpng/png*.c)
+list(FILTER png_sources EXCLUDE REGEX "pngtest.c$")
+configure_file(${sources}/libpng/scripts/pnglibconf.h.prebuilt
+               ${CMAKE_BINARY_DIR}/libpng/pnglibconf.h COPYONLY)
+add_library(telvo_png STATIC ${png_sources})
+target_include_directories(telvo_png SYSTEM PUBLIC ${sources}/libpng ${CMAKE_BINARY_DIR}/libpng)
+target_compile_definitions(telvo_png PRIVATE PNG_INTEL_SSE_OPT=0)
+target_link_libraries(telvo_png PUBLIC ${zlib_archive})
+
+# Not all of /usr/include: only CLI11 out of it is meant for another system.
+file(COPY /usr/include/CLI DESTINATION ${CMAKE_BINARY_DIR}/cli11)
+add_library(telvo_cli11 INTERFACE)
+target_include_directories(telvo_cli11 SYSTEM INTERFACE ${CMAKE_BINARY_DIR}/cli11)

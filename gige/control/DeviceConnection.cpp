@@ -1,0 +1,131 @@
+#include "DeviceConnection.h"
+
+#include "BootstrapRegisters.h"
+#include "GvcpPayloads.h"
+
+#include <array>
+#include <utility>
+
+namespace gige::control
+{
+
+ControlValue<std::unique_ptr<DeviceConnection>>
+DeviceConnection::open(const DeviceAddress& address, AccessType access,
+                       const LinkSettings& settings, std::function<void()> linkLost)
+{
+    auto channel = ControlChannel::open(address.interface.address, address.ip, settings);
+    if (!channel) {
+        return ControlStatus::NetworkError;
+    }
+    std::unique_ptr<DeviceConnection> device(
+        new DeviceConnection(address, access, std::move(channel)));
+    if (const ControlResult read = device->mRegisters.readTraits(); !read.ok()) {
+        return read;
+    }
+    if (const ControlResult taken = device->takeControl(); !taken.ok()) {
+        return taken;
+    }
+    const HeartbeatDuty duty = device->agreeOnHeartbeat(
+        std::chrono::milliseconds(settings.defaultHeartbeatTimeout.load()));
+    device->enableOptions();
+    device->mHeartbeat = std::make_unique<Heartbeat>(*device->mChannel, device->mRegisters,
+                                                     settings, duty, std::move(linkLost));
+    return device;
+}
+
+DeviceConnection::DeviceConnection(DeviceAddress address, AccessType access,
+                                   std::unique_ptr<ControlChannel> channel)
+    : mAddress(std::move(address)),
+      mAccess(access),
+      mChannel(std::move(channel)),
+      mRegisters(*mChannel)
+{
+}
+
+DeviceConnection::~DeviceConnection()
+{
+    disconnect();
+}
+
+void DeviceConnection::disconnect()
+{
+    // Without a heartbeat the connection never came about.
+    if (mDisconnected.exchange(true) || !mHeartbeat) {
+        return;
+    }
+    const bool linkWasUp = mHeartbeat->stop();
+    if (linkWasUp && mAccess != AccessType::Open) {
+        const wire::WriteRegister release{{{wire::kRegControlPrivilege, wire::kPrivilegeOpen}}};
+        mChannel->executeLast(
+            {.code = wire::GvcpCommand::WriteRegister, .payload = encode(release)});
+    }
+}
+
+ControlResult DeviceConnection::takeControl()
+{
+    if (mAccess == AccessType::Open) {
+        return kOk;
+    }
+    const ControlResult written =
+        mRegisters.writeRegister(wire::kRegControlPrivilege, static_cast<std::uint32_t>(mAccess));
+    if (written.status != ControlStatus::Timeout) {
+        return written;
+    }
+    // Some devices drop what another host writes, but answer its reads.
+    const auto privilege = mRegisters.readRegister(wire::kRegControlPrivilege);
+    const bool held = privilege.ok() && *privilege != wire::kPrivilegeOpen;
+    return held ? deviceError(wire::GvcpStatus::AccessDenied) : written;
+}
+
+HeartbeatDuty DeviceConnection::agreeOnHeartbeat(std::chrono::milliseconds timeout)
+{
+    if (mAccess == AccessType::Open) {
+        return {.timeout = timeout};
+    }
+    // A device may clamp the value, or not let it be written. What counts is what it has then.
+    mRegisters.writeRegister(wire::kRegHeartbeatTimeout,
+                             static_cast<std::uint32_t>(timeout.count()));
+    const auto agreed = mRegisters.readRegister(wire::kRegHeartbeatTimeout);
+    if (agreed.ok() && *agreed != 0) {
+        timeout = std::chrono::milliseconds(*agreed);
+    }
+    return {.ownsControl = true,
+            .owner = readOwner(),
+            .timeout = timeout,
+            .timeoutReadable = agreed.ok()};
+}
+
+std::optional<PrimaryApplication> DeviceConnection::readOwner()
+{
+    if (!mRegisters.traits().has(wire::kCapabilityPrimaryApplication)) {
+        return std::nullopt;
+    }
+    const auto values = mRegisters.readRegisters(
+        std::array{wire::kRegPrimaryApplicationPort, wire::kRegPrimaryApplicationAddress});
+    if (!values.ok()) {
+        return std::nullopt;
+    }
+    return PrimaryApplication{.port = (*values)[0], .address = (*values)[1]};
+}
+
+void DeviceConnection::enableOptions()
+{
+    const DeviceTraits& traits = mRegisters.traits();
+    std::uint32_t wanted = 0;
+    if (traits.has(wire::kCapabilityPendingAck)) {
+        wanted |= wire::kConfigPendingAckEnable;
+    }
+    if (traits.has(wire::kCapabilityExtendedStatus11)) {
+        wanted |= wire::kConfigExtendedStatus11;
+    }
+    if (mAccess == AccessType::Open || wanted == 0) {
+        return;
+    }
+    const auto present = mRegisters.readRegister(wire::kRegGvcpConfiguration);
+    if (present.ok() && (*present & wanted) != wanted) {
+        // An option that cannot be switched on is one that we do without.
+        mRegisters.writeRegister(wire::kRegGvcpConfiguration, *present | wanted);
+    }
+}
+
+} // namespace gige::control

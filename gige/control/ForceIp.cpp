@@ -1,0 +1,61 @@
+#include "ForceIp.h"
+
+#include "BroadcastQuery.h"
+#include "GvcpHeader.h"
+
+#include <optional>
+
+namespace gige::control
+{
+
+namespace
+{
+
+using Clock = std::chrono::steady_clock;
+
+constexpr std::uint16_t kForceIpId = 0xFFFE; // the request id of every FORCEIP
+/// Longest look for the device, and the pause before the next, while it takes its address.
+constexpr std::chrono::milliseconds kLookTime{500};
+constexpr std::chrono::milliseconds kLookPause{100};
+
+std::optional<ControlResult> refusalIn(const std::optional<HeardDatagram>& heard)
+{
+    const auto ack = heard ? wire::decodeAck(heard->bytes) : std::nullopt;
+    if (!ack || ack->header.command != wire::GvcpCommand::ForceIpAck ||
+        ack->header.requestId != kForceIpId || !wire::isError(ack->header.status)) {
+        return std::nullopt;
+    }
+    return deviceError(ack->header.status);
+}
+
+} // namespace
+
+ControlResult forceIp(const wire::ForceIp& request,
+                      const std::vector<net::NetworkInterface>& interfaces,
+                      std::chrono::milliseconds time)
+{
+    const auto before = findDevice(request.mac, interfaces);
+    const std::vector<net::NetworkInterface> reaching =
+        before ? std::vector{before->interface} : interfaces;
+
+    BroadcastQuery query(wire::commandDatagram(
+        wire::GvcpCommand::ForceIp, wire::kGvcpAckRequired | wire::kGvcpBroadcastAckAllowed,
+        kForceIpId, encode(request)));
+    for (const net::NetworkInterface& interface : reaching) {
+        query.ask(interface);
+    }
+    // The acknowledge is often lost together with the old address: only a discovery tells.
+    const auto end = Clock::now() + time;
+    do {
+        const auto device = findDevice(request.mac, reaching, kLookTime);
+        if (device && (request.address == 0 || device->info.address == request.address)) {
+            return kOk;
+        }
+        if (const auto refusal = refusalIn(query.next(Clock::now() + kLookPause))) {
+            return *refusal;
+        }
+    } while (Clock::now() < end);
+    return {ControlStatus::Timeout};
+}
+
+} // namespace gige::control

@@ -1,0 +1,117 @@
+#include "Heartbeat.h"
+
+#include "BootstrapRegisters.h"
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+namespace gige::control
+{
+
+namespace
+{
+
+constexpr std::uint32_t kOwningBits = wire::kPrivilegeExclusive | wire::kPrivilegeControl;
+/// Pause after an unanswered heartbeat: each has already waited for its answer.
+constexpr std::chrono::milliseconds kUnansweredPause{50};
+constexpr std::chrono::milliseconds kShortestInterval{10};
+/// Heartbeats per timeout of the device, at least: two may be lost.
+constexpr int kBeatsPerTimeout = 3;
+
+} // namespace
+
+Heartbeat::Heartbeat(ControlChannel& channel, DeviceRegisters& registers,
+                     const LinkSettings& settings, const HeartbeatDuty& duty,
+                     std::function<void()> lost)
+    : mChannel(channel),
+      mRegisters(registers),
+      mSettings(settings),
+      mDuty(duty),
+      mThread([this, lost = std::move(lost)] { run(lost); })
+{
+}
+
+Heartbeat::~Heartbeat()
+{
+    stop();
+    if (mThread.joinable()) { // destroyed by `lost`: run() touches nothing after that
+        mThread.detach();
+    }
+}
+
+bool Heartbeat::stop()
+{
+    mStopped = true;
+    const bool closedNow = mChannel.close();
+    if (mThreadId.load() != std::this_thread::get_id() && mThread.joinable()) {
+        mThread.join();
+    }
+    return closedNow;
+}
+
+void Heartbeat::run(const std::function<void()>& lost)
+{
+    mThreadId = std::this_thread::get_id();
+    Beat last = Beat::Answered;
+    while (last != Beat::LinkLost && mChannel.sleep(pauseAfter(last))) {
+        last = beat();
+    }
+    if (!mStopped) {
+        mChannel.close();
+        lost(); // may destroy this object
+    }
+}
+
+Heartbeat::Beat Heartbeat::beat()
+{
+    const auto silenceEnds = [this] { return mChannel.answeredUntil() + mDuty.timeout; };
+    const auto values = mRegisters.readRegisters(watchedRegisters(), silenceEnds());
+    if (values.ok()) {
+        return judge(*values);
+    }
+    if (values.result().status == ControlStatus::DeviceError) {
+        const bool taken =
+            mDuty.ownsControl && values.result().refused(wire::GvcpStatus::AccessDenied);
+        return taken ? Beat::LinkLost : Beat::Answered;
+    }
+    // Asked again, since another thread's command may have been answered in the meantime.
+    return ControlChannel::Clock::now() >= silenceEnds() ? Beat::LinkLost : Beat::Unanswered;
+}
+
+std::vector<std::uint32_t> Heartbeat::watchedRegisters() const
+{
+    std::vector<std::uint32_t> registers{wire::kRegControlPrivilege};
+    if (mDuty.owner) {
+        registers.push_back(wire::kRegPrimaryApplicationPort);
+        registers.push_back(wire::kRegPrimaryApplicationAddress);
+    }
+    if (mDuty.timeoutReadable) {
+        registers.push_back(wire::kRegHeartbeatTimeout);
+    }
+    return registers;
+}
+
+Heartbeat::Beat Heartbeat::judge(const std::vector<std::uint32_t>& values)
+{
+    if (mDuty.timeoutReadable && values.back() != 0) {
+        mDuty.timeout = std::chrono::milliseconds(values.back());
+    }
+    if (mDuty.ownsControl && (values[0] & kOwningBits) == 0) {
+        return Beat::LinkLost;
+    }
+    const bool taken =
+        mDuty.owner && *mDuty.owner != PrimaryApplication{.port = values[1], .address = values[2]};
+    return taken ? Beat::LinkLost : Beat::Answered;
+}
+
+std::chrono::milliseconds Heartbeat::pauseAfter(Beat beat) const
+{
+    if (beat == Beat::Unanswered) {
+        return kUnansweredPause;
+    }
+    const std::chrono::milliseconds wanted(mSettings.heartbeatInterval.load());
+    return std::max(std::min(wanted, mDuty.timeout / kBeatsPerTimeout), kShortestInterval);
+}
+
+} // namespace gige::control

@@ -1,0 +1,53 @@
+#include "BooleanNode.h"
+
+#include <utility>
+
+namespace gige::genapi
+{
+
+BooleanNode::BooleanNode(NodeMapState& state, std::string name)
+    : Node(state, NodeKind::Boolean, std::move(name))
+{
+}
+
+void BooleanNode::define(std::unique_ptr<NumberSource> source, std::int64_t on, std::int64_t off)
+{
+    mSource = std::move(source);
+    mOn = on;
+    mOff = off;
+}
+
+Result<bool> BooleanNode::value(ReadFrom readFrom)
+{
+    Evaluation evaluation(state(), readFrom);
+    const Result<Number> number = readChecked(evaluation);
+    return number ? Result(!number->isZero()) : number.status();
+}
+
+Status BooleanNode::setValue(bool value)
+{
+    return writeFromHost(Number(std::int64_t{value}));
+}
+
+Result<AccessMode> BooleanNode::baseAccess(Evaluation& evaluation)
+{
+    return mSource->access(evaluation);
+}
+
+Result<Number> BooleanNode::readNumber(Evaluation& evaluation)
+{
+    const Result<Number> number = mSource->read(evaluation);
+    return number ? Result(Number(std::int64_t{isEqual(*number, mOn)})) : number.status();
+}
+
+Status BooleanNode::writeNumber(Evaluation& evaluation, const Number& value)
+{
+    return mSource->write(evaluation, value.isZero() ? mOff : mOn);
+}
+
+Result<NumberRange> BooleanNode::numberRange(Evaluation& /*evaluation*/)
+{
+    return NumberRange{Number(std::int64_t{0}), Number(std::int64_t{1}), Number(std::int64_t{1})};
+}
+
+} // namespace gige::genapi

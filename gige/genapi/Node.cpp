@@ -1,0 +1,143 @@
+#include "Node.h"
+
+#include "AccessModes.h"
+#include "Register.h"
+
+#include <utility>
+
+namespace gige::genapi
+{
+
+Node::Node(NodeMapState& state, NodeKind kind, std::string name) : mState(state), mKind(kind)
+{
+    mInfo.displayName = name;
+    mInfo.name = std::move(name);
+}
+
+Node::~Node() = default;
+
+Result<AccessMode> Node::accessMode()
+{
+    Evaluation evaluation(mState);
+    return access(evaluation);
+}
+
+Result<AccessMode> Node::access(Evaluation& evaluation)
+{
+    const Evaluation::Visit visit(evaluation);
+    if (const Status status = usable(visit); status != Status::Ok) {
+        return status;
+    }
+    const Result<bool> isImplemented = holds(evaluation, mConditions.isImplemented, true, false);
+    if (!isImplemented || !*isImplemented) {
+        return isImplemented ? Result(AccessMode::NotImplemented) : isImplemented.status();
+    }
+    const Result<bool> isAvailable = holds(evaluation, mConditions.isAvailable, true, false);
+    if (!isAvailable || !*isAvailable) {
+        return isAvailable ? Result(AccessMode::NotAvailable) : isAvailable.status();
+    }
+    const Result<AccessMode> base = baseAccess(evaluation);
+    const Result<bool> isLocked = holds(evaluation, mConditions.isLocked, false, false);
+    if (!base || !isLocked) {
+        return base ? isLocked.status() : base.status();
+    }
+    const AccessMode mode = intersect(*base, mConditions.imposed);
+    return *isLocked ? lock(mode) : mode;
+}
+
+Status Node::usable(const Evaluation::Visit& visit) const
+{
+    return mDefect == Status::Ok ? visit.status() : mDefect;
+}
+
+Result<bool> Node::holds(Evaluation& evaluation, Node* condition, bool otherwise, bool missing)
+{
+    if (condition == nullptr) {
+        return otherwise;
+    }
+    const Result<Number> value = condition->readChecked(evaluation);
+    if (value) {
+        return !value->isZero();
+    }
+    const Status status = value.status();
+    const bool isMissing = status == Status::NotImplemented || status == Status::NotAvailable;
+    return isMissing ? Result(missing) : status;
+}
+
+Status Node::checkReadable(Evaluation& evaluation)
+{
+    const Result<AccessMode> mode = access(evaluation);
+    return mode ? readability(*mode) : mode.status();
+}
+
+Status Node::checkWritable(Evaluation& evaluation)
+{
+    const Result<AccessMode> mode = access(evaluation);
+    return mode ? writability(*mode) : mode.status();
+}
+
+Result<Number> Node::readChecked(Evaluation& evaluation)
+{
+    const Status status = checkReadable(evaluation);
+    return status == Status::Ok ? read(evaluation) : status;
+}
+
+Status Node::writeChecked(Evaluation& evaluation, const Number& value)
+{
+    const Status status = checkWritable(evaluation);
+    return status == Status::Ok ? write(evaluation, value) : status;
+}
+
+Result<Number> Node::read(Evaluation& evaluation)
+{
+    const Evaluation::Visit visit(evaluation);
+    const Status status = usable(visit);
+    return status == Status::Ok ? readNumber(evaluation) : status;
+}
+
+Status Node::write(Evaluation& evaluation, const Number& value)
+{
+    const Evaluation::Visit visit(evaluation);
+    if (const Status status = usable(visit); status != Status::Ok) {
+        return status;
+    }
+    evaluation.touch(*this);
+    return writeNumber(evaluation, value);
+}
+
+Result<NumberRange> Node::range(Evaluation& evaluation)
+{
+    const Evaluation::Visit visit(evaluation);
+    const Status status = usable(visit);
+    return status == Status::Ok ? numberRange(evaluation) : status;
+}
+
+Status Node::writeFromHost(const Number& value)
+{
+    Evaluation evaluation(mState);
+    const Status status = writeChecked(evaluation, value);
+    evaluation.invalidateTouched();
+    return status;
+}
+
+Result<AccessMode> Node::baseAccess(Evaluation& evaluation)
+{
+    return mRegister == nullptr ? Result(AccessMode::ReadOnly) : mRegister->access(evaluation);
+}
+
+Result<Number> Node::readNumber(Evaluation& /*evaluation*/)
+{
+    return Status::WrongKind;
+}
+
+Status Node::writeNumber(Evaluation& /*evaluation*/, const Number& /*value*/)
+{
+    return Status::WrongKind;
+}
+
+Result<NumberRange> Node::numberRange(Evaluation& /*evaluation*/)
+{
+    return Status::WrongKind;
+}
+
+} // namespace gige::genapi

@@ -1,0 +1,198 @@
+#include "NodeReader.h"
+
+#include "BooleanNode.h"
+#include "CategoryNode.h"
+#include "CommandNode.h"
+#include "EnumerationReader.h"
+#include "FloatNode.h"
+#include "FormulaReader.h"
+#include "IntegerNode.h"
+#include "PortNode.h"
+#include "RegisterNode.h"
+#include "RegisterReader.h"
+#include "SourceReader.h"
+#include "StringNode.h"
+#include "ValueSources.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace gige::genapi
+{
+
+namespace
+{
+
+template <typename T>
+std::unique_ptr<Node> create(NodeMapState& state, std::string name)
+{
+    return std::make_unique<T>(state, std::move(name));
+}
+
+std::unique_ptr<Node> createPlain(NodeMapState& state, std::string name)
+{
+    return std::make_unique<Node>(state, NodeKind::Plain, std::move(name));
+}
+
+template <typename T>
+T& nodeOf(ElementReader& reader)
+{
+    return static_cast<T&>(reader.node());
+}
+
+void defineNumber(ElementReader& reader, std::unique_ptr<NumberSource> source, OwnLimits limits)
+{
+    if (source == nullptr) {
+        reader.fail(Status::BadNode);
+    }
+    nodeOf<NumberNode>(reader).define(std::move(source), std::move(limits),
+                                      readPresentation(reader));
+}
+
+void readPlain(ElementReader& /*reader*/) {}
+
+void readCategory(ElementReader& reader)
+{
+    nodeOf<CategoryNode>(reader).define(reader.linksIn("pFeature"));
+}
+
+void readPort(ElementReader& reader)
+{
+    const bool isElsewhere =
+        reader.has("ChunkID") || reader.has("pChunkID") || reader.has("EventID");
+    nodeOf<PortNode>(reader).define(!isElsewhere);
+}
+
+template <bool isInteger>
+void readNumber(ElementReader& reader)
+{
+    OwnLimits limits = readLimits(reader, isInteger);
+    defineNumber(reader, readSource(reader, isInteger), std::move(limits));
+}
+
+template <bool isMasked>
+void readIntegerRegister(ElementReader& reader)
+{
+    const IntegerLayout layout = readIntegerLayout(reader, isMasked);
+    std::shared_ptr<Register> registers = readRegister(reader);
+    std::unique_ptr<NumberSource> source;
+    if (registers != nullptr) {
+        source = std::make_unique<IntegerRegister>(std::move(registers), layout);
+    }
+    defineNumber(reader, std::move(source), {});
+}
+
+void readFloatRegister(ElementReader& reader)
+{
+    const ByteOrder order = readByteOrder(reader);
+    std::shared_ptr<Register> registers = readRegister(reader);
+    std::unique_ptr<NumberSource> source;
+    if (registers != nullptr) {
+        source = std::make_unique<FloatRegister>(std::move(registers), order);
+    }
+    defineNumber(reader, std::move(source), {});
+}
+
+void readStringRegister(ElementReader& reader)
+{
+    readRegister(reader);
+    nodeOf<StringNode>(reader).define(StringNode::InRegister{});
+}
+
+void readByteRegister(ElementReader& reader)
+{
+    readRegister(reader);
+}
+
+template <bool isInteger>
+void readFormulaNode(ElementReader& reader)
+{
+    defineNumber(reader, readFormula(reader, isInteger ? Arithmetic::Integer : Arithmetic::Float),
+                 {});
+}
+
+template <bool isInteger>
+void readConverterNode(ElementReader& reader)
+{
+    defineNumber(reader, readConverter(reader, isInteger ? Arithmetic::Integer : Arithmetic::Float),
+                 {});
+}
+
+void readString(ElementReader& reader)
+{
+    if (!reader.has("pValue")) {
+        const std::optional<std::string> text = reader.text("Value");
+        nodeOf<StringNode>(reader).define(text.value_or(""));
+        return;
+    }
+    auto* const target = dynamic_cast<StringNode*>(reader.referenceIn("pValue"));
+    if (target == nullptr) {
+        reader.fail(Status::BadNode);
+        return;
+    }
+    nodeOf<StringNode>(reader).define(target);
+}
+
+void readBoolean(ElementReader& reader)
+{
+    const std::int64_t on = reader.integer("OnValue").value_or(1);
+    const std::int64_t off = reader.integer("OffValue").value_or(0);
+    std::unique_ptr<NumberSource> source;
+    if (reader.has("pValue")) {
+        source = readSource(reader, true);
+    } else if (const std::string text = reader.text("Value").value_or(""); !text.empty()) {
+        source = std::make_unique<ConstantSource>(text == "true" || text == "1" ? on : off);
+    }
+    if (source == nullptr) {
+        reader.fail(Status::BadNode);
+    }
+    nodeOf<BooleanNode>(reader).define(std::move(source), on, off);
+}
+
+void readCommand(ElementReader& reader)
+{
+    const std::optional<Operand> value = reader.operand("CommandValue", true);
+    std::unique_ptr<NumberSource> source = readSource(reader, true);
+    if (source == nullptr) {
+        reader.fail(Status::BadNode);
+    }
+    nodeOf<CommandNode>(reader).define(std::move(source),
+                                       value.value_or(Operand(Number(std::int64_t{1}))));
+}
+
+void readEnumerationNode(ElementReader& reader)
+{
+    readEnumeration(reader, nodeOf<EnumerationNode>(reader));
+}
+
+constexpr NodeRecipe kRecipes[] = {
+    {"Node", createPlain, readPlain},
+    {"Category", create<CategoryNode>, readCategory},
+    {"Port", create<PortNode>, readPort},
+    {"Integer", create<IntegerNode>, readNumber<true>},
+    {"Float", create<FloatNode>, readNumber<false>},
+    {"Boolean", create<BooleanNode>, readBoolean},
+    {"String", create<StringNode>, readString},
+    {"Command", create<CommandNode>, readCommand},
+    {"Enumeration", create<EnumerationNode>, readEnumerationNode},
+    {"Register", create<RegisterNode>, readByteRegister},
+    {"IntReg", create<IntegerNode>, readIntegerRegister<false>},
+    {"MaskedIntReg", create<IntegerNode>, readIntegerRegister<true>},
+    {"StructEntry", create<IntegerNode>, readIntegerRegister<true>},
+    {"FloatReg", create<FloatNode>, readFloatRegister},
+    {"StringReg", create<StringNode>, readStringRegister},
+    {"IntSwissKnife", create<IntegerNode>, readFormulaNode<true>},
+    {"SwissKnife", create<FloatNode>, readFormulaNode<false>},
+    {"IntConverter", create<IntegerNode>, readConverterNode<true>},
+    {"Converter", create<FloatNode>, readConverterNode<false>},
+};
+
+} // namespace
+
+const NodeRecipe* findRecipe(std::string_view tag)
+{
+    const auto* const found = std::ranges::find(kRecipes, tag, &NodeRecipe::tag);
+    return found == std::end(kRecipes) ? nullptr : found;
+}
+
+} // namespace gige::genapi

@@ -1,0 +1,56 @@
+#include "Number.h"
+
+#include <cmath>
+
+namespace gige::genapi
+{
+
+namespace
+{
+
+constexpr double kTwoToThe63 = 9223372036854775808.0;
+
+Result<std::int64_t> checked(double value)
+{
+    if (!(value >= -kTwoToThe63 && value < kTwoToThe63)) {
+        return Status::ArithmeticError;
+    }
+    return static_cast<std::int64_t>(value);
+}
+
+} // namespace
+
+double Number::toDouble() const
+{
+    return isInteger() ? static_cast<double>(std::get<std::int64_t>(mValue))
+                       : std::get<double>(mValue);
+}
+
+Result<std::int64_t> Number::truncated() const
+{
+    return isInteger() ? Result(std::get<std::int64_t>(mValue)) : checked(std::get<double>(mValue));
+}
+
+Result<std::int64_t> Number::rounded() const
+{
+    return isInteger() ? Result(std::get<std::int64_t>(mValue))
+                       : checked(std::round(std::get<double>(mValue)));
+}
+
+bool isLess(const Number& left, const Number& right)
+{
+    if (left.isInteger() && right.isInteger()) {
+        return *left.truncated() < *right.truncated();
+    }
+    return left.toDouble() < right.toDouble();
+}
+
+bool isEqual(const Number& left, const Number& right)
+{
+    if (left.isInteger() && right.isInteger()) {
+        return *left.truncated() == *right.truncated();
+    }
+    return left.toDouble() == right.toDouble();
+}
+
+} // namespace gige::genapi

@@ -1,0 +1,102 @@
+#include "NumberNode.h"
+
+#include "GenApiLimits.h"
+
+#include <utility>
+
+namespace gige::genapi
+{
+
+void NumberNode::define(std::unique_ptr<NumberSource> source, OwnLimits limits,
+                        Presentation presentation)
+{
+    mSource = std::move(source);
+    mLimits = std::move(limits);
+    mPresentation = std::move(presentation);
+}
+
+// The first in the chain of nodes that pass the number on says how it is shown.
+template <typename T>
+std::optional<T> NumberNode::shown(std::optional<T> Presentation::*item) const
+{
+    const NumberNode* node = this;
+    for (std::size_t depth = 0; node != nullptr && depth < kReferenceDepthLimit; ++depth) {
+        if (node->mPresentation.*item) {
+            return node->mPresentation.*item;
+        }
+        const Node* const target = node->mSource == nullptr ? nullptr : node->mSource->target();
+        node = dynamic_cast<const NumberNode*>(target);
+    }
+    return std::nullopt;
+}
+
+Representation NumberNode::representation() const
+{
+    return shown(&Presentation::representation).value_or(Representation::PureNumber);
+}
+
+std::string NumberNode::unit() const
+{
+    return shown(&Presentation::unit).value_or("");
+}
+
+DisplayNotation NumberNode::notation() const
+{
+    return shown(&Presentation::notation).value_or(DisplayNotation::Automatic);
+}
+
+int NumberNode::precision() const
+{
+    return shown(&Presentation::precision).value_or(kDefaultDisplayPrecision);
+}
+
+Result<AccessMode> NumberNode::baseAccess(Evaluation& evaluation)
+{
+    return mSource->access(evaluation);
+}
+
+Result<Number> NumberNode::readNumber(Evaluation& evaluation)
+{
+    return mSource->read(evaluation);
+}
+
+Result<NumberRange> NumberNode::numberRange(Evaluation& evaluation)
+{
+    NumberRange range;
+    if (!mLimits.minimum || !mLimits.maximum || !mLimits.increment) {
+        const Result<NumberRange> inherited = mSource->range(evaluation);
+        if (!inherited) {
+            return inherited.status();
+        }
+        range = *inherited;
+    }
+    const std::pair<const std::optional<Operand>&, std::optional<Number>&> own[] = {
+        {mLimits.minimum, range.minimum},
+        {mLimits.maximum, range.maximum},
+        {mLimits.increment, range.increment},
+    };
+    for (const auto& [limit, value] : own) {
+        if (limit) {
+            const Result<Number> given = limit->read(evaluation);
+            if (!given) {
+                return given.status();
+            }
+            value = *given;
+        }
+    }
+    return range;
+}
+
+Result<Number> NumberNode::valueFor(ReadFrom readFrom)
+{
+    Evaluation evaluation(state(), readFrom);
+    return readChecked(evaluation);
+}
+
+Result<NumberRange> NumberNode::rangeForHost()
+{
+    Evaluation evaluation(state());
+    return range(evaluation);
+}
+
+} // namespace gige::genapi

@@ -1,0 +1,19 @@
+#include "BatchReceiver.h"
+
+namespace gige::net
+{
+
+ReceiveStatus BatchReceiver::receive(Timeout timeout, const Waker* waker)
+{
+    mRunCount = 0;
+    ReceiveStatus status = take();
+    if (status == ReceiveStatus::TimedOut) {
+        status = waitReadable(mSocket.handle(), timeout, waker);
+        if (status == ReceiveStatus::Data) {
+            status = take();
+        }
+    }
+    return status;
+}
+
+} // namespace gige::net

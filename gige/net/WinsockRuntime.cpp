@@ -1,0 +1,36 @@
+#include "WinsockRuntime.h"
+
+namespace gige::net
+{
+
+void startWinsock()
+{
+    // Never unloaded: sockets live as long as the process at most.
+    static const int kResult = [] {
+        WSADATA data{};
+        return WSAStartup(MAKEWORD(2, 2), &data);
+    }();
+    static_cast<void>(kResult);
+}
+
+bool setNonBlocking(SOCKET socket)
+{
+    u_long on = 1;
+    return ioctlsocket(socket, static_cast<long>(FIONBIO), &on) == 0;
+}
+
+sockaddr_in toNative(const Endpoint& endpoint)
+{
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(endpoint.address.value);
+    address.sin_port = htons(endpoint.port);
+    return address;
+}
+
+Endpoint fromNative(const sockaddr_in& address)
+{
+    return {.address = {ntohl(address.sin_addr.s_addr)}, .port = ntohs(address.sin_port)};
+}
+
+} // namespace gige::net

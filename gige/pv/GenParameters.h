@@ -1,0 +1,42 @@
+#ifndef TELVO_GIGE_PV_GENPARAMETERS_H
+#define TELVO_GIGE_PV_GENPARAMETERS_H
+
+#include "NodeMap.h"
+#include "PvGenParameterArray.h"
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <string>
+
+/**
+ * The features of a device by name. Integers, enumerations, booleans, strings and commands come as
+ * the class of their kind, all other nodes as a plain PvGenParameter.
+ *
+ * Once the link is gone, every access answers NOT_CONNECTED without asking the device, and no
+ * feature is available: what the cache still knows is not the camera any more.
+ *
+ * Any thread may call Get and the parameters; mLock guards mParameters.
+ */
+class GenParameterArray final : public PvGenParameterArray
+{
+  public:
+    using IsConnected = std::function<bool()>;
+
+    /// @param map          must outlive this object
+    /// @param isConnected  called from any thread, at each access
+    GenParameterArray(gige::genapi::NodeMap& map, IsConnected isConnected);
+
+    PvGenParameter* Get(const PvString& name) override;
+
+  private:
+    std::unique_ptr<PvGenParameter> create(gige::genapi::Node& node) const;
+
+    gige::genapi::NodeMap& mMap;
+    IsConnected mIsConnected;
+    std::mutex mLock;
+    std::map<std::string, std::unique_ptr<PvGenParameter>, std::less<>> mParameters;
+};
+
+#endif

@@ -1,0 +1,31 @@
+#ifndef TELVO_GIGE_PV_OPENSTREAMS_H
+#define TELVO_GIGE_PV_OPENSTREAMS_H
+
+#include "Ipv4Address.h"
+#include "StreamReceiver.h"
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <mutex>
+
+/**
+ * The open streams of this process. A device tells here from which port it sends, as soon as it
+ * knows; the stream then takes packets of no other. Threads: any; mLock guards the map.
+ */
+class OpenStreams
+{
+  public:
+    static OpenStreams& instance();
+
+    void add(const std::shared_ptr<gige::stream::StreamReceiver>& stream);
+    /// @param destination  where the device sends to
+    /// @param devicePort   0: not known, the stream learns it
+    void setDevicePort(const gige::net::Endpoint& destination, std::uint16_t devicePort);
+
+  private:
+    std::mutex mLock;
+    std::map<gige::net::Endpoint, std::weak_ptr<gige::stream::StreamReceiver>> mStreams;
+};
+
+#endif

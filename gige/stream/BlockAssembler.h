@@ -1,0 +1,113 @@
+#ifndef TELVO_GIGE_STREAM_BLOCKASSEMBLER_H
+#define TELVO_GIGE_STREAM_BLOCKASSEMBLER_H
+
+#include "BlockSequence.h"
+#include "GvspHeader.h"
+#include "OpenBlock.h"
+#include "ResendPlanner.h"
+#include "StreamBuffer.h"
+#include "StreamSettings.h"
+#include "StreamStatistics.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace gige::stream
+{
+
+/// Packets of one block to ask the device for.
+struct ResendRequest {
+    std::uint64_t blockId = 0;
+    bool extendedIds = false;
+    PacketRange packets{};
+    bool operator==(const ResendRequest&) const = default;
+};
+
+/// Where the assembler gets buffers from and where its results go.
+class AssemblerHost
+{
+  public:
+    virtual ~AssemblerHost() = default;
+
+    /// The buffer queued first, which is the assembler's now; null if there is none.
+    virtual StreamBuffer* takeBuffer() = 0;
+    /// Since when a buffer has been waiting in the queue; none if there is none.
+    virtual std::optional<Time> waitingSince() = 0;
+    /// Gives a buffer back; its info tells how its block ended.
+    virtual void complete(StreamBuffer& buffer) = 0;
+    virtual void requestResend(const ResendRequest& request) = 0;
+};
+
+/**
+ * Makes blocks out of packets: pure, with the time handed in, for one thread. Up to two blocks are
+ * open at once, so that the end of one and the beginning of the next may come mixed; buffers are
+ * completed in the blocks' order.
+ */
+class BlockAssembler
+{
+  public:
+    /// @param host  borrowed for the assembler's life
+    explicit BlockAssembler(AssemblerHost& host) : mHost(host) {}
+
+    void setSettings(const StreamSettings& settings) { mSettings = settings; }
+
+    /// @param header  of an accepted packet, block id not 0
+    /// @param body    what follows the header
+    void onPacket(const wire::GvspHeader& header, wire::ByteView body, Time now);
+    /// Applies time limits and asks for resends. To be called after packets, and at nextTime().
+    void onTime(Time now);
+    /// When onTime() has something to do if no packet comes before; none: never.
+    std::optional<Time> nextTime();
+
+    /// Completes the open blocks as Aborted. What may still come of them is late.
+    void abort();
+
+    const StreamStatistics& statistics() const { return mStatistics; }
+    /// For packets that do not get as far as the assembler.
+    void countIgnored() { ++mStatistics.packetsIgnored; }
+
+  private:
+    struct Slot {
+        OpenBlock block;
+        ResendPlanner resends;
+    };
+
+    Slot* slotFor(const wire::GvspHeader& header, wire::ByteView body, Time now);
+    Slot* findOpen(const wire::GvspHeader& header);
+    static bool isOtherLeader(const Slot& slot, const wire::GvspHeader& header,
+                              wire::ByteView body);
+    Slot* open(const wire::GvspHeader& header, Time now);
+    void abandonBefore(const wire::GvspHeader& header);
+    void abandonAll();
+    void closeFinished();
+    void closeOldest(BlockResult result);
+    static BlockResult resultOf(const Slot& slot);
+
+    Placement place(Slot& slot, const wire::GvspHeader& header, wire::ByteView body);
+    void count(Placement placement, const wire::GvspHeader& header, std::size_t bytes);
+    void onErrorPacket(const wire::GvspHeader& header);
+    void requestResends(Time now);
+    void limitFirstPacketWait(Time now);
+    std::optional<Time> limitOf(const OpenBlock& block) const;
+    std::optional<Time> firstPacketLimit();
+
+    Slot& slot(std::size_t age) { return mSlots[(mOldest + age) % mSlots.size()]; }
+
+    AssemblerHost& mHost;
+    StreamSettings mSettings;
+    StreamStatistics mStatistics;
+    std::array<Slot, 2> mSlots;
+    std::size_t mOldest = 0;    // index of the oldest open block
+    std::size_t mOpenCount = 0; // open blocks, in order of their ids
+    BlockSequence mSequence;
+    Time mWaitingFrom; // when a buffer was last given back for want of packets
+    BlockHint mHint;
+    std::vector<PacketRange> mRanges; // reused
+};
+
+} // namespace gige::stream
+
+#endif

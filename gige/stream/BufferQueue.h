@@ -1,0 +1,75 @@
+#ifndef TELVO_GIGE_STREAM_BUFFERQUEUE_H
+#define TELVO_GIGE_STREAM_BUFFERQUEUE_H
+
+#include "StreamBuffer.h"
+#include "StreamSettings.h"
+
+#include <chrono>
+#include <condition_variable>
+#include <cstdint>
+#include <mutex>
+#include <optional>
+
+namespace gige::stream
+{
+
+/// Buffers one behind the other, without allocating: each carries the link to the next.
+class BufferChain
+{
+  public:
+    StreamBuffer* first() const { return mFirst; }
+    void push(StreamBuffer& buffer);
+    /// Null if there is none.
+    StreamBuffer* pop();
+
+  private:
+    StreamBuffer* mFirst = nullptr;
+    StreamBuffer* mLast = nullptr;
+};
+
+enum class RetrieveStatus : std::uint8_t { Buffer, TimedOut, Woken };
+
+struct Retrieved {
+    RetrieveStatus status = RetrieveStatus::TimedOut;
+    StreamBuffer* buffer = nullptr; // with RetrieveStatus::Buffer only; its info tells the rest
+};
+
+/**
+ * The buffers' way round: queued by the host, taken and completed by the receiving thread,
+ * retrieved by the host. Any thread may call anything; mLock guards all members.
+ */
+class BufferQueue
+{
+  public:
+    /// @return false: the buffer is in a stream already
+    bool queue(StreamBuffer& buffer, Time now);
+    /// The buffer queued first; null if there is none.
+    StreamBuffer* take();
+    /// Since when the first queued buffer has been waiting.
+    std::optional<Time> waitingSince() const;
+    void complete(StreamBuffer& buffer);
+    /// Completes all queued buffers as Aborted.
+    void abort();
+
+    /// Forgets all buffers: they are their owners' again.
+    void releaseAll();
+
+    /// Number of wakeRetrievals() so far.
+    std::uint64_t wakeCount() const;
+    /// Ends every retrieval that waits now; later ones work as ever.
+    void wakeRetrievals();
+    /// Takes the buffer completed first, waiting for it. @param wakes  wakeCount() to compare with:
+    /// a wake since then ends the retrieval at once, even if a buffer is there
+    Retrieved retrieve(std::chrono::milliseconds timeout, std::uint64_t wakes);
+
+  private:
+    mutable std::mutex mLock;
+    std::condition_variable mCompleted;
+    BufferChain mQueued;
+    BufferChain mDone; // completed
+    std::uint64_t mWakes = 0;
+};
+
+} // namespace gige::stream
+
+#endif

@@ -1,0 +1,218 @@
+#include "StreamReceiver.h"
+
+#include "GvcpPayloads.h"
+#include "PacketArithmetic.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace gige::stream
+{
+
+namespace
+{
+
+/// Between two attempts to receive from a socket that fails.
+constexpr std::chrono::milliseconds kFailurePause{10};
+/// Longest time that a flush drops packets for, when they keep coming.
+constexpr std::chrono::milliseconds kFlushTime{100};
+
+net::Timeout timeoutUntil(std::optional<Time> time)
+{
+    if (!time) {
+        return std::nullopt;
+    }
+    const auto left = std::chrono::ceil<std::chrono::microseconds>(*time - Clock::now());
+    return std::max(left, std::chrono::microseconds(0));
+}
+
+} // namespace
+
+std::unique_ptr<StreamReceiver> StreamReceiver::open(const StreamConfig& config,
+                                                     std::error_code& error)
+{
+    auto socket = net::UdpSocket::open(config.local, {}, error);
+    if (!socket) {
+        return nullptr;
+    }
+    std::unique_ptr<StreamReceiver> receiver(new StreamReceiver(config, std::move(*socket)));
+    if (!receiver->mWaker.isValid()) {
+        error = std::make_error_code(std::errc::too_many_files_open);
+        return nullptr;
+    }
+    receiver->mThread = std::thread(&StreamReceiver::run, receiver.get());
+    return receiver;
+}
+
+StreamReceiver::StreamReceiver(const StreamConfig& config, net::UdpSocket socket)
+    : mDevice(config.device),
+      mChannel(config.channel),
+      mDevicePort(config.devicePort),
+      mSocket(std::move(socket)),
+      mSocketBuffer(mSocket.setReceiveBuffer(kSocketBufferSize))
+{
+    mAssembler.setSettings(config.settings);
+    mQueueWakes = config.settings.firstPacketTimeout.count() > 0;
+}
+
+StreamReceiver::~StreamReceiver()
+{
+    if (mThread.joinable()) {
+        mStop = true;
+        mWaker.wake();
+        mThread.join();
+    }
+    mAssembler.abort();
+    mQueue.releaseAll();
+}
+
+void StreamReceiver::setSettings(const StreamSettings& settings)
+{
+    mQueueWakes = settings.firstPacketTimeout.count() > 0;
+    command([&](Commands& commands) { commands.settings = settings; });
+}
+
+bool StreamReceiver::queue(StreamBuffer& buffer)
+{
+    const bool queued = mQueue.queue(buffer, Clock::now());
+    if (queued && mQueueWakes) {
+        mWaker.wake();
+    }
+    return queued;
+}
+
+Retrieved StreamReceiver::retrieve(std::chrono::milliseconds timeout)
+{
+    return mQueue.retrieve(timeout, mQueue.wakeCount());
+}
+
+Retrieved StreamReceiver::retrieve(std::chrono::milliseconds timeout, std::uint64_t wakes)
+{
+    return mQueue.retrieve(timeout, wakes);
+}
+
+void StreamReceiver::abortQueued()
+{
+    command([](Commands& commands) { commands.abort = true; });
+}
+
+void StreamReceiver::flushPackets()
+{
+    command([](Commands& commands) { commands.flush = true; });
+}
+
+/// Has the receiving thread carry out a command, and waits for it.
+template <typename Change>
+void StreamReceiver::command(Change change)
+{
+    std::unique_lock lock(mCommandLock);
+    change(mCommands);
+    const std::uint64_t ticket = ++mCommandsGiven;
+    mHasCommands = true;
+    mWaker.wake();
+    mCommandServed.wait(lock, [&] { return mCommandsServed >= ticket; });
+}
+
+void StreamReceiver::run()
+{
+    while (!mStop) {
+        serveCommands();
+        const net::ReceiveStatus status =
+            mBatches.receive(timeoutUntil(mAssembler.nextTime()), &mWaker);
+        const Time now = Clock::now();
+        if (status == net::ReceiveStatus::Data) {
+            mBatches.forEach([&](wire::ByteView datagram, const net::Endpoint& source) {
+                onDatagram(datagram, source, now);
+            });
+        } else if (status == net::ReceiveStatus::Woken) {
+            mWaker.clear();
+        } else if (status == net::ReceiveStatus::Failed) {
+            std::this_thread::sleep_for(kFailurePause);
+        }
+        mAssembler.onTime(now);
+        mStatistics.publish(mAssembler.statistics());
+    }
+}
+
+void StreamReceiver::serveCommands()
+{
+    if (!mHasCommands) {
+        return;
+    }
+    {
+        const std::lock_guard lock(mCommandLock);
+        mHasCommands = false;
+        const Commands commands = std::exchange(mCommands, {});
+        if (commands.settings) {
+            mAssembler.setSettings(*commands.settings);
+        }
+        if (commands.flush) {
+            dropReceived();
+        }
+        if (commands.abort) {
+            mAssembler.abort();
+            mQueue.abort();
+        }
+        mStatistics.publish(mAssembler.statistics());
+        mCommandsServed = mCommandsGiven;
+    }
+    mCommandServed.notify_all();
+}
+
+void StreamReceiver::dropReceived()
+{
+    const Time limit = Clock::now() + kFlushTime;
+    while (Clock::now() < limit &&
+           mBatches.receive(std::chrono::microseconds(0), nullptr) == net::ReceiveStatus::Data) {
+        mBatches.forEach(
+            [this](wire::ByteView, const net::Endpoint&) { mAssembler.countIgnored(); });
+    }
+}
+
+void StreamReceiver::onDatagram(wire::ByteView datagram, const net::Endpoint& source, Time now)
+{
+    const auto header = isFromDevice(source) ? wire::decodeGvspHeader(datagram) : std::nullopt;
+    if (!header) {
+        mAssembler.countIgnored();
+        return;
+    }
+    if (mDevicePort.load(std::memory_order_relaxed) == 0) {
+        mDevicePort = source.port;
+    }
+    if (wire::isTestPacket(*header)) {
+        mTestPackets.note(datagram.size());
+        return;
+    }
+    mAssembler.onPacket(*header, datagram.subspan(header->size()), now);
+}
+
+bool StreamReceiver::isFromDevice(const net::Endpoint& source) const
+{
+    const std::uint16_t port = mDevicePort.load(std::memory_order_relaxed);
+    return source.address == mDevice && (port == 0 || port == source.port);
+}
+
+void StreamReceiver::complete(StreamBuffer& buffer)
+{
+    // First, so that whoever retrieves the buffer finds it counted.
+    mStatistics.publish(mAssembler.statistics());
+    mQueue.complete(buffer);
+}
+
+void StreamReceiver::requestResend(const ResendRequest& request)
+{
+    mRequestId = wire::nextRequestId(mRequestId);
+    std::array<std::uint8_t, wire::kMaxPacketResendDatagram> datagram{};
+    const std::size_t size = wire::encodeDatagram({.extendedIds = request.extendedIds,
+                                                   .channel = mChannel,
+                                                   .blockId = request.blockId,
+                                                   .firstPacket = request.packets.first,
+                                                   .lastPacket = request.packets.last},
+                                                  mRequestId, datagram);
+    // A request that cannot be sent is one that is not answered: it is repeated.
+    static_cast<void>(
+        mSocket.send(wire::ByteView(datagram).first(size), {mDevice, wire::kGvcpPort}));
+}
+
+} // namespace gige::stream

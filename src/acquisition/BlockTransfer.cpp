@@ -1,0 +1,202 @@
+// Recorded frames in blocks: requests to the readout thread, and its results to the host.
+#include "CQuorGrabber.h"
+#include "CQuorReadoutThread.h"
+#include "Commands.h"
+#include "FrameHeader.h"
+#include "LogText.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace
+{
+
+constexpr std::uint32_t kBlockTarget = 5'800'320; // bytes; a larger frame makes a block of its own
+constexpr std::uint32_t kMaxFramesPerBlock = 1000;
+constexpr std::int32_t kLinkLost = 1;
+
+constexpr std::uint32_t blockSizeFor(std::uint32_t frameSize)
+{
+    return std::max(kBlockTarget, frameSize);
+}
+
+/// The counters of all frames, so that the gaps can be judged. The texts are in German, coded in
+/// Windows-1252, and known to those who read these lines.
+void logGaps(const std::vector<FrameCounterCheck::Gap>& gaps, const BlockCounters& counters,
+             std::uint32_t frameSize, std::int32_t frameCount)
+{
+    for (const FrameCounterCheck::Gap& gap : gaps) {
+        logLine("======> CQuorGrabber::getRecordedFrameBlockResult: Sequenzfehler, Vorg\xE4"
+                "nger frame = %d, Nachfolger frame = %d, )",
+                gap.previous, gap.counter);
+    }
+    if (gaps.empty()) {
+        return;
+    }
+    // The size is in 16-bit words.
+    logLine("======> CQuorGrabber::getRecordedFrameBlockResult: Framesize = %d, Frames im Block: "
+            "%d, Anzahl der Sequenzfehler = %d)",
+            static_cast<std::int32_t>(frameSize / 2), frameCount,
+            static_cast<std::int32_t>(gaps.size()));
+    for (std::size_t frame = 0; frame < counters.size(); ++frame) {
+        logLine("======> CQuorGrabber::getRecordedFrameBlockResult: Frame Nr. %d im Block hat "
+                "Framcounter = %d",
+                static_cast<std::int32_t>(frame), counters[frame]);
+    }
+}
+
+} // namespace
+
+std::int32_t CQuorGrabber::getFrameBlockSize(std::uint32_t* frames) const
+{
+    const std::uint32_t frameSize = mGeometry.frameSize();
+    if (frameSize == 0) {
+        return kFailure;
+    }
+    *frames = std::min(blockSizeFor(frameSize) / frameSize, kMaxFramesPerBlock);
+    return kSuccess;
+}
+
+std::int32_t CQuorGrabber::startFrameBlockTransfer()
+{
+    logLine("Start Frame Block Transfer.");
+    if (!isConnected()) {
+        return kFailure;
+    }
+    mBlock.counterCheck.restart();
+    stopPlaybackMode();
+    // Once more, now that the queue is empty.
+    execute(mFeatures->acquisitionStop);
+    mBlock.currentSequence = 0;
+    std::int32_t sequence = 0;
+    if (setCurrentStreamSequence(&sequence) != kSuccess) {
+        return kFailure;
+    }
+    mBlock.frameSize = mGeometry.frameSize();
+    if (mBlock.frameSize == 0) {
+        return kFailure;
+    }
+    const std::int32_t result = startReadoutThread();
+    if (result != kSuccess) {
+        return result;
+    }
+    mMode.current = Mode::BlockTransfer;
+    mReadoutThread.get()->start();
+    return kSuccess;
+}
+
+std::int32_t CQuorGrabber::startReadoutThread()
+{
+    // Workers that an earlier start has left: none outlives its mode.
+    endAcquisitionThread();
+    endReadoutThread();
+    releaseImageBuffers();
+    const std::uint32_t blockSize = blockSizeFor(mBlock.frameSize);
+    logLine("Frame size %d  Used block size: %d,  Frames per buffer %d",
+            static_cast<std::int32_t>(mBlock.frameSize), static_cast<std::int32_t>(blockSize),
+            static_cast<std::int32_t>(blockSize / mBlock.frameSize));
+    const auto thread = std::make_shared<CQuorReadoutThread>();
+    mReadoutThread.set(thread);
+    const std::int32_t result = thread->initialize(
+        this, static_cast<std::uint32_t>(mGeometry.width),
+        static_cast<std::uint32_t>(mGeometry.height), blockSize, mTransfer.requestMode);
+    if (result == kSuccess) {
+        mBlock.data.resize(blockSize);
+    }
+    return result;
+}
+
+std::shared_ptr<CQuorReadoutThread> CQuorGrabber::runningReadoutThread() const
+{
+    // One whose initialisation has failed stays, but would never answer.
+    std::shared_ptr<CQuorReadoutThread> thread = mReadoutThread.get();
+    return thread != nullptr && thread->isRunning() ? thread : nullptr;
+}
+
+std::int32_t CQuorGrabber::getRecordedFrameBlock(std::uint32_t sequence, std::uint32_t firstFrame,
+                                                 std::uint32_t frameCount)
+{
+    constexpr std::uint32_t kMaxCount = std::numeric_limits<std::int32_t>::max();
+    if (mIsConnectionLost) {
+        return kLinkLost;
+    }
+    const std::shared_ptr<CQuorReadoutThread> thread = runningReadoutThread();
+    if (thread == nullptr || frameCount == 0 || frameCount > kMaxCount) {
+        return kFailure;
+    }
+    // The number as clamped is not kept: the sequence is selected anew for every block but those of
+    // the first one.
+    auto selected = static_cast<std::int32_t>(sequence);
+    if (selected != mBlock.currentSequence && setCurrentStreamSequence(&selected) != kSuccess) {
+        return kFailure;
+    }
+    thread->clearResult();
+    if (mIsConnectionLost) {
+        return kLinkLost; // the loss may have been signalled just before it was cleared
+    }
+    const auto first = static_cast<std::int32_t>(firstFrame);
+    const auto last = static_cast<std::int32_t>(firstFrame + frameCount - 1);
+    const bool wasSerial = thread->isSerial();
+    if (thread->requestFrames(first, last) == kSuccess) {
+        return kSuccess;
+    }
+    if (!wasSerial) {
+        return kFailure;
+    }
+    logLine("Readout mode fallback: Non serial read!");
+    thread->giveUpSerial();
+    return thread->requestFrames(first, last);
+}
+
+const std::uint8_t* CQuorGrabber::getRecordedFrameBlockResult(std::int64_t* frames,
+                                                              std::uint32_t* status)
+{
+    if (mIsConnectionLost) {
+        return nullptr;
+    }
+    const std::shared_ptr<CQuorReadoutThread> thread = runningReadoutThread();
+    std::int32_t frameCount = 0;
+    const std::int32_t result = thread == nullptr
+                                    ? static_cast<std::int32_t>(RequestResult::ThreadEnded)
+                                    : thread->waitForResult(&frameCount);
+    *status = static_cast<std::uint32_t>(result);
+    if (result != static_cast<std::int32_t>(RequestResult::Complete)) {
+        return nullptr;
+    }
+    *frames = frameCount;
+    thread->readBlock([&](std::span<const std::uint8_t> block) {
+        const BlockCounters counters(block, mBlock.frameSize, static_cast<std::size_t>(frameCount));
+        logGaps(mBlock.counterCheck.check(counters), counters, mBlock.frameSize, frameCount);
+        std::copy_n(block.begin(), std::min(block.size(), mBlock.data.size()), mBlock.data.begin());
+    });
+    return mBlock.data.data();
+}
+
+const std::uint8_t* CQuorGrabber::getRecordedFrameBlockInfo(std::uint32_t index,
+                                                            std::uint64_t* header,
+                                                            std::uint8_t* flags,
+                                                            std::uint8_t* extra) const
+{
+    const std::size_t offset = std::size_t{index} * mBlock.frameSize;
+    // The index is not checked against the frames collected, only against the block's end.
+    if (mIsConnectionLost || offset >= mBlock.data.size()) {
+        return nullptr;
+    }
+    const std::span<const std::uint8_t> frame = std::span(mBlock.data).subspan(offset);
+    const auto decoded = decodeFrameHeader(frame);
+    if (!decoded) {
+        return nullptr;
+    }
+    *header = decoded->value;
+    *flags = decoded->flags;
+    *extra = decoded->extra;
+    return frame.data();
+}
+
+std::int32_t CQuorGrabber::abortCurrentFrameBlockRequest()
+{
+    if (const std::shared_ptr<CQuorReadoutThread> thread = mReadoutThread.get()) {
+        thread->abortRequest();
+    }
+    return kSuccess;
+}

@@ -1,0 +1,53 @@
+#ifndef TELVO_ACQUISITION_FRAMECOUNTERCHECK_H
+#define TELVO_ACQUISITION_FRAMECOUNTERCHECK_H
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <vector>
+
+/// The frame counters of a block, read where they lie.
+class BlockCounters
+{
+  public:
+    /**
+     * @param block       frames one behind the other
+     * @param frameSize   bytes; an odd frame size makes the step one byte short, which hosts know
+     *                    from the reported gaps
+     * @param frameCount  what lies beyond the block's end is left out
+     */
+    BlockCounters(std::span<const std::uint8_t> block, std::size_t frameSize,
+                  std::size_t frameCount);
+
+    std::size_t size() const { return mCount; }
+    std::uint16_t operator[](std::size_t frame) const;
+
+  private:
+    std::span<const std::uint8_t> mBlock;
+    std::size_t mStride;
+    std::size_t mCount;
+};
+
+/// Looks for gaps in the frame counters of a recording that is read back block by block.
+class FrameCounterCheck
+{
+  public:
+    struct Gap {
+        std::uint16_t previous;
+        std::uint16_t counter;
+        bool operator==(const Gap&) const = default;
+    };
+
+    /// The next block is a first one: its frame 0 has no predecessor.
+    void restart() { mLast.reset(); }
+
+    /// One pass over the block. A counter of 0 is always accepted, and whatever follows 65535.
+    /// @return the gaps, in order
+    std::vector<Gap> check(const BlockCounters& counters);
+
+  private:
+    std::optional<std::uint16_t> mLast;
+};
+
+#endif

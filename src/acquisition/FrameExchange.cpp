@@ -1,0 +1,77 @@
+#include "FrameExchange.h"
+
+#include "FrameHeader.h"
+
+#include <algorithm>
+
+namespace
+{
+
+class Locked
+{
+  public:
+    explicit Locked(CRITICAL_SECTION& section) : mSection(section)
+    {
+        EnterCriticalSection(&mSection);
+    }
+    ~Locked() { LeaveCriticalSection(&mSection); }
+    Locked(const Locked&) = delete;
+    Locked& operator=(const Locked&) = delete;
+
+  private:
+    CRITICAL_SECTION& mSection;
+};
+
+} // namespace
+
+FrameExchange::FrameExchange()
+{
+    InitializeCriticalSection(&mLock);
+}
+
+FrameExchange::~FrameExchange()
+{
+    DeleteCriticalSection(&mLock);
+}
+
+void FrameExchange::reset(std::uint32_t frameSize)
+{
+    // Room for a header even where the image is smaller: the host's side reads it from any image.
+    const std::size_t size = std::max<std::size_t>(frameSize, kFrameHeaderSize);
+    const Locked lock(mLock);
+    for (Buffer& buffer : mBuffers) {
+        buffer = {std::make_unique<std::uint8_t[]>(size), false};
+    }
+    mWriteIndex = 0;
+    mFrameSize = frameSize;
+}
+
+void FrameExchange::clear()
+{
+    const Locked lock(mLock);
+    mBuffers = {};
+    mFrameSize = 0;
+}
+
+void FrameExchange::put(std::span<const std::uint8_t> image)
+{
+    const Locked lock(mLock);
+    Buffer& target = mBuffers[mWriteIndex];
+    if (target.data == nullptr) {
+        return;
+    }
+    std::copy_n(image.begin(), std::min(image.size(), mFrameSize), target.data.get());
+    target.filled = true;
+}
+
+std::span<const std::uint8_t> FrameExchange::take()
+{
+    const Locked lock(mLock);
+    const Buffer& taken = mBuffers[mWriteIndex];
+    if (!taken.filled) {
+        return {};
+    }
+    mWriteIndex = 1 - mWriteIndex;
+    mBuffers[mWriteIndex].filled = false;
+    return {taken.data.get(), std::max(mFrameSize, kFrameHeaderSize)};
+}

@@ -1,0 +1,51 @@
+#ifndef TELVO_ACQUISITION_FRAMEEXCHANGE_H
+#define TELVO_ACQUISITION_FRAMEEXCHANGE_H
+
+#include "Kernel.h"
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <span>
+
+/**
+ * Hands the newest live image to the host. Of two buffers one takes the images, each over the one
+ * before; the other is the host's, until its next successful take() swaps the two.
+ *
+ * Threads: put() acquisition thread; take() host; reset() and clear() host, while it reads no image
+ * taken before. mLock guards all members.
+ */
+class FrameExchange
+{
+  public:
+    FrameExchange();
+    ~FrameExchange();
+    FrameExchange(const FrameExchange&) = delete;
+    FrameExchange& operator=(const FrameExchange&) = delete;
+
+    /// Begins anew with two empty buffers.
+    /// @param frameSize  bytes per image
+    void reset(std::uint32_t frameSize);
+    /// Frees both buffers; nothing can be put or taken until the next reset().
+    void clear();
+
+    /// Copies an image of at most the frame size; of a larger one the beginning.
+    void put(std::span<const std::uint8_t> image);
+
+    /// @return the newest image: frame size bytes and at least a frame header, the host's until the
+    /// next successful take(); empty when none has come since the last one
+    std::span<const std::uint8_t> take();
+
+  private:
+    struct Buffer {
+        std::unique_ptr<std::uint8_t[]> data;
+        bool filled = false;
+    };
+
+    CRITICAL_SECTION mLock{};
+    std::array<Buffer, 2> mBuffers;
+    std::size_t mWriteIndex = 0;
+    std::size_t mFrameSize = 0;
+};
+
+#endif

@@ -1,0 +1,94 @@
+#include "FrameRequester.h"
+
+#include "CQuorGrabber.h"
+#include "Commands.h"
+
+#include <array>
+#include <cstdio>
+
+namespace
+{
+constexpr int kTries = 3;
+constexpr std::size_t kSerialRequestSize = 37; // characters
+} // namespace
+
+std::string serialFrameRequest(const FrameRange& range)
+{
+    std::array<char, kSerialRequestSize + 1> text{};
+    std::snprintf(text.data(), text.size(), ":GW07b0%08X:GW07a8%08X:GW07f8",
+                  static_cast<unsigned>(range.last), static_cast<unsigned>(range.first));
+    return text.data();
+}
+
+void FrameRequester::bind(CQuorGrabber& grabber, std::int32_t readoutMode)
+{
+    mGrabber = &grabber;
+    const CameraFeatures& features = grabber.features();
+    mStartNumber = features.find<PvGenInteger>("StreamStartNumber");
+    mEndNumber = features.find<PvGenInteger>("StreamEndNumber");
+    mSequenceStart = features.find<PvGenCommand>("StreamSequenceStart");
+    mAcquisitionStart = features.find<PvGenCommand>("AcquisitionStart");
+    features.find<PvGenCommand>("AcquisitionStop"); // sent by the grabber, through its own handle
+    if (hasRange()) {
+        mStartNumber->SetValue(0);
+        mEndNumber->SetValue(0);
+    }
+    mIsSerial = readoutMode == 1 && grabber.serialPort().IsOpened();
+    if (mIsSerial) {
+        grabber.flushSerialPort();
+    }
+}
+
+bool FrameRequester::canSend() const
+{
+    return mIsSerial || hasRange();
+}
+
+bool FrameRequester::hasRange() const
+{
+    return mStartNumber != nullptr && mEndNumber != nullptr;
+}
+
+bool FrameRequester::send(const FrameRange& range)
+{
+    return mIsSerial ? sendSerial(range) : sendFeatures(range);
+}
+
+void FrameRequester::startAcquisition()
+{
+    execute(mAcquisitionStart);
+}
+
+bool FrameRequester::sendSerial(const FrameRange& range)
+{
+    const std::string request = serialFrameRequest(range);
+    for (int i = 0; i < kTries; ++i) {
+        if (mGrabber->writeData(reinterpret_cast<const std::uint8_t*>(request.data()),
+                                static_cast<std::uint32_t>(request.size())) == kSuccess) {
+            return true;
+        }
+    }
+    return false;
+}
+
+bool FrameRequester::sendFeatures(const FrameRange& range)
+{
+    for (int i = 0; hasRange() && i < kTries; ++i) {
+        if (setRange(range)) {
+            execute(mSequenceStart);
+            return true;
+        }
+    }
+    return false;
+}
+
+bool FrameRequester::setRange(const FrameRange& range)
+{
+    const auto setFirst = [&] { return mStartNumber->SetValue(range.first).IsOK(); };
+    const auto setLast = [&] { return mEndNumber->SetValue(range.last).IsOK(); };
+    // The camera refuses a number that crosses the other, old one: then the other goes first.
+    if (!setLast() && !(setFirst() && setLast())) {
+        return false;
+    }
+    return setFirst() || (setLast() && setFirst());
+}

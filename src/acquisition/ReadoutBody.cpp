@@ -1,0 +1,171 @@
+// What the readout thread does with the stream: frames into the block, errors into new requests.
+#include "CQuorGrabber.h"
+#include "CQuorReadoutThread.h"
+#include "FrameHeader.h"
+#include "LinkLimits.h"
+#include "LogText.h"
+#include "PipelineDrain.h"
+
+#include <algorithm>
+
+namespace
+{
+constexpr std::int32_t kErrorsBeforeDataRate = 3;
+constexpr DWORD kMillisecondsPerSecond = 1000;
+} // namespace
+
+DWORD CQuorReadoutThread::Function()
+{
+    const DWORD start = GetTickCount();
+    logLine("ReadoutThread started!\n");
+    prepareLink();
+    while (!isStopRequested()) {
+        PvBuffer* buffer = nullptr;
+        PvResult operation;
+        const PvResult retrieval = mPipeline->retrieve(&buffer, INFINITE, &operation);
+        if (!retrieval.IsOK()) {
+            handleRetrievalError(retrieval);
+        } else if (!operation.IsOK()) {
+            handleFrameError(*buffer, operation);
+        } else {
+            handleFrame(*buffer);
+        }
+        completeRequest();
+    }
+    signalResult(RequestResult::ThreadEnded);
+    mPipeline->close();
+    logLine("\nReadoutThread stopped. Duration: %d seconds\n\n",
+            static_cast<std::int32_t>((GetTickCount() - start) / kMillisecondsPerSecond));
+    return 0;
+}
+
+void CQuorReadoutThread::prepareLink()
+{
+    sendInterPacketDelay(mGrabber->transfer().outputInterPacketDelay);
+    logLine("-------------------> ReadoutThread: set interpacket delay: %d \n", mInterPacketDelay);
+    mDataRate = mGrabber->transfer().outputDataRate;
+    mGrabber->SetOutputDatarate(mDataRate);
+}
+
+void CQuorReadoutThread::handleFrame(PvBuffer& buffer)
+{
+    std::int32_t acquired = mFramesAcquired;
+    const std::int32_t ordered = mFramesOrdered;
+    if (acquired < ordered) {
+        storeFrame(buffer, acquired);
+    } else {
+        const auto header = decodeFrameHeader({buffer.GetDataPointer(), buffer.GetSize()});
+        logLine("=============> fehler CQuorReadoutThread::Function - Ignore excess frame "
+                "(count = %d), acquired %d frames, requested were %d",
+                header ? std::int32_t{header->counter} : 0, acquired + 1, ordered);
+    }
+    // A request sent meanwhile has begun to count anew: then this frame is none of its.
+    mFramesAcquired.compare_exchange_strong(acquired, acquired + 1);
+    mPipeline->release(&buffer);
+}
+
+void CQuorReadoutThread::storeFrame(PvBuffer& buffer, std::int32_t index)
+{
+    const std::lock_guard lock(mBlockLock);
+    const std::size_t offset = static_cast<std::size_t>(index) * mFrameSize;
+    if (offset + mFrameSize <= mBlock.size()) {
+        std::copy_n(buffer.GetDataPointer(), std::min(buffer.GetSize(), mFrameSize),
+                    &mBlock[offset]);
+    }
+}
+
+void CQuorReadoutThread::handleFrameError(PvBuffer& buffer, const PvResult& error)
+{
+    mHasFrameError = true;
+    mIsPending = false;
+    const std::int32_t acquired = mFramesAcquired;
+    logLine("=============> Internal error %s, acquired %d frames",
+            error.GetCodeString().GetAscii(), acquired);
+    keepBack(buffer);
+    const Drained drained =
+        drainPipeline(*mPipeline, mFramesOrdered, acquired,
+                      "=============> due to external after internal error, sleep ( %d )",
+                      [this] { return isStopRequested(); });
+    logLine("=============> After internal error, %d / %d times "
+            "mPipeline->RetrieveNextBuffer()/ReleaseBuffer() for clearing",
+            drained.passes, drained.buffers);
+    repeatRequest();
+    ++mConsecutiveErrors;
+}
+
+void CQuorReadoutThread::keepBack(PvBuffer& buffer)
+{
+    // A buffer that carried an error is not used again at once. With half of them kept back they
+    // all return, lest a long readout over a poor link leave the pipeline without buffers.
+    mKeptBack.push_back(&buffer);
+    if (mKeptBack.size() * 2 < mBufferCount) {
+        return;
+    }
+    for (PvBuffer* const kept : mKeptBack) {
+        mPipeline->release(kept);
+    }
+    mKeptBack.clear();
+}
+
+void CQuorReadoutThread::handleRetrievalError(const PvResult& error)
+{
+    // Woken by a stop, or nothing came because nothing was asked for.
+    if (isStopRequested() || !mIsPending.exchange(false)) {
+        return;
+    }
+    paceCamera();
+    const std::int32_t acquired = mFramesAcquired;
+    logLine("\n  External error %s Only aquired %d frames", error.GetCodeString().GetAscii(),
+            acquired);
+    const Drained drained = drainPipeline(*mPipeline, mFramesOrdered, acquired,
+                                          "=============> due to external error, sleep ( %d )",
+                                          [this] { return isStopRequested(); });
+    if (drained.buffers > 0) {
+        logLine("=============> After external error, %d / %d times "
+                "mPipeline->RetrieveNextBuffer()/ReleaseBuffer() for clearing",
+                drained.passes, drained.buffers);
+    }
+    repeatRequest();
+    ++mConsecutiveErrors;
+}
+
+void CQuorReadoutThread::paceCamera()
+{
+    if (mHasFrameError) {
+        mHasFrameError = false;
+        sendInterPacketDelay(
+            raisedInterPacketDelay(mInterPacketDelay, mGrabber->transfer().outputInterPacketDelay));
+    } else if (mConsecutiveErrors > kErrorsBeforeDataRate) {
+        raiseDataRate();
+    }
+}
+
+void CQuorReadoutThread::raiseDataRate()
+{
+    if (++mDataRate > kMaxDataRate) {
+        // No rate helps: leave the serial line and begin again at the settings of initialisation.
+        giveUpSerial();
+        sendInterPacketDelay(mGrabber->transfer().defaultInterPacketDelay);
+        mDataRate = mGrabber->transfer().outputDataRate;
+    }
+    mGrabber->SetOutputDatarate(mDataRate);
+    mConsecutiveErrors = 0;
+}
+
+void CQuorReadoutThread::sendInterPacketDelay(std::int32_t delay)
+{
+    mInterPacketDelay = delay;
+    mGrabber->setInterPacketDelay(delay);
+}
+
+void CQuorReadoutThread::completeRequest()
+{
+    const std::int32_t acquired = mFramesAcquired;
+    if (acquired != mFramesOrdered || !mIsPending.exchange(false)) {
+        return;
+    }
+    mConsecutiveErrors = 0;
+    mResult = RequestResult::Complete;
+    logLine("     Acquired %d frames", acquired);
+    SetEvent(mResultEvent.get());
+}

@@ -1,0 +1,8 @@
+#include "Kernel.h"
+
+/// Loading and unloading the library, and threads that come and go, need nothing: cameras are
+/// connected and given up by the host's calls alone.
+extern "C" BOOL WINAPI DllMain(HINSTANCE /*instance*/, DWORD /*reason*/, LPVOID /*reserved*/)
+{
+    return TRUE;
+}

@@ -1,0 +1,60 @@
+#include "CQuorGrabber.h"
+
+#include "CQuorAcquisitionThread.h"
+#include "CQuorReadoutThread.h"
+#include "FrameExchange.h"
+#include "LogText.h"
+
+CQuorGrabber::CQuorGrabber() : mFrames(std::make_unique<FrameExchange>()) {}
+
+CQuorGrabber::~CQuorGrabber()
+{
+    endAcquisitionThread();
+    endReadoutThread();
+    if (mStream.IsOpen()) {
+        (void)mStream.Close();
+    }
+    releaseImageBuffers();
+    releaseSingleImageBuffer();
+    if (!mIsConnectionLost) {
+        releaseDevice();
+    }
+    mOverdueThreads.clear(); // what they waited for has failed by now; they use the frames
+    mFrames.reset();         // deletes its lock
+    logLine("Grabber disconnected!.");
+}
+
+void CQuorGrabber::releaseDevice()
+{
+    if (mDevice.IsConnected()) {
+        logLine("Unregister event sink.");
+        (void)mDevice.UnregisterEventSink(this);
+    }
+    (void)mDevice.ResetStreamDestination(kStreamChannel);
+    if (!mDevice.IsConnected()) {
+        return;
+    }
+    if (mIsUserNameChanged) {
+        mIsUserNameChanged = false;
+        (void)writeUserDefinedName();
+    }
+    (void)mDevice.Disconnect();
+}
+
+void CQuorGrabber::releaseSingleImageBuffer()
+{
+    if (mSingleImageBuffer != nullptr) {
+        mSingleImageBuffer->Free();
+        mSingleImageBuffer.reset();
+    }
+}
+
+void CQuorGrabber::allocateSingleImageBuffer(std::uint32_t size)
+{
+    releaseSingleImageBuffer();
+    auto buffer = std::make_unique<PvBuffer>();
+    if (size != 0 && buffer->Alloc(size).IsOK()) {
+        mSingleImageBuffer = std::move(buffer);
+    }
+    logLine("Allocate single image buffer, Buffersize %d", static_cast<std::int32_t>(size));
+}

@@ -1,0 +1,31 @@
+#ifndef TELVO_SRC_GRABBER_GEOMETRYCACHE_H
+#define TELVO_SRC_GRABBER_GEOMETRYCACHE_H
+
+#include <atomic>
+#include <cstdint>
+
+constexpr std::int32_t kDefaultWidth = 1280;  // pixels
+constexpr std::int32_t kDefaultHeight = 1024; // pixels
+
+/// Image geometry in pixels as last read from the camera or written to it. Written by the host's
+/// thread, read by the worker threads as well.
+struct GeometryCache {
+    std::atomic<std::int32_t> offsetX = 0;
+    std::atomic<std::int32_t> offsetY = 0;
+    std::atomic<std::int32_t> width = kDefaultWidth;
+    std::atomic<std::int32_t> height = kDefaultHeight;
+    std::atomic<std::int32_t> sensorWidth = kDefaultWidth;
+    std::atomic<std::int32_t> sensorHeight = kDefaultHeight;
+
+    /// Bytes per image, one per pixel; 0 for a geometry that holds no image.
+    std::uint32_t frameSize() const
+    {
+        const std::int32_t columns = width;
+        const std::int32_t rows = height;
+        return columns <= 0 || rows <= 0
+                   ? 0
+                   : static_cast<std::uint32_t>(columns) * static_cast<std::uint32_t>(rows);
+    }
+};
+
+#endif

@@ -1,0 +1,57 @@
+/// Every GVCP decoder on a datagram from the network.
+#include "DiscoveryAck.h"
+#include "GvcpHeader.h"
+#include "GvcpPayloads.h"
+#include "GvcpStatus.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+
+using namespace gige::wire;
+
+namespace
+{
+
+/// What decodes has to encode to the same bytes again.
+template <typename Value>
+void expectSame(const std::optional<Value>& value, ByteView bytes)
+{
+    if (!value) {
+        return;
+    }
+    const auto again = encode(*value);
+    if (!std::ranges::equal(again, bytes)) {
+        std::abort();
+    }
+}
+
+void decodeAll(std::uint8_t flags, ByteView payload)
+{
+    expectSame(decodeReadRegister(payload), payload);
+    expectSame(decodeReadRegisterAck(payload), payload);
+    expectSame(decodeWriteRegister(payload), payload);
+    expectSame(decodeMemoryBlock(payload), payload);
+    static_cast<void>(decodeReadMemory(payload)); // has reserved bytes, as have the others below
+    static_cast<void>(decodeForceIp(payload));
+    static_cast<void>(decodeWriteAck(payload));
+    static_cast<void>(decodePendingAck(payload));
+    static_cast<void>(decodePacketResend(flags, payload));
+    static_cast<void>(decodeDiscoveryAck(payload));
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    const ByteView datagram(data, size);
+    if (const auto command = decodeCommand(datagram)) {
+        decodeAll(command->header.flags, command->payload);
+    }
+    if (const auto ack = decodeAck(datagram)) {
+        static_cast<void>(statusText(ack->header.status));
+        decodeAll(0, ack->payload);
+        decodeAll(kGvcpExtendedIds, ack->payload);
+    }
+    return 0;
+}

@@ -1,0 +1,421 @@
+#include "DeviceConnection.h"
+
+#include "ControlFixture.h"
+
+#include <atomic>
+#include <gtest/gtest.h>
+#include <thread>
+
+namespace gige::control
+{
+namespace
+{
+
+using std::chrono::milliseconds;
+
+constexpr std::uint32_t kCcp = 0x0A00;
+constexpr std::uint32_t kHeartbeatTimeout = 0x0938;
+
+class DeviceConnectionTest : public testing::Test
+{
+  protected:
+    DeviceConnectionTest()
+    {
+        mSettings.answerTimeout = 1000;
+        mSettings.commandRetryCount = 1;
+        mSettings.heartbeatInterval = 20;
+    }
+
+    ControlValue<std::unique_ptr<DeviceConnection>> open(AccessType access = AccessType::Exclusive)
+    {
+        return DeviceConnection::open({.ip = {0x7F00021F}, .interface = loopback()}, access,
+                                      mSettings, [this] {
+                                          mLostOn = std::this_thread::get_id();
+                                          ++mLost;
+                                      });
+    }
+
+    /// Opens, or fails the test.
+    std::unique_ptr<DeviceConnection> connected(AccessType access = AccessType::Exclusive)
+    {
+        auto opened = open(access);
+        EXPECT_TRUE(opened.ok()) << resultText(opened.result());
+        return opened.ok() ? std::move(*opened) : nullptr;
+    }
+
+    /// The device then loses its patience, and we ours, within this time of silence.
+    void setHeartbeatTimeout(std::uint32_t timeout) { mSettings.defaultHeartbeatTimeout = timeout; }
+
+    bool waitForLoss() const
+    {
+        for (int i = 0; i < 2000 && mLost == 0; ++i) {
+            std::this_thread::sleep_for(milliseconds(5));
+        }
+        return mLost != 0;
+    }
+
+    /// Reads of CCP, which is what a heartbeat is.
+    std::size_t heartbeats() const
+    {
+        std::size_t count = 0;
+        for (const FakeCommand& command : mDevice.commands(kReadRegisterCommand)) {
+            count += command.firstWord == kCcp ? 1U : 0U;
+        }
+        return count;
+    }
+
+    bool waitForHeartbeats(std::size_t wanted) const
+    {
+        for (int i = 0; i < 2000 && heartbeats() < wanted; ++i) {
+            std::this_thread::sleep_for(milliseconds(5));
+        }
+        return heartbeats() >= wanted;
+    }
+
+    FakeDevice mDevice{"127.0.2.31"};
+    LinkSettings mSettings;
+    std::atomic<int> mLost{0};
+    std::atomic<std::thread::id> mLostOn{};
+};
+
+TEST_F(DeviceConnectionTest, TakesControlAndGivesItBack)
+{
+    auto device = connected(AccessType::Exclusive);
+    EXPECT_EQ(mDevice.registerValue(kCcp), 1U);
+    EXPECT_TRUE(device->isConnected());
+    device->disconnect();
+    EXPECT_EQ(mDevice.registerValue(kCcp), 0U);
+    EXPECT_FALSE(device->isConnected());
+    EXPECT_EQ(mLost, 0);
+}
+
+TEST_F(DeviceConnectionTest, EndingTheObjectDisconnects)
+{
+    connected(AccessType::Control).reset();
+    const auto writes = mDevice.commands(kWriteRegisterCommand);
+    EXPECT_EQ(writes.front().datagram.back(), 2) << "CCP control";
+    EXPECT_EQ(writes.back().datagram.back(), 0);
+    EXPECT_EQ(mDevice.registerValue(kCcp), 0U);
+}
+
+TEST_F(DeviceConnectionTest, OpenAccessWritesNothing)
+{
+    auto device = connected(AccessType::Open);
+    EXPECT_TRUE(waitForHeartbeats(2)) << "liveness is watched all the same";
+    device.reset();
+    EXPECT_EQ(mDevice.count(kWriteRegisterCommand), 0U);
+}
+
+TEST_F(DeviceConnectionTest, SetsTheHeartbeatTimeout)
+{
+    setHeartbeatTimeout(5000);
+    const auto device = connected();
+    EXPECT_EQ(mDevice.registerValue(kHeartbeatTimeout), 5000U);
+}
+
+TEST_F(DeviceConnectionTest, SwitchesOnWhatTheDeviceOffers)
+{
+    mDevice.setRegister(0x0934, 0x00400020 | 0x3); // extended status 1.1, PENDING_ACK
+    mDevice.setRegister(0x0954, 0x8);
+    const auto device = connected();
+    EXPECT_EQ(mDevice.registerValue(0x0954), 0xEU);
+}
+
+TEST_F(DeviceConnectionTest, LeavesTheConfigurationAloneWhenNothingIsOffered)
+{
+    mDevice.setRegister(0x0954, 0x8);
+    const auto device = connected();
+    EXPECT_EQ(mDevice.registerValue(0x0954), 0x8U);
+}
+
+TEST_F(DeviceConnectionTest, ADeviceHeldByAnotherHostIsAccessDeniedAtOnce)
+{
+    mDevice.setScript([](const FakeCommand& command) {
+        const bool write = command.code == kWriteRegisterCommand;
+        return std::vector<FakeAnswer>{{write ? errorAck(command, 0x8006) : command.ack}};
+    });
+    const auto opened = open();
+    EXPECT_TRUE(opened.result().refused(wire::GvcpStatus::AccessDenied));
+    EXPECT_EQ(mDevice.count(kWriteRegisterCommand), 1U);
+}
+
+TEST_F(DeviceConnectionTest, ADeviceThatDropsForeignWritesIsAccessDeniedToo)
+{
+    mDevice.setScript([](const FakeCommand& command) {
+        if (command.code == kWriteRegisterCommand) {
+            return std::vector<FakeAnswer>{};
+        }
+        Bytes ack = command.ack;
+        if (command.firstWord == kCcp) {
+            ack.back() = 2; // held
+        }
+        return std::vector<FakeAnswer>{{ack}};
+    });
+    EXPECT_TRUE(open().result().refused(wire::GvcpStatus::AccessDenied));
+}
+
+TEST_F(DeviceConnectionTest, AnAbsentDeviceIsATimeout)
+{
+    mDevice.setSilent(true);
+    EXPECT_EQ(open().result().status, ControlStatus::Timeout);
+}
+
+TEST_F(DeviceConnectionTest, AnInterfaceThatIsGoneIsANetworkError)
+{
+    net::NetworkInterface gone = loopback();
+    gone.address = {0xC0000201};
+    const auto opened = DeviceConnection::open({.ip = {0x7F00021F}, .interface = gone},
+                                               AccessType::Control, mSettings, [] {});
+    EXPECT_EQ(opened.result().status, ControlStatus::NetworkError);
+}
+
+TEST_F(DeviceConnectionTest, BeatsAtItsIntervalAndFollowsAChange)
+{
+    mSettings.heartbeatInterval = 3000;
+    setHeartbeatTimeout(60'000);
+    const auto device = connected();
+    std::this_thread::sleep_for(milliseconds(100));
+    EXPECT_EQ(heartbeats(), 0U) << "the first one after an interval";
+    mSettings.heartbeatInterval = 10;
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_TRUE(waitForHeartbeats(20));
+    EXPECT_LT(elapsed(start), 30'000) << "20 at the old interval take a minute";
+}
+
+TEST_F(DeviceConnectionTest, BeatsThriceATimeoutHoweverLongTheInterval)
+{
+    mSettings.heartbeatInterval = 600'000;
+    setHeartbeatTimeout(3000);
+    const auto device = connected();
+    EXPECT_TRUE(waitForHeartbeats(2));
+    EXPECT_TRUE(device->isConnected());
+}
+
+TEST_F(DeviceConnectionTest, SilenceForTheHeartbeatTimeoutLosesTheLink)
+{
+    setHeartbeatTimeout(1500);
+    auto device = connected();
+    ASSERT_TRUE(waitForHeartbeats(1));
+    mDevice.setSilent(true);
+    const auto start = std::chrono::steady_clock::now();
+    ASSERT_TRUE(waitForLoss());
+    EXPECT_GE(elapsed(start), 1000);
+    EXPECT_FALSE(device->isConnected());
+    EXPECT_NE(mLostOn.load(), std::this_thread::get_id());
+    EXPECT_EQ(device->registers().readRegister(0).result().status, ControlStatus::NotConnected);
+    EXPECT_EQ(device->registers().writeRegister(kCcp, 1).status, ControlStatus::NotConnected);
+    mDevice.setSilent(false);
+    const std::size_t sent = mDevice.commands().size();
+    device->disconnect();
+    device.reset();
+    EXPECT_EQ(mLost, 1) << "told once, and not again by the disconnect";
+    EXPECT_EQ(mDevice.commands().size(), sent) << "nothing is sent over a lost link";
+}
+
+TEST_F(DeviceConnectionTest, ASilenceShorterThanTheTimeoutIsForgiven)
+{
+    setHeartbeatTimeout(10'000);
+    const auto device = connected();
+    ASSERT_TRUE(waitForHeartbeats(1));
+    mDevice.setSilent(true);
+    std::this_thread::sleep_for(milliseconds(500));
+    mDevice.setSilent(false);
+    const std::size_t before = heartbeats();
+    EXPECT_TRUE(waitForHeartbeats(before + 3));
+    EXPECT_EQ(mLost, 0);
+    EXPECT_TRUE(device->isConnected());
+}
+
+TEST_F(DeviceConnectionTest, ATimeoutThatAFeatureSetsCountsFromThenOn)
+{
+    setHeartbeatTimeout(60'000);
+    const auto device = connected();
+    ASSERT_TRUE(device->registers().writeRegister(kHeartbeatTimeout, 1500).ok());
+    const std::size_t before = heartbeats();
+    ASSERT_TRUE(waitForHeartbeats(before + 2));
+    mDevice.setSilent(true);
+    EXPECT_TRUE(waitForLoss()) << "not after a minute";
+}
+
+TEST_F(DeviceConnectionTest, ControlTakenAwayLosesTheLink)
+{
+    const auto device = connected();
+    mDevice.setRegister(kCcp, 0);
+    EXPECT_TRUE(waitForLoss());
+    EXPECT_FALSE(device->isConnected());
+}
+
+TEST_F(DeviceConnectionTest, ADeniedHeartbeatMeansThatAnotherHostHoldsTheDevice)
+{
+    const auto device = connected();
+    mDevice.setScript([](const FakeCommand& command) {
+        return std::vector<FakeAnswer>{{errorAck(command, 0x8006)}};
+    });
+    EXPECT_TRUE(waitForLoss());
+}
+
+TEST_F(DeviceConnectionTest, AnotherHostInOurPlaceIsNoticedWhereTheDeviceTells)
+{
+    mDevice.setRegister(0x0934, 0x08000003);
+    mDevice.setRegister(0x0A04, 50000);
+    mDevice.setRegister(0x0A14, 0x7F000001);
+    const auto device = connected();
+    ASSERT_TRUE(waitForHeartbeats(3));
+    EXPECT_EQ(mLost, 0);
+    mDevice.setRegister(0x0A04, 50001);
+    EXPECT_TRUE(waitForLoss()) << "though CCP still shows a holder";
+}
+
+TEST_F(DeviceConnectionTest, OtherErrorsOfAHeartbeatShowThatTheDeviceLives)
+{
+    setHeartbeatTimeout(1000);
+    const auto device = connected();
+    mDevice.setScript([](const FakeCommand& command) {
+        return std::vector<FakeAnswer>{{errorAck(command, 0x8002)}};
+    });
+    std::this_thread::sleep_for(milliseconds(2000));
+    EXPECT_EQ(mLost, 0);
+    EXPECT_TRUE(device->isConnected());
+}
+
+TEST_F(DeviceConnectionTest, BusyFeatureCallsDoNotStarveTheHeartbeat)
+{
+    const auto device = connected();
+    std::atomic<bool> stop{false};
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 3; ++i) {
+        threads.emplace_back([&] {
+            while (!stop) {
+                EXPECT_TRUE(device->registers().readRegister(0).ok());
+            }
+        });
+    }
+    EXPECT_TRUE(waitForHeartbeats(10));
+    stop = true;
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+}
+
+TEST_F(DeviceConnectionTest, AnyAnswerCountsAsAHeartbeat)
+{
+    setHeartbeatTimeout(2000);
+    const auto device = connected();
+    mSettings.answerTimeout = 100;
+    mDevice.setScript([](const FakeCommand& command) { // heartbeats alone go unanswered
+        const bool heartbeat = command.firstWord == kCcp;
+        return heartbeat ? std::vector<FakeAnswer>{} : std::vector{FakeAnswer{command.ack}};
+    });
+    const auto start = std::chrono::steady_clock::now();
+    int answers = 0;
+    while (elapsed(start) < 3000) {
+        answers += device->registers().readRegister(0).ok() ? 1 : 0;
+    }
+    EXPECT_GT(answers, 3);
+    EXPECT_EQ(mLost, 0);
+    EXPECT_TRUE(waitForLoss()) << "once the others have ended";
+}
+
+TEST_F(DeviceConnectionTest, AWaitingPromiseKeepsTheLink)
+{
+    setHeartbeatTimeout(1000);
+    const auto device = connected();
+    mDevice.setScript([](const FakeCommand& command) {
+        if (command.code != kWriteRegisterCommand) {
+            return std::vector<FakeAnswer>{{command.ack}};
+        }
+        return std::vector<FakeAnswer>{
+            {pendingAck(command, 5000)},
+            {.datagram = command.ack, .delay = milliseconds(2500)}}; // more than the timeout
+    });
+    EXPECT_TRUE(device->registers().writeRegister(0x0904, 1).ok());
+    EXPECT_EQ(mLost, 0);
+    EXPECT_TRUE(device->isConnected());
+}
+
+TEST_F(DeviceConnectionTest, AnUnansweredCommandLosesTheLinkIfSoWanted)
+{
+    mSettings.disconnectOnAnswerTimeout = 1;
+    setHeartbeatTimeout(60'000);
+    mSettings.heartbeatInterval = 60'000;
+    const auto device = connected();
+    mDevice.setSilent(true);
+    EXPECT_EQ(device->registers().readRegister(0).result().status, ControlStatus::Timeout);
+    EXPECT_FALSE(device->isConnected());
+    EXPECT_TRUE(waitForLoss());
+    EXPECT_NE(mLostOn.load(), std::this_thread::get_id());
+    EXPECT_EQ(mLost, 1);
+}
+
+TEST_F(DeviceConnectionTest, DisconnectingEndsAWaitingCommandAtOnce)
+{
+    mSettings.answerTimeout = 60'000;
+    setHeartbeatTimeout(600'000);
+    auto device = connected();
+    const std::size_t before = mDevice.count(kReadMemoryCommand);
+    mDevice.setScript([](const FakeCommand& command) {
+        const bool memory = command.code == kReadMemoryCommand;
+        return memory ? std::vector<FakeAnswer>{} : std::vector{FakeAnswer{command.ack}};
+    });
+    const auto start = std::chrono::steady_clock::now();
+    std::thread waiting([&] {
+        Bytes bytes(4);
+        EXPECT_EQ(device->registers().readMemory(0x10000, bytes).status,
+                  ControlStatus::NotConnected);
+    });
+    ASSERT_TRUE(mDevice.waitForCount(kReadMemoryCommand, before + 1));
+    device->disconnect();
+    waiting.join();
+    EXPECT_LT(elapsed(start), 20'000);
+    EXPECT_EQ(mDevice.registerValue(kCcp), 0U);
+    EXPECT_EQ(mLost, 0);
+}
+
+TEST_F(DeviceConnectionTest, DisconnectingFromASilentDeviceIsQuick)
+{
+    mSettings.answerTimeout = 60'000;
+    mSettings.commandRetryCount = 3;
+    setHeartbeatTimeout(600'000);
+    auto device = connected();
+    mDevice.setSilent(true);
+    const auto start = std::chrono::steady_clock::now();
+    device->disconnect();
+    EXPECT_LT(elapsed(start), 20'000);
+    EXPECT_EQ(mLost, 0);
+}
+
+/// Opens a connection, takes control away from it, and lets the loss do this to it.
+template <typename Action>
+void loseTo(FakeDevice& fake, const LinkSettings& settings, Action action)
+{
+    std::unique_ptr<DeviceConnection> device;
+    std::atomic<bool> opened{false};
+    std::atomic<bool> done{false};
+    auto opening = DeviceConnection::open({.ip = {0x7F00021F}, .interface = loopback()},
+                                          AccessType::Control, settings, [&] {
+                                              EXPECT_TRUE(opened);
+                                              action(device);
+                                              done = true;
+                                          });
+    ASSERT_TRUE(opening.ok());
+    device = std::move(*opening);
+    opened = true;
+    fake.setRegister(kCcp, 0);
+    for (int i = 0; i < 2000 && !done; ++i) {
+        std::this_thread::sleep_for(milliseconds(5));
+    }
+    EXPECT_TRUE(done);
+}
+
+TEST_F(DeviceConnectionTest, TheLossMayDisconnect)
+{
+    loseTo(mDevice, mSettings, [](auto& device) { device->disconnect(); });
+}
+
+TEST_F(DeviceConnectionTest, TheLossMayEndTheObject)
+{
+    loseTo(mDevice, mSettings, [](auto& device) { device.reset(); });
+}
+
+} // namespace
+} // namespace gige::control

@@ -1,0 +1,99 @@
+#include "StreamChannel.h"
+
+#include "ControlFixture.h"
+
+#include <gtest/gtest.h>
+
+namespace gige::control
+{
+namespace
+{
+
+class StreamChannelTest : public testing::Test
+{
+  protected:
+    StreamChannelTest()
+    {
+        for (const std::uint32_t offset : {0x00U, 0x04U, 0x08U, 0x18U, 0x1CU}) {
+            mDevice.setRegister(0x0D40 + offset, 0); // channel 1
+        }
+    }
+
+    FakeDevice mDevice{"127.0.2.3"};
+    LinkSettings mSettings;
+    std::unique_ptr<ControlChannel> mControl = ControlChannel::open(kHost, {0x7F000203}, mSettings);
+    DeviceRegisters mRegisters{*mControl};
+    StreamChannel mChannel{mRegisters, 1};
+};
+
+TEST_F(StreamChannelTest, OpensWithTheAddressBeforeThePort)
+{
+    ASSERT_TRUE(mChannel.setDestination({0x7F000001}, 50000).ok());
+    EXPECT_EQ(mDevice.registerValue(0x0D58), 0x7F000001U);
+    EXPECT_EQ(mDevice.registerValue(0x0D40), 50000U);
+    const auto sent = mDevice.commands(kWriteRegisterCommand);
+    ASSERT_EQ(sent.size(), 2U);
+    EXPECT_EQ(sent[0].firstWord, 0x0D58U);
+    EXPECT_EQ(sent[1].firstWord, 0x0D40U);
+}
+
+TEST_F(StreamChannelTest, ClosesWithPortZero)
+{
+    mDevice.setRegister(0x0D40, 50000);
+    ASSERT_TRUE(mChannel.resetDestination().ok());
+    EXPECT_EQ(mDevice.registerValue(0x0D40), 0U);
+}
+
+TEST_F(StreamChannelTest, ARefusedAddressLeavesTheChannelClosed)
+{
+    mDevice.removeRegister(0x0D58);
+    EXPECT_FALSE(mChannel.setDestination({0x7F000001}, 50000).ok());
+    EXPECT_EQ(mDevice.registerValue(0x0D40), 0U);
+}
+
+TEST_F(StreamChannelTest, TellsThePortThatTheDeviceSendsFrom)
+{
+    mDevice.setRegister(0x0D5C, 0xABCD1234);
+    const auto port = mChannel.sourcePort();
+    ASSERT_TRUE(port.ok());
+    EXPECT_EQ(*port, 0x1234);
+}
+
+TEST_F(StreamChannelTest, ThePacketSizeIsTheLowHalfOfItsRegister)
+{
+    mDevice.setRegister(0x0D44, 0x600005DC);
+    const auto size = mChannel.packetSize();
+    ASSERT_TRUE(size.ok());
+    EXPECT_EQ(*size, 1500U);
+}
+
+TEST_F(StreamChannelTest, SettingTheSizeKeepsTheFlagsButNeverFires)
+{
+    mDevice.setRegister(0x0D44, 0xE00005DC);
+    ASSERT_TRUE(mChannel.setPacketSize(9000).ok());
+    EXPECT_EQ(mDevice.registerValue(0x0D44), 0x60002328U);
+}
+
+TEST_F(StreamChannelTest, ATestPacketIsFiredUnfragmented)
+{
+    mDevice.setRegister(0x0D44, 0x200005DC);
+    ASSERT_TRUE(mChannel.fireTestPacket(1400).ok());
+    EXPECT_EQ(mDevice.registerValue(0x0D44), 0xE0000578U);
+}
+
+TEST_F(StreamChannelTest, RefusesSizesThatTheRegisterCannotHold)
+{
+    EXPECT_EQ(mChannel.setPacketSize(0).status, ControlStatus::InvalidParameter);
+    EXPECT_EQ(mChannel.setPacketSize(70000).status, ControlStatus::InvalidParameter);
+    EXPECT_TRUE(mDevice.commands().empty());
+}
+
+TEST_F(StreamChannelTest, ReadsAndWritesThePacketDelay)
+{
+    ASSERT_TRUE(mChannel.setPacketDelay(12500).ok());
+    EXPECT_EQ(mDevice.registerValue(0x0D48), 12500U);
+    EXPECT_EQ(mChannel.packetDelay().valueOr(0), 12500U);
+}
+
+} // namespace
+} // namespace gige::control

@@ -1,0 +1,244 @@
+#include "TestBlocks.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace gige::stream
+{
+
+void PrintTo(const ResendRequest& request, std::ostream* out)
+{
+    *out << "block " << request.blockId << (request.extendedIds ? " (extended) " : " ")
+         << request.packets.first << ".." << request.packets.last;
+}
+
+namespace
+{
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+ResendRequest request(std::uint64_t block, std::uint32_t first, std::uint32_t last)
+{
+    return {.blockId = block, .packets = {first, last}};
+}
+
+class Resend : public testing::Test
+{
+  protected:
+    Resend()
+    {
+        bench.assembler.setSettings({.maximumPendingResends = 1000});
+        bench.queueBuffers(4);
+    }
+
+    /// Lets the reorder time pass twice: once to see the gap, once to call it a loss.
+    void waitForLosses()
+    {
+        bench.advance(0ms);
+        bench.advance(kReorderTime);
+    }
+
+    const TestBlock block{.id = 9};
+    AssemblerBench bench;
+};
+
+TEST_F(Resend, IsOffByDefault)
+{
+    bench.assembler.setSettings({});
+    bench.feed(block, block.orderWithout({3, 4, 5}));
+    waitForLosses();
+    bench.advance(10s);
+    EXPECT_THAT(bench.requests, IsEmpty());
+    EXPECT_THAT(bench.results(), ElementsAre(BlockResult::ImageError));
+}
+
+TEST_F(Resend, AsksOncePerGap)
+{
+    bench.feed(block, block.orderWithout({3, 4, 5, 8}));
+    waitForLosses();
+    EXPECT_THAT(bench.requests, ElementsAre(request(9, 3, 5), request(9, 8, 8)));
+}
+
+TEST_F(Resend, CompletesTheBlock)
+{
+    bench.feed(block, block.orderWithout({3, 4, 5}));
+    waitForLosses();
+    bench.feed(block, {3, 4, 5});
+    ASSERT_THAT(bench.results(), ElementsAre(BlockResult::Ok));
+    EXPECT_EQ(bench.completed[0].bytes, block.image());
+    EXPECT_EQ(bench.assembler.statistics().packetsResent, 3U);
+}
+
+TEST_F(Resend, WaitsForPacketsInDisorder)
+{
+    bench.feed(block, {0, 1, 2, 4});
+    bench.advance(0ms);
+    bench.advance(kReorderTime / 2);
+    bench.feed(block, {3, 5, 6, 7, 8, 9, 10, 11});
+    bench.advance(kReorderTime);
+    EXPECT_THAT(bench.requests, IsEmpty());
+    EXPECT_THAT(bench.results(), ElementsAre(BlockResult::Ok));
+    EXPECT_EQ(bench.assembler.statistics().packetsResent, 0U);
+}
+
+TEST_F(Resend, IsRepeatedAndThenGivenUp)
+{
+    bench.feed(block, block.orderWithout({3}));
+    waitForLosses();
+    EXPECT_EQ(bench.requests.size(), 1U);
+    bench.advance(kResendPause - 1ms);
+    EXPECT_EQ(bench.requests.size(), 1U);
+    bench.advance(1ms);
+    EXPECT_EQ(bench.requests.size(), 2U);
+    bench.advance(kResendPause);
+    bench.advance(kResendPause);
+    bench.advance(kResendPause);
+    EXPECT_THAT(bench.requests, ElementsAre(request(9, 3, 3), request(9, 3, 3), request(9, 3, 3)));
+}
+
+TEST_F(Resend, MaximumRequestsPerPacketIsKept)
+{
+    bench.assembler.setSettings({.maximumPendingResends = 1000, .maximumRequestsPerPacket = 1});
+    bench.feed(block, block.orderWithout({3}));
+    waitForLosses();
+    bench.advance(10 * kResendPause);
+    bench.advance(10 * kResendPause);
+    EXPECT_EQ(bench.requests.size(), 1U);
+}
+
+TEST_F(Resend, FailureHasAResultOfItsOwn)
+{
+    bench.feed(block, block.orderWithout({3}));
+    waitForLosses();
+    bench.advance(1000ms);
+    EXPECT_THAT(bench.results(), ElementsAre(BlockResult::ResendsFailure));
+    EXPECT_EQ(bench.assembler.statistics().blocksFailed, 1U);
+    EXPECT_EQ(bench.assembler.statistics().packetsMissing, 1U);
+}
+
+TEST_F(Resend, AsksForTheLeader)
+{
+    bench.feed(block, block.orderWithout({0}));
+    waitForLosses();
+    EXPECT_THAT(bench.requests, ElementsAre(request(9, 0, 0)));
+    bench.feed(block, {0});
+    EXPECT_THAT(bench.results(), ElementsAre(BlockResult::Ok));
+}
+
+TEST_F(Resend, AsksForTheTailAfterAPause)
+{
+    bench.feed(block, {0, 1, 2, 3, 4, 5, 6, 7, 8});
+    waitForLosses();
+    EXPECT_THAT(bench.requests, IsEmpty());
+    bench.advance(kTailTime - kReorderTime);
+    EXPECT_THAT(bench.requests, ElementsAre(request(9, 9, 11)));
+}
+
+TEST_F(Resend, AsksForTheTailWhenTheNextBlockBegins)
+{
+    bench.feed(block, {0, 1, 2, 3, 4, 5, 6, 7, 8});
+    bench.feed(TestBlock{.id = 10}, {0});
+    bench.advance(0ms);
+    EXPECT_THAT(bench.requests, ElementsAre(request(9, 9, 11)));
+}
+
+TEST_F(Resend, LeaderAloneIsNotCutOff)
+{
+    bench.feed(block, {0});
+    bench.advance(500ms);
+    EXPECT_THAT(bench.requests, IsEmpty());
+}
+
+TEST_F(Resend, UsesTheBlocksIdMode)
+{
+    const TestBlock extended{.id = 0x100000000, .extendedIds = true};
+    bench.feed(extended, extended.orderWithout({3}));
+    waitForLosses();
+    const ResendRequest expected{.blockId = 0x100000000, .extendedIds = true, .packets = {3, 3}};
+    EXPECT_THAT(bench.requests, ElementsAre(expected));
+}
+
+TEST_F(Resend, StopsForPacketsThatAreGone)
+{
+    bench.feed(block, block.orderWithout({3, 5}));
+    waitForLosses();
+    EXPECT_EQ(bench.requests.size(), 2U);
+    bench.feed(block.joined(wire::GvspFormat::Payload, 3, {}, wire::GvcpStatus::PacketUnavailable));
+    bench.advance(kResendPause);
+    EXPECT_THAT(bench.requests, ElementsAre(request(9, 3, 3), request(9, 5, 5), request(9, 5, 5)));
+}
+
+TEST_F(Resend, StopsForAllPacketsBeforeOneThatIsGone)
+{
+    bench.feed(block, block.orderWithout({3, 5, 7}));
+    waitForLosses();
+    EXPECT_EQ(bench.requests.size(), 3U);
+    bench.feed(
+        block.joined(wire::GvspFormat::Payload, 5, {}, wire::GvcpStatus::PacketAndPreviousRemoved));
+    bench.advance(kResendPause);
+    EXPECT_EQ(bench.requests.size(), 4U);
+    EXPECT_EQ(bench.requests[3], request(9, 7, 7));
+}
+
+TEST_F(Resend, AsksAgainForPacketsNotYetAvailable)
+{
+    bench.feed(block, block.orderWithout({3}));
+    waitForLosses();
+    bench.feed(
+        block.joined(wire::GvspFormat::Payload, 3, {}, wire::GvcpStatus::PacketNotYetAvailable));
+    bench.advance(kResendPause);
+    EXPECT_THAT(bench.requests, ElementsAre(request(9, 3, 3), request(9, 3, 3)));
+}
+
+TEST_F(Resend, KeepsToTheMaximumPending)
+{
+    bench.assembler.setSettings({.maximumPendingResends = 2});
+    bench.feed(block, block.orderWithout({2, 3, 4, 6}));
+    waitForLosses();
+    EXPECT_THAT(bench.requests, ElementsAre(request(9, 2, 3)));
+    bench.feed(block, {2});
+    bench.advance(0ms);
+    EXPECT_THAT(bench.requests, ElementsAre(request(9, 2, 3), request(9, 4, 4)));
+    bench.feed(block, {3, 4});
+    bench.advance(0ms);
+    EXPECT_EQ(bench.requests.size(), 3U);
+    EXPECT_EQ(bench.requests.back(), request(9, 6, 6));
+    bench.feed(block, {6});
+    EXPECT_THAT(bench.results(), ElementsAre(BlockResult::Ok));
+}
+
+TEST_F(Resend, SharesTheMaximumAmongBlocks)
+{
+    bench.assembler.setSettings({.maximumPendingResends = 3});
+    bench.feed(block, block.orderWithout({2, 3}));
+    const TestBlock next{.id = 10};
+    bench.feed(next, next.orderWithout({4, 5}));
+    waitForLosses();
+    EXPECT_THAT(bench.requests, ElementsAre(request(9, 2, 3), request(10, 4, 4)));
+}
+
+TEST_F(Resend, NextTimeFollowsTheRequests)
+{
+    bench.feed(block, block.orderWithout({3}));
+    bench.advance(0ms);
+    EXPECT_EQ(bench.assembler.nextTime(), bench.now + kReorderTime);
+    bench.advance(kReorderTime);
+    ASSERT_EQ(bench.requests.size(), 1U);
+    EXPECT_GT(bench.assembler.nextTime(), bench.now);
+    EXPECT_LE(bench.assembler.nextTime(), bench.now + kResendPause);
+}
+
+TEST_F(Resend, NothingIsAskedForABlockLongerThanItsBuffer)
+{
+    const TestBlock large{.id = 9, .size = 10'000};
+    bench.feed(large, large.orderWithout({3, large.trailerId()}));
+    waitForLosses();
+    bench.advance(kTailTime);
+    EXPECT_THAT(bench.requests, IsEmpty());
+    EXPECT_EQ(bench.assembler.nextTime(), bench.now + 1000ms - kTailTime - kReorderTime);
+}
+
+} // namespace
+
+} // namespace gige::stream

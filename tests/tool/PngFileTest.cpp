@@ -1,0 +1,65 @@
+#include "PngFile.h"
+#include "TemporaryFolder.h"
+#include "ToolError.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <png.h>
+
+namespace
+{
+
+using namespace telvo;
+
+/// The pixels of a PNG file's bytes, read back as 8-bit gray.
+GrayImage decode(std::span<const std::uint8_t> file)
+{
+    png_image description{};
+    description.version = PNG_IMAGE_VERSION;
+    EXPECT_NE(png_image_begin_read_from_memory(&description, file.data(), file.size()), 0);
+    EXPECT_EQ(description.format, png_uint_32{PNG_FORMAT_GRAY});
+    GrayImage image(description.width, description.height);
+    EXPECT_NE(png_image_finish_read(&description, nullptr, image.pixels.data(), 0, nullptr), 0);
+    return image;
+}
+
+TEST(PngFile, KeepsEveryPixel)
+{
+    GrayImage image(37, 11); // a width that is no multiple of anything
+    for (std::size_t i = 0; i < image.pixels.size(); ++i) {
+        image.pixels[i] = static_cast<std::uint8_t>(i * 31);
+    }
+    const GrayImage read = decode(encodePng(image.view()));
+    EXPECT_EQ(read.width, 37U);
+    EXPECT_EQ(read.height, 11U);
+    EXPECT_EQ(read.pixels, image.pixels);
+}
+
+TEST(PngFile, IsEightBitGray)
+{
+    const std::vector<std::uint8_t> file = encodePng(GrayImage(2, 3).view());
+    // Signature, then the header chunk: length 13, "IHDR", width, height, depth 8, colour type 0.
+    const std::vector<std::uint8_t> start(file.begin(), file.begin() + 26);
+    EXPECT_THAT(start, testing::ElementsAre(0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n', 0, 0, 0,
+                                            13, 'I', 'H', 'D', 'R', 0, 0, 0, 2, 0, 0, 0, 3, 8, 0));
+}
+
+TEST(PngFile, RefusesAPictureWithoutPixels)
+{
+    EXPECT_THROW(encodePng({.width = 0, .height = 0, .pixels = {}}), Failure);
+    const std::array<std::uint8_t, 3> tooFew{};
+    EXPECT_THROW(encodePng({.width = 2, .height = 2, .pixels = tooFew}), Failure);
+}
+
+TEST(PngFile, LeavesOnlyTheFinishedFile)
+{
+    const TemporaryFolder folder;
+    writePngFile(folder / "a.png", GrayImage(4, 4).view());
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(folder.path())) {
+        names.push_back(entry.path().filename().string());
+    }
+    EXPECT_THAT(names, testing::ElementsAre("a.png"));
+}
+
+} // namespace

@@ -1,0 +1,165 @@
+// Black level, gain, trailer length and temperature.
+#include "Accessor.h"
+
+namespace
+{
+
+TELVO_ACCESSORS(
+    BlackLevel,
+    join({
+        rowsOf({.name = "Set",
+                .call = [] { return set(expSetBlacklevel, 12); },
+                .reach = Reach::Bound,
+                .feature = "BlackLevelRaw",
+                .access = "BlackLevelRaw.SetValue 12",
+                .done = "-- GEN setBlacklevel 12",
+                .failed = "-- GEN setBlacklevel Error"}),
+        {
+            {.behaviour = "GetReadsTheRangeAndTheValue",
+             .call = [] { return get(expGetBlacklevel); },
+             .answer = {0, {0, 255, 100}},
+             .calls = {"BlackLevelRaw.GetMin", "BlackLevelRaw.GetMax", "BlackLevelRaw.GetValue",
+                       "log -- GEN getBlacklevel Min 0 Max 255 Value 100"}},
+            {.behaviour = "GetMakesAllThreeReadsAndWritesNothingWhenTheFirstFails",
+             .call = [] { return get(expGetBlacklevel); },
+             .answer = {-1, {kUntouched, kUntouched, kUntouched}},
+             .calls = {"BlackLevelRaw.GetMin", "BlackLevelRaw.GetMax", "BlackLevelRaw.GetValue",
+                       "log -- GEN getBlacklevel Error"},
+             .script = [](StandIn& s) { s.answer("BlackLevelRaw.GetMin", {Code::Timeout}); }},
+            {.behaviour = "GetWritesNothingWhenTheLastReadFails",
+             .call = [] { return get(expGetBlacklevel); },
+             .answer = {-1, {kUntouched, kUntouched, kUntouched}},
+             .calls = {"BlackLevelRaw.GetMin", "BlackLevelRaw.GetMax", "BlackLevelRaw.GetValue",
+                       "log -- GEN getBlacklevel Error"},
+             .script = [](StandIn& s) { s.answer("BlackLevelRaw.GetValue", {Code::Timeout}); }},
+            {.behaviour = "GetFailsWithoutTheFeature",
+             .call = [] { return get(expGetBlacklevel); },
+             .answer = {-1, {kUntouched, kUntouched, kUntouched}},
+             .calls = {"log -- GEN getBlacklevel Error"},
+             .beforeBinding = [](StandIn& s) { s.camera().remove("BlackLevelRaw"); }},
+        },
+    }));
+
+Answer setGain(double value)
+{
+    return {expSetGainRaw(value, kCamera), {}};
+}
+
+TELVO_ACCESSORS(
+    Gain,
+    join({
+        rowsOf({.name = "Set",
+                .call = [] { return setGain(3.0); },
+                .reach = Reach::Bound,
+                .feature = "GainRaw",
+                .access = "GainRaw.SetValue 3",
+                .done = "-- GEN setDigitalGain 3.000000",
+                .failed = "-- GEN setDigitalGain Error"}),
+        {
+            {.behaviour = "SetCutsTheFractionOffAndLogsTheDouble",
+             .call = [] { return setGain(2.9); },
+             .answer = {0, {}},
+             .calls = {"GainRaw.SetValue 2", "log -- GEN setDigitalGain 2.900000"}},
+            {.behaviour = "SetTruncatesNegativeValuesTowardZero",
+             .call = [] { return setGain(-1.5); },
+             .answer = {0, {}},
+             .calls = {"GainRaw.SetValue -1", "log -- GEN setDigitalGain -1.500000"},
+             .script = [](StandIn& s) { s.camera().integer("GainRaw").range(-3, 3); }},
+            {.behaviour = "GetGivesTheRawNumbersAsDoubles",
+             .call = [] { return get(expGetGainRaw); },
+             .answer = {0, {0.0, 7.0, 3.0}},
+             .calls = {"GainRaw.GetMin", "GainRaw.GetMax", "GainRaw.GetValue",
+                       "log -- GEN getDigitalGain Min 0.000000 Max 7.000000 Value 3.000000"},
+             .script = [](StandIn& s) { s.camera().integer("GainRaw").value(3); }},
+            {.behaviour = "GetConvertsBeyond32Bits",
+             .call = [] { return get(expGetGainRaw); },
+             .answer = {0, {-4294967296.0, 8589934592.0, 4294967297.0}},
+             .calls = {"GainRaw.GetMin", "GainRaw.GetMax", "GainRaw.GetValue",
+                       "log -- GEN getDigitalGain Min -4294967296.000000 Max 8589934592.000000 "
+                       "Value 4294967297.000000"},
+             .script =
+                 [](StandIn& s) {
+                     s.camera()
+                         .integer("GainRaw")
+                         .range(-0x100000000, 0x200000000)
+                         .value(0x100000001);
+                 }},
+            {.behaviour = "GetMakesAllThreeReadsAndWritesNothingWhenOneFails",
+             .call = [] { return get(expGetGainRaw); },
+             .answer = {-1, {kUntouched, kUntouched, kUntouched}},
+             .calls = {"GainRaw.GetMin", "GainRaw.GetMax", "GainRaw.GetValue",
+                       "log -- GEN getDigitalGain Error"},
+             .script = [](StandIn& s) { s.answer("GainRaw.GetMin", {Code::Timeout}); }},
+            {.behaviour = "GetFailsWithoutTheFeature",
+             .call = [] { return get(expGetGainRaw); },
+             .answer = {-1, {kUntouched, kUntouched, kUntouched}},
+             .calls = {"log -- GEN getDigitalGain Error"},
+             .beforeBinding = [](StandIn& s) { s.camera().remove("GainRaw"); }},
+        },
+    }));
+
+TELVO_ACCESSORS(
+    TrailerCounter,
+    join({
+        rowsOf({.name = "Set",
+                .call = [] { return set(expSetTrailerCounter, 300); },
+                .reach = Reach::LookedUp,
+                .feature = "RecordTrailer",
+                .access = "RecordTrailer.SetValue 300",
+                .done = "-- GEN setTrailerCounter 300",
+                .failed = "-- GEN setTrailerCounter Error"}),
+        {
+            {.behaviour = "GetAsksForAvailabilityAndReads",
+             .call = [] { return get(expGetTrailerCounter); },
+             .answer = {0, {0, 6400, 100}},
+             .calls = {"RecordTrailer.IsAvailable", "RecordTrailer.GetMin", "RecordTrailer.GetMax",
+                       "RecordTrailer.GetValue",
+                       "log -- GEN getTrailerCounter Min 0 Max 6400 Value 100"}},
+            {.behaviour = "GetGivesMinus2WhileUnavailable",
+             .call = [] { return get(expGetTrailerCounter); },
+             .answer = {-2, {kUntouched, kUntouched, kUntouched}},
+             .calls = {"RecordTrailer.IsAvailable", "log -- GEN getTrailerCounter Error N.A."},
+             .script = [](StandIn& s) { s.camera().integer("RecordTrailer").available(false); }},
+            {.behaviour = "GetMakesAllThreeReadsAndWritesNothingWhenOneFails",
+             .call = [] { return get(expGetTrailerCounter); },
+             .answer = {-1, {kUntouched, kUntouched, kUntouched}},
+             .calls = {"RecordTrailer.IsAvailable", "RecordTrailer.GetMin", "RecordTrailer.GetMax",
+                       "RecordTrailer.GetValue", "log -- GEN getTrailerCounter Error"},
+             .script = [](StandIn& s) { s.answer("RecordTrailer.GetMax", {Code::Timeout}); }},
+            {.behaviour = "GetFailsWithoutTheFeature",
+             .call = [] { return get(expGetTrailerCounter); },
+             .answer = {-1, {kUntouched, kUntouched, kUntouched}},
+             .calls = {"log -- GEN getTrailerCounter Error"},
+             .beforeBinding = [](StandIn& s) { s.camera().remove("RecordTrailer"); }},
+        },
+    }));
+
+TELVO_ACCESSORS(Temperature,
+                Rows{
+                    {.behaviour = "GetPassesTheNumberOnSilently",
+                     .call = [] { return get(expGetTemperature); },
+                     .answer = {0, {42}},
+                     .calls = {"Temperature.GetValue"}},
+                    {.behaviour = "GetGivesZeroAndSuccessWhenTheReadFails",
+                     .call = [] { return get(expGetTemperature); },
+                     .answer = {0, {0}},
+                     .calls = {"Temperature.GetValue"},
+                     .script =
+                         [](StandIn& s) { s.answer("Temperature.GetValue", {Code::Timeout}); }},
+                });
+
+class TemperatureTest : public GrabberTest
+{
+};
+
+TEST_F(TemperatureTest, SucceedsSilentlyWithoutTheFeature)
+{
+    ASSERT_EQ(connect(), 0);
+    s.camera().remove("Temperature");
+    ASSERT_EQ(initialize(), 0);
+    s.forget();
+    EXPECT_EQ(get(expGetTemperature).result, 0);
+    EXPECT_EQ(s.takeCalls(), Texts{});
+}
+
+} // namespace

@@ -1,0 +1,57 @@
+#ifndef TELVO_TOOLS_TELVO_BLOCKREADER_H
+#define TELVO_TOOLS_TELVO_BLOCKREADER_H
+
+#include "CameraSession.h"
+#include "CancelFlag.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <thread>
+
+namespace telvo
+{
+
+/// Recorded frames that lie one after the other in the camera's memory.
+struct FrameRange {
+    std::uint32_t sequence;
+    std::uint32_t first;
+    std::uint32_t count;
+};
+
+/**
+ * Reads recorded frames block by block. While the caller works on a block, the camera already sends
+ * the next. The constructor starts the camera's block transfer, the destructor stops it.
+ */
+class BlockReader
+{
+  public:
+    /// @param camera     borrowed until the end
+    /// @param frameSize  bytes of a frame
+    /// @param cancel     borrowed until the end; set, it ends a wait for the camera
+    BlockReader(const CameraSession& camera, FrameRange range, std::size_t frameSize,
+                const CancelFlag& cancel);
+    ~BlockReader();
+    BlockReader(const BlockReader&) = delete;
+    BlockReader& operator=(const BlockReader&) = delete;
+
+    /// The next frames' bytes, valid until the next call; none after the last frame. Throws
+    /// Failure, also when cancelled.
+    std::span<const std::uint8_t> next();
+
+  private:
+    void request();
+    std::span<const std::uint8_t> await();
+
+    const CameraSession& mCamera;
+    const CancelFlag& mCancel;
+    FrameRange mRemaining; // not requested yet
+    std::size_t mFrameSize;
+    std::uint32_t mBlockFrames = 0; // most frames that a block takes
+    std::uint32_t mRequested = 0;   // frames of the block on its way; 0: none
+    std::jthread mCanceller;
+};
+
+} // namespace telvo
+
+#endif

@@ -1,0 +1,22 @@
+/// The tool's subcommands. Each adds itself to the command line; given there, it runs and throws
+/// Failure or UsageError if it cannot do what it should.
+#ifndef TELVO_TOOLS_TELVO_COMMANDS_H
+#define TELVO_TOOLS_TELVO_COMMANDS_H
+
+#include <CLI/CLI.hpp>
+
+namespace telvo
+{
+
+void addDiscoverCommand(CLI::App& app);
+void addInfoCommand(CLI::App& app);
+void addGetCommand(CLI::App& app);
+void addSetCommand(CLI::App& app);
+void addLiveCommand(CLI::App& app);
+void addRecordCommand(CLI::App& app);
+void addDownloadCommand(CLI::App& app);
+void addLogCommand(CLI::App& app);
+
+} // namespace telvo
+
+#endif

@@ -1,0 +1,44 @@
+#include "CameraChoice.h"
+#include "Commands.h"
+#include "TextTable.h"
+#include "ToolError.h"
+
+#include <iostream>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace telvo
+{
+
+namespace
+{
+
+void runDiscover(const SearchOptions& options)
+{
+    const auto cameras = findCameras(options);
+    if (cameras.empty()) {
+        throw Failure("no camera answered");
+    }
+    std::vector<std::vector<std::string>> rows{
+        {"MAC", "IP", "MANUFACTURER", "MODEL", "SERIAL", "NAME", "INTERFACE"}};
+    for (const gige::control::DiscoveredDevice& camera : cameras) {
+        rows.push_back({gige::wire::toText(camera.info.mac), gige::net::toText(camera.ip()),
+                        camera.info.manufacturer, camera.info.model, camera.info.serialNumber,
+                        camera.info.userDefinedName,
+                        camera.interface.name + (camera.inSubnet() ? "" : " (other subnet)")});
+    }
+    std::cout << formatTable(rows);
+}
+
+} // namespace
+
+void addDiscoverCommand(CLI::App& app)
+{
+    CLI::App* const command = app.add_subcommand("discover", "List the cameras that answer");
+    const auto options = std::make_shared<SearchOptions>();
+    addSearchOptions(*command, *options);
+    command->callback([options] { runDiscover(*options); });
+}
+
+} // namespace telvo

@@ -1,0 +1,26 @@
+/// How a command ends early: one line for the user and an exit status.
+#ifndef TELVO_TOOLS_TELVO_TOOLERROR_H
+#define TELVO_TOOLS_TELVO_TOOLERROR_H
+
+#include <stdexcept>
+
+namespace telvo
+{
+
+constexpr int kExitSuccess = 0;
+constexpr int kExitFailure = 1; // the command was right, the work failed
+constexpr int kExitUsage = 2;   // the command line was wrong
+
+/// The work failed: no camera, link lost, file not writable. Exit status 1.
+struct Failure : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+/// The command line asks for something that does not exist. Exit status 2.
+struct UsageError : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+} // namespace telvo
+
+#endif

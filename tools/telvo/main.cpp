@@ -1,0 +1,6 @@
+#include "Tool.h"
+
+int main(int argc, char** argv)
+{
+    return telvo::runTool(argc, argv);
+}
