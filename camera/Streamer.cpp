@@ -163,6 +163,9 @@ void Streamer::sendTestPacket(const StreamChannel& channel)
 void Streamer::remember(const StreamOrder& order)
 {
     mSent.push_back(order);
+    if (mResendMade == order.blockId) {
+        mResendMade.reset(); // block ids begin anew
+    }
     if (mSent.size() > kBlocksKept) {
         mSent.pop_front();
     }
@@ -201,7 +204,7 @@ void Streamer::serve(const PacketResend& request)
         refuse(request);
         return;
     }
-    mResendPackets.make(*sent, mResendMaker.make(*sent));
+    makeForResend(*sent);
     const std::uint32_t last = std::min(request.lastPacket, mResendPackets.last());
     for (std::uint32_t id = request.firstPacket; id <= last && !mFaults.isSilent(); ++id) {
         if (!mFaults.losesResend()) {
@@ -211,6 +214,15 @@ void Streamer::serve(const PacketResend& request)
             mLog.packets += count;
             mLog.resentPackets += count;
         }
+    }
+}
+
+/// Most requests are for several packets of the same block.
+void Streamer::makeForResend(const StreamOrder& order)
+{
+    if (mResendMade != order.blockId) {
+        mResendPackets.make(order, mResendMaker.make(order));
+        mResendMade = order.blockId;
     }
 }
 

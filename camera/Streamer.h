@@ -57,6 +57,7 @@ class Streamer
     void remember(const StreamOrder& order);
     void serveResends();
     void serve(const gige::wire::PacketResend& request);
+    void makeForResend(const StreamOrder& order);
     void refuse(const gige::wire::PacketResend& request);
 
     gige::net::UdpSocket& mSocket;
@@ -72,6 +73,7 @@ class Streamer
     BlockMaker mResendMaker;
     BlockPackets mPackets;
     BlockPackets mResendPackets;
+    std::optional<std::uint64_t> mResendMade; // id of the block in mResendPackets
     std::vector<PacketStep> mSteps;
     std::deque<StreamOrder> mSent; // newest last
 

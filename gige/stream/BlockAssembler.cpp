@@ -1,7 +1,6 @@
 #include "BlockAssembler.h"
 
 #include <algorithm>
-#include <cassert>
 
 namespace gige::stream
 {
@@ -45,22 +44,23 @@ void BlockAssembler::onPacket(const wire::GvspHeader& header, wire::ByteView bod
     }
     count(placement, header, body.size());
     if (target->block.isFinished()) {
-        closeFinished();
+        closeSettled();
     }
 }
 
 void BlockAssembler::onTime(Time now)
 {
-    closeFinished();
+    closeSettled();
     while (mOpenCount > 0) {
         const auto limit = limitOf(slot(0).block);
         if (!limit || now < *limit) {
             break;
         }
-        closeOldest(resultOf(slot(0)));
-        closeFinished();
+        closeOldest();
+        closeSettled();
     }
     requestResends(now);
+    closeSettled();
     limitFirstPacketWait(now);
 }
 
@@ -72,7 +72,7 @@ std::optional<Time> BlockAssembler::nextTime()
         if (age == 0) {
             takeEarlier(next, limitOf(open.block));
         }
-        if (mSettings.maximumPendingResends > 0) {
+        if (mSettings.maximumPendingResends > 0 && !open.block.isFinished()) {
             takeEarlier(next, open.resends.nextTime(open.block));
         }
     }
@@ -101,21 +101,27 @@ BlockAssembler::Slot* BlockAssembler::slotFor(const wire::GvspHeader& header, wi
     }
     if (order == BlockOrder::Restart) {
         abandonAll();
-    } else {
-        abandonBefore(header);
     }
     mSequence.begin(header, order);
+    closeSettled();
     return open(header, now);
 }
 
 BlockAssembler::Slot* BlockAssembler::findOpen(const wire::GvspHeader& header)
 {
-    // The newest first: nearly all packets are its.
-    for (std::size_t age = mOpenCount; age-- > 0;) {
-        Slot& candidate = slot(age);
-        if (candidate.block.id() == header.blockId &&
-            candidate.block.extendedIds() == header.extendedIds) {
-            return &candidate;
+    if (mOpenCount == 0 || slot(0).block.extendedIds() != header.extendedIds) {
+        return nullptr;
+    }
+    const std::int64_t distance =
+        blockDistance(slot(0).block.id(), header.blockId, header.extendedIds);
+    if (distance < 0) {
+        return nullptr;
+    }
+    // Right there, but for blocks that were lost altogether.
+    const auto behind = static_cast<std::uint64_t>(distance);
+    for (std::size_t age = std::min<std::uint64_t>(behind + 1, mOpenCount); age-- > 0;) {
+        if (slot(age).block.id() == header.blockId) {
+            return &slot(age);
         }
     }
     return nullptr;
@@ -135,7 +141,10 @@ bool BlockAssembler::isOtherLeader(const Slot& slot, const wire::GvspHeader& hea
 /// Begins a block in the next buffer; null if none is queued.
 BlockAssembler::Slot* BlockAssembler::open(const wire::GvspHeader& header, Time now)
 {
-    assert(mOpenCount < mSlots.size());
+    if (mOpenCount == mSlots.size()) {
+        closeOldest();
+        closeSettled();
+    }
     StreamBuffer* const buffer = mHost.takeBuffer();
     if (buffer == nullptr) {
         ++mStatistics.blocksDropped;
@@ -144,32 +153,43 @@ BlockAssembler::Slot* BlockAssembler::open(const wire::GvspHeader& header, Time 
     Slot& opened = slot(mOpenCount++);
     opened.block.begin(*buffer, header.blockId, header.extendedIds, now, mHint);
     opened.resends.begin();
-    return &opened;
-}
-
-/// A block ends, complete or not, when the second block after it begins; one that waited for it to
-/// end follows.
-void BlockAssembler::abandonBefore(const wire::GvspHeader& header)
-{
-    while (mOpenCount > 0 &&
-           blockDistance(slot(0).block.id(), header.blockId, header.extendedIds) > 1) {
-        closeOldest(resultOf(slot(0)));
+    if (mOpenCount > 2 && !mHost.waitingSince()) {
+        // Else the next block, and all of it, would be lost for want of a buffer.
+        closeOldest();
+        closeSettled();
     }
-    closeFinished();
+    return &opened;
 }
 
 void BlockAssembler::abandonAll()
 {
     while (mOpenCount > 0) {
-        closeOldest(resultOf(slot(0)));
+        closeOldest();
     }
 }
 
-void BlockAssembler::closeFinished()
+void BlockAssembler::closeSettled()
 {
-    while (mOpenCount > 0 && slot(0).block.isFinished()) {
-        closeOldest(resultOf(slot(0)));
+    while (mOpenCount > 0 && isSettled(slot(0))) {
+        closeOldest();
     }
+}
+
+/// A block ends when it is finished; incomplete, when the second block after it has begun, or as
+/// soon after that as resends cannot complete it.
+bool BlockAssembler::isSettled(const Slot& slot) const
+{
+    if (slot.block.isFinished()) {
+        return true;
+    }
+    const bool mayHeal = mSettings.maximumPendingResends > 0 && slot.block.mayComplete() &&
+                         !slot.resends.hasGivenUp();
+    return !mayHeal && mSequence.distanceToNewest(slot.block.id()) > 1;
+}
+
+void BlockAssembler::closeOldest()
+{
+    closeOldest(resultOf(slot(0)));
 }
 
 void BlockAssembler::closeOldest(BlockResult result)
@@ -264,11 +284,17 @@ void BlockAssembler::requestResends(Time now)
     }
     std::uint32_t pending = 0;
     for (std::size_t age = 0; age < mOpenCount; ++age) {
+        if (slot(age).block.isFinished()) {
+            continue; // waits for those before it
+        }
         mStatistics.packetsResent += slot(age).resends.forgetArrived(slot(age).block);
         pending += slot(age).resends.pending();
     }
     for (std::size_t age = 0; age < mOpenCount; ++age) {
         const OpenBlock& block = slot(age).block;
+        if (block.isFinished()) {
+            continue;
+        }
         ResendPlanner& resends = slot(age).resends;
         const std::uint32_t before = resends.pending();
         const bool cutOff = age + 1 < mOpenCount;

@@ -9,7 +9,6 @@
 #include "StreamSettings.h"
 #include "StreamStatistics.h"
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -42,9 +41,10 @@ class AssemblerHost
 };
 
 /**
- * Makes blocks out of packets: pure, with the time handed in, for one thread. Up to two blocks are
- * open at once, so that the end of one and the beginning of the next may come mixed; buffers are
- * completed in the blocks' order.
+ * Makes blocks out of packets: pure, with the time handed in, for one thread. Two blocks may be
+ * open at once, so that the end of one and the beginning of the next may come mixed. While resends
+ * may complete a block, the blocks behind it stay open too, as far as there are buffers. Buffers
+ * are completed in the blocks' order.
  */
 class BlockAssembler
 {
@@ -70,6 +70,9 @@ class BlockAssembler
     void countIgnored() { ++mStatistics.packetsIgnored; }
 
   private:
+    /// Cameras with small images send this many in the time of a few resend requests.
+    static constexpr std::size_t kMaxOpenBlocks = 512;
+
     struct Slot {
         OpenBlock block;
         ResendPlanner resends;
@@ -80,9 +83,10 @@ class BlockAssembler
     static bool isOtherLeader(const Slot& slot, const wire::GvspHeader& header,
                               wire::ByteView body);
     Slot* open(const wire::GvspHeader& header, Time now);
-    void abandonBefore(const wire::GvspHeader& header);
     void abandonAll();
-    void closeFinished();
+    void closeSettled();
+    bool isSettled(const Slot& slot) const;
+    void closeOldest();
     void closeOldest(BlockResult result);
     static BlockResult resultOf(const Slot& slot);
 
@@ -99,7 +103,7 @@ class BlockAssembler
     AssemblerHost& mHost;
     StreamSettings mSettings;
     StreamStatistics mStatistics;
-    std::array<Slot, 2> mSlots;
+    std::vector<Slot> mSlots = std::vector<Slot>(kMaxOpenBlocks);
     std::size_t mOldest = 0;    // index of the oldest open block
     std::size_t mOpenCount = 0; // open blocks, in order of their ids
     BlockSequence mSequence;

@@ -17,6 +17,9 @@ BlockOrder BlockSequence::judge(const wire::GvspHeader& header, wire::ByteView b
     if (distance > 0) {
         return BlockOrder::Next;
     }
+    if (header.isResent()) {
+        return BlockOrder::Late; // its block was given up before the answer came
+    }
     return isRestart(header, body, distance, now) ? BlockOrder::Restart : BlockOrder::Late;
 }
 

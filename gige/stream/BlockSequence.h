@@ -49,6 +49,11 @@ class BlockSequence
     void notePacket(Time now) { mLastPacket = now; }
 
     Time lastPacket() const { return mLastPacket; }
+    /// How many blocks the newest comes after `blockId`, which is of the present count.
+    std::int64_t distanceToNewest(std::uint64_t blockId) const
+    {
+        return mNewestId ? blockDistance(blockId, *mNewestId, mExtendedIds) : 0;
+    }
 
   private:
     bool isRestart(const wire::GvspHeader& header, wire::ByteView body, std::int64_t distance,

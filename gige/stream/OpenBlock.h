@@ -54,6 +54,8 @@ class OpenBlock
         return mTrailerId != 0 && (mTooLong || (mLeader && mDataCount == mTrailerId - 1));
     }
     bool isTooLong() const { return mTooLong; }
+    /// Whether the missing packets would make it whole.
+    bool mayComplete() const { return !mTooLong && !mDamaged; }
     /// Ok, ImageError or BufferTooSmall.
     BlockResult result() const;
 

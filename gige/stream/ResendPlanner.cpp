@@ -11,6 +11,13 @@ namespace
 /// Losses of one block that are followed; what a broken packet id makes of it stays bounded.
 constexpr std::size_t kMaxLosses = 65536;
 
+/// The first requests soon, since blocks wait for them; the later ones with patience.
+std::chrono::milliseconds pauseAfter(std::uint32_t requests)
+{
+    constexpr std::uint32_t kMaxDoublings = 8;
+    return kResendPause * (1 << std::min(2 * (requests - 1), kMaxDoublings));
+}
+
 void append(std::vector<PacketRange>& ranges, bool extendsLast, std::uint32_t packetId)
 {
     if (extendsLast) {
@@ -84,6 +91,11 @@ std::uint32_t ResendPlanner::pending() const
         mLosses, [](const Loss& loss) { return loss.requests > 0 && !loss.givenUp; }));
 }
 
+bool ResendPlanner::hasGivenUp() const
+{
+    return std::ranges::any_of(mLosses, &Loss::givenUp);
+}
+
 std::optional<Time> ResendPlanner::nextTime(const OpenBlock& block) const
 {
     std::optional<Time> next;
@@ -153,7 +165,7 @@ bool ResendPlanner::takeTurn(Loss& loss, const StreamSettings& settings, std::ui
     }
     budget -= first ? 1 : 0;
     ++loss.requests;
-    loss.due = now + kResendPause;
+    loss.due = now + pauseAfter(loss.requests);
     return true;
 }
 

@@ -45,6 +45,8 @@ class ResendPlanner
     /// Packets under re-request.
     std::uint32_t pending() const;
     bool hasAsked() const { return mAsked; }
+    /// Whether a packet that has not come is not asked for any more.
+    bool hasGivenUp() const;
     /// When to plan again if no packet comes before.
     std::optional<Time> nextTime(const OpenBlock& block) const;
 

@@ -27,8 +27,8 @@ struct StreamSettings {
 
 /// Packets come in disorder for this long before a gap counts as a loss.
 constexpr std::chrono::milliseconds kReorderTime{1};
-/// Pause before the same packet is asked for again.
-constexpr std::chrono::milliseconds kResendPause{20};
+/// Pause before the same packet is asked for again; four times as long with every further request.
+constexpr std::chrono::milliseconds kResendPause{5};
 /// A block whose end is missing counts as cut off after this long without packets.
 constexpr std::chrono::milliseconds kTailTime{20};
 

@@ -91,9 +91,13 @@ TEST_F(Resend, IsRepeatedAndThenGivenUp)
     EXPECT_EQ(bench.requests.size(), 1U);
     bench.advance(1ms);
     EXPECT_EQ(bench.requests.size(), 2U);
-    bench.advance(kResendPause);
-    bench.advance(kResendPause);
-    bench.advance(kResendPause);
+    // With growing patience.
+    bench.advance(4 * kResendPause - 1ms);
+    EXPECT_EQ(bench.requests.size(), 2U);
+    bench.advance(1ms);
+    EXPECT_EQ(bench.requests.size(), 3U);
+    bench.advance(16 * kResendPause);
+    bench.advance(64 * kResendPause);
     EXPECT_THAT(bench.requests, ElementsAre(request(9, 3, 3), request(9, 3, 3), request(9, 3, 3)));
 }
 
@@ -227,6 +231,100 @@ TEST_F(Resend, NextTimeFollowsTheRequests)
     ASSERT_EQ(bench.requests.size(), 1U);
     EXPECT_GT(bench.assembler.nextTime(), bench.now);
     EXPECT_LE(bench.assembler.nextTime(), bench.now + kResendPause);
+}
+
+TEST_F(Resend, LaterBlocksWaitForTheAnswer)
+{
+    bench.queueBuffers(4);
+    bench.feed(block, block.orderWithout({3}));
+    for (std::uint64_t id = 10; id <= 12; ++id) {
+        bench.feed(TestBlock{.id = id});
+    }
+    waitForLosses();
+    EXPECT_THAT(bench.results(), IsEmpty());
+    bench.feed(block, {3});
+    EXPECT_THAT(bench.results(),
+                ElementsAre(BlockResult::Ok, BlockResult::Ok, BlockResult::Ok, BlockResult::Ok));
+    EXPECT_EQ(bench.completed[0].bytes, block.image());
+}
+
+TEST_F(Resend, SeveralBlocksAreHealedInAnyOrder)
+{
+    bench.queueBuffers(4);
+    const TestBlock second{.id = 10};
+    const TestBlock third{.id = 12}; // nothing came of block 11
+    bench.feed(block, block.orderWithout({3}));
+    bench.feed(second, second.orderWithout({4}));
+    bench.feed(third, third.orderWithout({5}));
+    waitForLosses();
+    EXPECT_THAT(bench.requests,
+                ElementsAre(request(9, 3, 3), request(10, 4, 4), request(12, 5, 5)));
+    bench.feed(third, {5});
+    bench.feed(second, {4});
+    EXPECT_THAT(bench.results(), IsEmpty());
+    bench.feed(block, {3});
+    EXPECT_THAT(bench.results(), ElementsAre(BlockResult::Ok, BlockResult::Ok, BlockResult::Ok));
+}
+
+TEST_F(Resend, ABlockIsGivenUpWhenNoAnswerCanComplete)
+{
+    bench.queueBuffers(4);
+    bench.feed(block, block.orderWithout({3}));
+    bench.feed(TestBlock{.id = 10});
+    bench.feed(TestBlock{.id = 11});
+    waitForLosses();
+    EXPECT_THAT(bench.results(), IsEmpty());
+    bench.feed(block.joined(wire::GvspFormat::Payload, 3, {}, wire::GvcpStatus::PacketUnavailable));
+    bench.advance(0ms);
+    EXPECT_THAT(bench.results(),
+                ElementsAre(BlockResult::ResendsFailure, BlockResult::Ok, BlockResult::Ok));
+}
+
+TEST_F(Resend, ABlockIsGivenUpAfterTheLastRequest)
+{
+    bench.assembler.setSettings({.maximumPendingResends = 1000, .maximumRequestsPerPacket = 1});
+    bench.queueBuffers(4);
+    bench.feed(block, block.orderWithout({3}));
+    bench.feed(TestBlock{.id = 10});
+    bench.feed(TestBlock{.id = 11});
+    bench.advance(0ms); // the later blocks have cut it off
+    EXPECT_EQ(bench.requests.size(), 1U);
+    bench.advance(kResendPause - 1ms);
+    EXPECT_THAT(bench.results(), IsEmpty());
+    bench.advance(1ms);
+    EXPECT_THAT(bench.results(),
+                ElementsAre(BlockResult::ResendsFailure, BlockResult::Ok, BlockResult::Ok));
+}
+
+TEST_F(Resend, TheOldestBlockIsGivenUpBeforeTheBuffersRunOut)
+{
+    bench.feed(block, block.orderWithout({3}));
+    waitForLosses();
+    bench.feed(TestBlock{.id = 10});
+    bench.feed(TestBlock{.id = 11});
+    EXPECT_THAT(bench.results(), IsEmpty());
+    bench.feed(TestBlock{.id = 12}); // in the last of four buffers
+    EXPECT_THAT(bench.results(), ElementsAre(BlockResult::ResendsFailure, BlockResult::Ok,
+                                             BlockResult::Ok, BlockResult::Ok));
+    EXPECT_EQ(bench.assembler.statistics().blocksDropped, 0U);
+}
+
+TEST_F(Resend, AnAnswerThatComesTooLateBelongsNowhere)
+{
+    bench.queueBuffers(1000);
+    bench.feed(block, block.orderWithout({3}));
+    waitForLosses();
+    bench.feed(block.joined(wire::GvspFormat::Payload, 3, {}, wire::GvcpStatus::PacketUnavailable));
+    constexpr std::uint64_t kLater = 9 + 2 * kLateBlocks;
+    for (std::uint64_t id = 10; id <= kLater; ++id) {
+        bench.feed(TestBlock{.id = id});
+    }
+    bench.advance(10s);
+    const auto before = bench.results().size();
+    bench.feed(block.joined(wire::GvspFormat::Payload, 3, {}, wire::GvcpStatus::PacketResend));
+    bench.feed(TestBlock{.id = kLater + 1});
+    EXPECT_EQ(bench.results().size(), before + 1);
+    EXPECT_EQ(bench.results().back(), BlockResult::Ok);
 }
 
 TEST_F(Resend, NothingIsAskedForABlockLongerThanItsBuffer)
