@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Shows the tool at work: starts a virtual camera on a loopback address, finds it, asks what it is,
-# takes live pictures, records into the camera's memory and reads the recording back. Leaves the
-# pictures in build/demo and nothing running.
+# takes live pictures, records into the camera's memory, reads the recording back and compares it
+# with what the camera recorded. Leaves the pictures in build/demo and nothing running.
 set -euo pipefail
 
 cd "$(dirname "$0")/.."
@@ -47,7 +47,7 @@ start_camera()
     for address in 127.0.0.{11..30}; do
         # A session of its own: Ctrl-C is for the command, which then takes leave of the camera.
         setsid "$programs/telvo-camera" --address "$address" --user-sets-prepared \
-            >"$results/camera.log" 2>&1 &
+            --save-recordings "$results/camera" >"$results/camera.log" 2>&1 &
         camera=$!
         camera_is_ready && return 0
     done
@@ -79,6 +79,14 @@ show live --camera "$address" --frames 50 --fps 25 --out "$results/live" \
 show record --camera "$address" --frames 200 --fps 1000
 show download --camera "$address" --out "$results/recording.raw"
 show download --camera "$address" --format png --count 20 --out "$results/recording"
+
+# Ended, the camera leaves what it recorded.
+kill "$camera"
+wait "$camera" || fail "the virtual camera failed; see $results/camera.log"
+camera=
+cmp "$results/recording.raw" "$results/camera/$address-0.raw" || fail "the recordings differ"
+rm -r "$results/camera"
+printf '\nThe downloaded recording is what the camera recorded, byte for byte.\n'
 
 cat <<END
 

@@ -90,6 +90,8 @@ void addMemory(CLI::App& app, CommandLine& line, RawTexts& raw)
     app.add_flag("--unpaced", camera.unpaced, "Sends as fast as it can");
     app.add_option("--trigger-every", raw.triggerEvery,
                    "A pulse on the trigger input every so many ms");
+    app.add_option("--save-recordings", line.recordingsFolder,
+                   "Writes what was recorded when it ends: ADDRESS-SEQUENCE.raw in this folder");
     app.add_flag("--commands", line.readCommands,
                  "Reads from standard input, line by line: trigger, high, low, silent, talk, "
                  "lose RATE, quit");

@@ -30,6 +30,7 @@ struct CommandLine {
     std::chrono::milliseconds silentAfter{0};  ///< 0: never
     std::chrono::milliseconds silentFor{0};    ///< 0: to the end
     bool readCommands = false;                 ///< from standard input
+    std::string recordingsFolder{}; ///< where the recordings go at the end; empty: nowhere
 };
 
 /** The command line asked for help or holds an error: print text, leave with status. */

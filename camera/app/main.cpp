@@ -1,4 +1,5 @@
 #include "CommandLine.h"
+#include "RecordingFiles.h"
 #include "VirtualCamera.h"
 
 #include <csignal>
@@ -152,6 +153,11 @@ int runCameras(const CommandLine& line)
     std::signal(SIGINT, end);
     std::signal(SIGTERM, end);
     run(line, cameras);
+    if (!line.recordingsFolder.empty()) {
+        for (const auto& device : cameras) {
+            camera::saveRecordings(*device, line.recordingsFolder);
+        }
+    }
     return EXIT_SUCCESS;
 }
 

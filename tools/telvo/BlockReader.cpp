@@ -13,20 +13,10 @@ namespace telvo
 namespace
 {
 
-constexpr std::chrono::milliseconds kCancelPoll{50};
+constexpr std::chrono::milliseconds kPoll{50};
 
-/// A wait for a block ends only with the block, the link or an abort, so that somebody else has to
-/// look at the flag. The abort is repeated: a request that came later would forget it.
-void abortWhenCancelled(const std::stop_token& stop, const CancelFlag& cancel,
-                        std::int32_t cameraId)
-{
-    while (!stop.stop_requested()) {
-        if (cancel.isSet()) {
-            expAbortCurrentFrameBlockRequest(cameraId);
-        }
-        std::this_thread::sleep_for(kCancelPoll);
-    }
-}
+/// A camera that sends some of a block again and again, and never all of it, has its limit here.
+constexpr std::chrono::seconds kBlockTime{60};
 
 } // namespace
 
@@ -40,15 +30,13 @@ BlockReader::BlockReader(const CameraSession& camera, FrameRange range, std::siz
         camera.requireLink();
         throw Failure("cannot start reading the recording ('telvo log' shows why)");
     }
-    mCanceller = std::jthread([&cancel, id = camera.id()](const std::stop_token& stop) {
-        abortWhenCancelled(stop, cancel, id);
-    });
+    mWatcher = std::jthread([this](const std::stop_token& stop) { watch(stop); });
     request();
 }
 
 BlockReader::~BlockReader()
 {
-    mCanceller = {}; // ends it before the thread that it aborts goes
+    mWatcher = {}; // ends it before the thread that it aborts goes
     expStopFrameBlockTransfer(mCamera.id());
 }
 
@@ -60,6 +48,18 @@ std::span<const std::uint8_t> BlockReader::next()
     const std::span<const std::uint8_t> block = await();
     request();
     return block;
+}
+
+/// A wait for a block ends only with the block, the link or an abort, so that somebody else has to
+/// look at flag and time. The abort is repeated: a request that came later would forget it.
+void BlockReader::watch(const std::stop_token& stop)
+{
+    while (!stop.stop_requested()) {
+        if (mCancel.isSet() || isOverdue()) {
+            expAbortCurrentFrameBlockRequest(mCamera.id());
+        }
+        std::this_thread::sleep_for(kPoll);
+    }
 }
 
 void BlockReader::request()
@@ -82,12 +82,17 @@ std::span<const std::uint8_t> BlockReader::await()
 {
     std::int64_t frames = 0;
     std::uint32_t status = 0;
+    mDeadline = Clock::now() + kBlockTime;
     const std::uint8_t* const block =
         expGetRecordedFrameBlockResult(nullptr, &frames, &status, mCamera.id());
     if (mCancel.isSet()) {
         throw Failure("cancelled");
     }
     mCamera.requireLink();
+    if (isOverdue()) {
+        throw Failure("a block of frames does not come whole ('telvo log' shows why)");
+    }
+    mDeadline = Clock::time_point::max();
     if (block == nullptr || frames != mRequested) {
         throw Failure("the camera delivered " + std::to_string(frames) + " frames instead of " +
                       std::to_string(mRequested));

@@ -4,6 +4,8 @@
 #include "CameraSession.h"
 #include "CancelFlag.h"
 
+#include <atomic>
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -36,12 +38,16 @@ class BlockReader
     BlockReader& operator=(const BlockReader&) = delete;
 
     /// The next frames' bytes, valid until the next call; none after the last frame. Throws
-    /// Failure, also when cancelled.
+    /// Failure, also when cancelled, or when a block does not come whole within a minute.
     std::span<const std::uint8_t> next();
 
   private:
+    using Clock = std::chrono::steady_clock;
+
     void request();
     std::span<const std::uint8_t> await();
+    void watch(const std::stop_token& stop);
+    bool isOverdue() const { return Clock::now() > mDeadline.load(); }
 
     const CameraSession& mCamera;
     const CancelFlag& mCancel;
@@ -49,7 +55,8 @@ class BlockReader
     std::size_t mFrameSize;
     std::uint32_t mBlockFrames = 0; // most frames that a block takes
     std::uint32_t mRequested = 0;   // frames of the block on its way; 0: none
-    std::jthread mCanceller;
+    std::atomic<Clock::time_point> mDeadline{Clock::time_point::max()}; // of the awaited block
+    std::jthread mWatcher;
 };
 
 } // namespace telvo
