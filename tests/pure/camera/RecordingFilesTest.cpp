@@ -29,11 +29,11 @@ class RecordingFiles : public testing::Test
     const std::filesystem::path folder =
         std::filesystem::path(testing::TempDir()) /
         testing::UnitTest::GetInstance()->current_test_info()->name();
-    VirtualCamera camera{{.address = "127.0.4.110"}};
 };
 
 TEST_F(RecordingFiles, HoldEveryRecordedFrame)
 {
+    VirtualCamera camera({.address = "127.0.4.110"});
     ASSERT_FALSE(camera.start());
     RawHost host(camera.options().address);
     host.openStream();
@@ -58,6 +58,7 @@ TEST_F(RecordingFiles, HoldEveryRecordedFrame)
 
 TEST_F(RecordingFiles, AreNoneWithoutARecording)
 {
+    VirtualCamera camera({.address = "127.0.4.111"});
     ASSERT_FALSE(camera.start());
     saveRecordings(camera, folder);
     EXPECT_TRUE(std::filesystem::is_empty(folder));
@@ -65,7 +66,7 @@ TEST_F(RecordingFiles, AreNoneWithoutARecording)
 
 TEST_F(RecordingFiles, FailWhereAFileIsInTheWay)
 {
-    ASSERT_FALSE(camera.start());
+    const VirtualCamera camera({.address = "127.0.4.112"});
     std::ofstream(folder) << "a file";
     EXPECT_THROW(saveRecordings(camera, folder), std::filesystem::filesystem_error);
     EXPECT_EQ(contentOf(folder).size(), 6U);
