@@ -3,6 +3,7 @@
  * whether a fetched picture is ever made of two.
  */
 #include "FrameRenderer.h"
+#include "Require.h"
 #include "TelvoDll.h"
 #include "VirtualCamera.h"
 
@@ -10,7 +11,7 @@
 #include <chrono>
 #include <cstdint>
 #include <cstdio>
-#include <cstdlib>
+#include <cstring>
 #include <thread>
 #include <vector>
 
@@ -22,14 +23,6 @@ using Clock = std::chrono::steady_clock;
 constexpr std::size_t kFrameSize = 1280 * 1024;
 constexpr int kPictures = 3000;
 constexpr std::int32_t kCamera = 1;
-
-void require(bool succeeded, const char* what)
-{
-    if (!succeeded) {
-        std::fprintf(stderr, "%s failed\n", what);
-        std::exit(EXIT_FAILURE);
-    }
-}
 
 void startLive(const camera::VirtualCamera& camera)
 {
@@ -54,15 +47,14 @@ void startLive(const camera::VirtualCamera& camera)
 bool isWhole(const std::uint8_t* picture, const camera::SceneView& view,
              std::vector<std::uint8_t>& scene)
 {
-    const std::uint32_t number = picture[0] | picture[1] << 8U | picture[2] << 16U;
+    std::uint32_t number = 0;
+    std::memcpy(&number, picture, sizeof number); // little-endian, as this machine
     camera::renderScene(view, 0, number, scene);
     return std::equal(picture + camera::kFrameHeaderSize, picture + kFrameSize,
                       scene.begin() + camera::kFrameHeaderSize);
 }
 
-} // namespace
-
-int main()
+void measure()
 {
     camera::VirtualCamera camera(
         {.address = "127.0.0.54", .userSetsPrepared = true, .unpaced = true});
@@ -91,5 +83,12 @@ int main()
     std::printf("a fetched picture: median %.1f us, 99 of 100 below %.1f us; %d of %d torn\n",
                 microseconds[microseconds.size() / 2], microseconds[microseconds.size() * 99 / 100],
                 torn, kPictures);
-    return torn == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
+    require(torn == 0, "keeping pictures whole");
+}
+
+} // namespace
+
+int main()
+{
+    return exitStatus(measure);
 }

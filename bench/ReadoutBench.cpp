@@ -3,6 +3,7 @@
  * loopback, with requests over the serial line and packets of 1500 and 9000 bytes. The camera runs
  * in a process of its own, so that the memory is the library's alone.
  */
+#include "Require.h"
 #include "TelvoDll.h"
 #include "VirtualCamera.h"
 
@@ -11,7 +12,6 @@
 #include <csignal>
 #include <cstdint>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <fstream>
 #include <string>
@@ -31,14 +31,6 @@ constexpr std::int32_t kCamera = 1;
 /// The readout's pipeline, and a block as it comes and as the host sees it.
 constexpr double kBuffers = 16 + 2 * 5'800'320.0 / (1 << 20); // MiB
 
-void require(bool succeeded, const char* what)
-{
-    if (!succeeded) {
-        std::fprintf(stderr, "%s failed\n", what);
-        std::exit(EXIT_FAILURE);
-    }
-}
-
 /// A camera in a child process, ended with its parent's object.
 class CameraProcess
 {
@@ -47,7 +39,7 @@ class CameraProcess
     {
         require(mProcess >= 0, "starting a process");
         if (mProcess == 0) {
-            runCamera();
+            _exit(exitStatus(runCamera));
         }
     }
     ~CameraProcess()
@@ -59,7 +51,7 @@ class CameraProcess
     CameraProcess& operator=(const CameraProcess&) = delete;
 
   private:
-    [[noreturn]] static void runCamera()
+    static void runCamera()
     {
         camera::VirtualCamera camera({.address = kAddress,
                                       .memoryBytes = std::uint64_t{2} << 30,
@@ -160,8 +152,9 @@ void reportApart(std::uint32_t packetSize)
 {
     const pid_t process = fork();
     if (process == 0) {
-        report(packetSize);
-        std::exit(EXIT_SUCCESS);
+        const int result = exitStatus([packetSize] { report(packetSize); });
+        std::fflush(stdout);
+        _exit(result);
     }
     int status = 0;
     require(process > 0 && waitpid(process, &status, 0) == process && status == 0, "reading out");
@@ -171,8 +164,9 @@ void reportApart(std::uint32_t packetSize)
 
 int main()
 {
-    for (const std::uint32_t packetSize : {1500U, 9000U}) {
-        reportApart(packetSize);
-    }
-    return EXIT_SUCCESS;
+    return exitStatus([] {
+        for (const std::uint32_t packetSize : {1500U, 9000U}) {
+            reportApart(packetSize);
+        }
+    });
 }

@@ -5,11 +5,11 @@
  */
 #include "PvDevice.h"
 #include "PvPipeline.h"
+#include "Require.h"
 #include "VirtualCamera.h"
 
 #include <chrono>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <set>
@@ -27,18 +27,7 @@ constexpr std::uint64_t kPacedRate = 2'000'000'000; // bytes per second
 void setInteger(PvDevice& device, const char* name, std::int64_t value)
 {
     auto* feature = dynamic_cast<PvGenInteger*>(device.GetGenParameters()->Get(name));
-    if (feature == nullptr || !feature->SetValue(value).IsOK()) {
-        std::fprintf(stderr, "cannot set %s to %lld\n", name, static_cast<long long>(value));
-        std::exit(EXIT_FAILURE);
-    }
-}
-
-void require(bool succeeded, const char* what)
-{
-    if (!succeeded) {
-        std::fprintf(stderr, "%s failed\n", what);
-        std::exit(EXIT_FAILURE);
-    }
+    require(feature != nullptr && feature->SetValue(value).IsOK(), name);
 }
 
 std::set<std::string> threads()
@@ -169,9 +158,10 @@ void report(std::int64_t packetSize, bool paced, std::chrono::seconds time)
 int main()
 {
     using namespace std::chrono_literals;
-    for (const std::int64_t packetSize : {1500, 9000}) {
-        report(packetSize, false, 5s);
-        report(packetSize, true, 10s);
-    }
-    return EXIT_SUCCESS;
+    return exitStatus([] {
+        for (const std::int64_t packetSize : {1500, 9000}) {
+            report(packetSize, false, 5s);
+            report(packetSize, true, 10s);
+        }
+    });
 }

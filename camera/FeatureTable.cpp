@@ -142,11 +142,11 @@ constexpr Row command(Id id, std::string_view name, std::string_view tip)
 }
 constexpr Row text(Id id, std::string_view name, std::string_view tip)
 {
-    return Row(id, name, FeatureKind::String, tip);
+    return {id, name, FeatureKind::String, tip};
 }
 constexpr Row bytes(Id id, std::string_view name, std::string_view tip)
 {
-    return Row(id, name, FeatureKind::Register, tip);
+    return {id, name, FeatureKind::Register, tip};
 }
 
 constexpr StreamChannelRegisters kStream{0};

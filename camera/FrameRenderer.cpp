@@ -141,7 +141,7 @@ void FrameRenderer::drawText(const FrameStamp& stamp)
     for (std::uint32_t i = 0; i < kTextLength; ++i) {
         const std::uint32_t left = kTextLeft + i * kGlyphSize;
         const std::uint32_t right = std::min(left + kGlyphSize, mView.width);
-        const GlyphCell& cell = glyphCells()[static_cast<std::size_t>(text[i])];
+        const GlyphCell& cell = glyphCells()[static_cast<unsigned char>(text[i])];
         for (std::uint32_t y = kTextTop; y < bottom && left < right; ++y) {
             std::memcpy(row(y) + left, cell[y - kTextTop].data(), right - left);
         }

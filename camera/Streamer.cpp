@@ -45,7 +45,7 @@ void Streamer::run()
     while (!mStop) {
         serveResends();
         if (auto order = mDevice.nextBlock(kPatience)) {
-            sendBlock(std::move(*order));
+            sendBlock(*order);
         }
     }
 }

@@ -26,5 +26,6 @@ function(telvo_test name)
     set_target_properties(${name} PROPERTIES
       CROSSCOMPILING_EMULATOR ${CMAKE_SOURCE_DIR}/scripts/in-own-network.sh)
   endif()
-  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES ${arg_PROPERTIES})
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 NO_PRETTY_VALUES
+                       PROPERTIES ${arg_PROPERTIES})
 endfunction()

@@ -100,7 +100,7 @@ void addMemory(CLI::App& app, CommandLine& line, RawTexts& raw)
 void addFaults(CLI::App& app, CommandLine& line, RawTexts& raw)
 {
     constexpr const char* kGroup = "Faults";
-    const auto rate = [&app, kGroup](const char* name, double& target, const char* text) {
+    const auto rate = [&app](const char* name, double& target, const char* text) {
         app.add_option(name, target, text)
             ->check(CLI::Range(0.0, 1.0))
             ->option_text("RATE")

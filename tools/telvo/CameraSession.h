@@ -1,14 +1,14 @@
 #ifndef TELVO_TOOLS_TELVO_CAMERASESSION_H
 #define TELVO_TOOLS_TELVO_CAMERASESSION_H
 
+#include "Setting.h"
+
 #include <cstdint>
 #include <string>
 #include <vector>
 
 namespace telvo
 {
-
-struct Assignment;
 
 /// How the library is to reach a camera.
 struct CameraAddress {
