@@ -23,6 +23,7 @@ struct Options {
 std::vector<const Setting*> namedSettings(const std::vector<std::string>& names)
 {
     std::vector<const Setting*> settings;
+    settings.reserve(names.size());
     for (const std::string& name : names) {
         settings.push_back(&findSetting(name));
     }
