@@ -12,8 +12,10 @@ if [ "${1:-}" != --inside ]; then
 fi
 shift
 
-build=$(cd "$(dirname "$0")/.." && pwd)/build/windows
+scripts=$(cd "$(dirname "$0")" && pwd)
+build=$(dirname "$scripts")/build/windows
 template=$build/wine
+exact_bind=$build/exact-bind.so
 export WINEDEBUG=-all,err+module WINEARCH=win64 # only what keeps a program from starting
 export WINEDLLOVERRIDES="mscoree,mshtml=" # else Wine asks for .NET and a browser to install
 
@@ -34,16 +36,13 @@ trap 'exit 1' INT TERM HUP
 
 make_template()
 {
-    mkdir -p "$build"
-    exec 9>"$build/wine.lock"
-    flock 9
     if [ ! -d "$template" ]; then
         rm -rf "$template.new"
         WINEPREFIX=$template.new wineboot --init >/dev/null 2>&1
         WINEPREFIX=$template.new wineserver --wait
         mv "$template.new" "$template"
     fi
-    exec 9>&-
+    [ -e "$exact_bind" ] || cc -shared -fPIC -o "$exact_bind" "$scripts/ExactBind.c"
 }
 
 # Sets DISPLAY. The server listens on an abstract socket alone, which belongs to the namespace.
@@ -65,8 +64,14 @@ make_prefix()
     cp --archive "$template/dosdevices" "$template"/*.reg "$template/.update-timestamp" "$WINEPREFIX"
 }
 
+mkdir -p "$build"
+exec 9>"$build/wine.lock"
+flock 9
 make_template
+exec 9>&-
+
 run=$(mktemp -d "$build/wine-run.XXXXXX")
 make_prefix "$run/prefix"
 start_display "$run/display"
+LD_PRELOAD=$exact_bind wineserver --persistent
 "$@"

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <initializer_list>
 #include <iostream>
+#include <regex>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -151,7 +152,8 @@ TEST(CommandLine, TellsItsVersion)
 {
     const Outcome outcome = run({"--version"});
     EXPECT_EQ(outcome.exitStatus, 0);
-    EXPECT_THAT(outcome.output, testing::MatchesRegex("telvo [0-9]+\\.[0-9]+\\.[0-9]+\n"));
+    EXPECT_TRUE(std::regex_match(outcome.output, std::regex("telvo [0-9]+\\.[0-9]+\\.[0-9]+\n")))
+        << outcome.output;
 }
 
 } // namespace

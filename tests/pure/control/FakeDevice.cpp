@@ -1,19 +1,20 @@
 #include "FakeDevice.h"
 
 #include <algorithm>
-#include <arpa/inet.h>
-#include <netinet/in.h>
-#include <poll.h>
 #include <stdexcept>
-#include <sys/socket.h>
-#include <unistd.h>
+#include <utility>
+
+using gige::net::Endpoint;
+using gige::net::Ipv4Address;
+using gige::net::ReceiveStatus;
+using gige::net::UdpSocket;
 
 namespace
 {
 
 constexpr std::uint16_t kPort = 3956;
 constexpr std::size_t kHeader = 8;
-constexpr std::uint32_t kLoopbackBroadcast = 0x7FFFFFFF;
+constexpr Ipv4Address kLoopbackBroadcast{0x7FFFFFFF};
 
 std::uint16_t u16(const Bytes& bytes, std::size_t offset)
 {
@@ -48,35 +49,27 @@ Bytes ackFor(const Bytes& command, std::uint16_t status, const Bytes& payload)
     return ack;
 }
 
-int openSocket(std::uint32_t address, std::uint16_t port)
+UdpSocket openSocket(Ipv4Address address, std::uint16_t port)
 {
-    const int descriptor = ::socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
-    const int on = 1;
-    ::setsockopt(descriptor, SOL_SOCKET, SO_REUSEADDR, &on, sizeof on);
-    ::setsockopt(descriptor, SOL_SOCKET, SO_BROADCAST, &on, sizeof on);
-    sockaddr_in local{};
-    local.sin_family = AF_INET;
-    local.sin_port = htons(port);
-    local.sin_addr.s_addr = htonl(address);
-    if (::bind(descriptor, reinterpret_cast<const sockaddr*>(&local), sizeof local) != 0) {
+    auto socket = UdpSocket::open({.address = address, .port = port},
+                                  {.reuseAddress = true, .broadcast = true});
+    if (!socket) {
         throw std::runtime_error("the test device's address is taken");
     }
-    return descriptor;
+    return std::move(*socket);
 }
 
 } // namespace
 
 FakeDevice::FakeDevice(const std::string& address)
+    : mAddress(gige::net::parseIpv4(address).value()),
+      mSocket(openSocket(mAddress, kPort)),
+      mBroadcastSocket(openSocket(kLoopbackBroadcast, kPort)),
+      mOtherPortSocket(openSocket(mAddress, 0)),
+      mOtherAddressSocket(openSocket({mAddress.value + 100}, kPort))
 {
-    in_addr parsed{};
-    ::inet_pton(AF_INET, address.c_str(), &parsed);
-    mAddress = ntohl(parsed.s_addr);
-    mReportedAddress = mAddress;
-    mSocket = openSocket(mAddress, kPort);
-    mBroadcastSocket = openSocket(kLoopbackBroadcast, kPort);
-    mOtherPortSocket = openSocket(mAddress, 0);
-    mOtherAddressSocket = openSocket(mAddress + 100, kPort);
-    mMac = {0x02, 0x54, 0x7F, 0, 2, static_cast<std::uint8_t>(mAddress)};
+    mReportedAddress = mAddress.value;
+    mMac = {0x02, 0x54, 0x7F, 0, 2, static_cast<std::uint8_t>(mAddress.value)};
     mRegisters = {{0x0000, 0x00010002}, {0x0004, 0x80000001}, {0x0904, 1},
                   {0x0934, 0xC0000007}, {0x0938, 3000},       {0x0A00, 0}};
     mThread = std::thread([this] { serve(); });
@@ -86,10 +79,6 @@ FakeDevice::~FakeDevice()
 {
     mStop = true;
     mThread.join();
-    for (const int descriptor :
-         {mSocket, mBroadcastSocket, mOtherPortSocket, mOtherAddressSocket}) {
-        ::close(descriptor);
-    }
 }
 
 void FakeDevice::setScript(Script script)
@@ -173,29 +162,21 @@ bool FakeDevice::waitForCount(std::uint16_t code, std::size_t wanted) const
 
 void FakeDevice::serve()
 {
-    constexpr int kPollMilliseconds = 5;
+    constexpr std::chrono::milliseconds kLookForBroadcasts{5};
     while (!mStop) {
-        std::array<pollfd, 2> waiting{{{mSocket, POLLIN, 0}, {mBroadcastSocket, POLLIN, 0}}};
-        ::poll(waiting.data(), waiting.size(), kPollMilliseconds);
-        for (const pollfd& ready : waiting) {
-            if ((ready.revents & POLLIN) != 0) {
-                handle(ready.fd);
-            }
-        }
+        handle(mSocket, kLookForBroadcasts);
+        handle(mBroadcastSocket, std::chrono::milliseconds(0));
     }
 }
 
-void FakeDevice::handle(int socket)
+void FakeDevice::handle(UdpSocket& socket, std::chrono::milliseconds wait)
 {
     Bytes datagram(2048);
-    sockaddr_in sender{};
-    socklen_t senderLength = sizeof sender;
-    const ssize_t length = ::recvfrom(socket, datagram.data(), datagram.size(), 0,
-                                      reinterpret_cast<sockaddr*>(&sender), &senderLength);
-    if (length < static_cast<ssize_t>(kHeader)) {
+    const auto received = socket.receive(datagram, wait);
+    if (received.status != ReceiveStatus::Data || received.size < kHeader) {
         return;
     }
-    datagram.resize(static_cast<std::size_t>(length));
+    datagram.resize(received.size);
 
     std::vector<FakeAnswer> answers;
     {
@@ -205,7 +186,7 @@ void FakeDevice::handle(int socket)
                                   .requestId = u16(datagram, 6),
                                   .firstWord =
                                       datagram.size() >= kHeader + 4 ? u32(datagram, 8) : 0,
-                                  .senderPort = ntohs(sender.sin_port),
+                                  .senderPort = received.source.port,
                                   .ack = respond(datagram)};
         mCommands.push_back(command);
         const std::shared_ptr<Script> script = mScript; // called without the lock
@@ -217,25 +198,24 @@ void FakeDevice::handle(int socket)
     }
     for (const FakeAnswer& answer : answers) {
         if (!answer.datagram.empty()) {
-            send(answer, sender);
+            send(answer, received.source);
         }
     }
 }
 
-void FakeDevice::send(const FakeAnswer& answer, sockaddr_in destination) const
+void FakeDevice::send(const FakeAnswer& answer, Endpoint destination)
 {
     std::this_thread::sleep_for(answer.delay);
-    int from = mSocket;
+    UdpSocket* from = &mSocket;
     if (answer.fromOtherPort) {
-        from = mOtherPortSocket;
+        from = &mOtherPortSocket;
     } else if (answer.fromOtherAddress) {
-        from = mOtherAddressSocket;
+        from = &mOtherAddressSocket;
     }
     if (answer.broadcast) {
-        destination.sin_addr.s_addr = htonl(kLoopbackBroadcast);
+        destination.address = kLoopbackBroadcast;
     }
-    ::sendto(from, answer.datagram.data(), answer.datagram.size(), 0,
-             reinterpret_cast<const sockaddr*>(&destination), sizeof destination);
+    from->send(answer.datagram, destination);
 }
 
 Bytes FakeDevice::respond(const Bytes& command)

@@ -1,6 +1,8 @@
 #ifndef TELVO_TESTS_CONTROL_FAKEDEVICE_H
 #define TELVO_TESTS_CONTROL_FAKEDEVICE_H
 
+#include "UdpSocket.h"
+
 #include <array>
 #include <atomic>
 #include <chrono>
@@ -9,7 +11,6 @@
 #include <map>
 #include <memory>
 #include <mutex>
-#include <netinet/in.h>
 #include <string>
 #include <thread>
 #include <vector>
@@ -76,20 +77,20 @@ class FakeDevice
 
   private:
     void serve();
-    void handle(int socket);
+    void handle(gige::net::UdpSocket& socket, std::chrono::milliseconds wait);
     Bytes respond(const Bytes& command);
     Bytes readRegisters(const Bytes& command);
     Bytes writeRegisters(const Bytes& command);
     Bytes readMemory(const Bytes& command);
     Bytes writeMemory(const Bytes& command);
     Bytes discoveryAck(const Bytes& command);
-    void send(const FakeAnswer& answer, sockaddr_in destination) const;
+    void send(const FakeAnswer& answer, gige::net::Endpoint destination);
 
-    int mSocket = -1;
-    int mBroadcastSocket = -1;
-    int mOtherPortSocket = -1;
-    int mOtherAddressSocket = -1;
-    std::uint32_t mAddress = 0;
+    gige::net::Ipv4Address mAddress;
+    gige::net::UdpSocket mSocket;
+    gige::net::UdpSocket mBroadcastSocket;
+    gige::net::UdpSocket mOtherPortSocket;
+    gige::net::UdpSocket mOtherAddressSocket;
     std::atomic<bool> mStop{false};
     std::atomic<bool> mSilent{false};
 
