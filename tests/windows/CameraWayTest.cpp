@@ -2,6 +2,7 @@
 // with-camera.sh.
 #include "FrameRenderer.h"
 #include "LoadedLibrary.h"
+#include "ProcessCounts.h"
 
 #include <algorithm>
 #include <chrono>
@@ -214,6 +215,30 @@ TEST_F(CameraWay, ReadsASingleRecordedFrameByteForByte)
                 {.number = 5, .time = header, .flags = camera::kFlagRecording});
     EXPECT_EQ(flags, static_cast<std::uint8_t>(~camera::kFlagRecording));
     EXPECT_EQ(extra, 0);
+}
+
+void loadConnectUnload()
+{
+    const LoadedLibrary library;
+    ASSERT_TRUE(library.isLoaded());
+    const TelvoConnectionSettings settings = fastSettings();
+    EXPECT_EQ(FUNCTION(library, expConnectGrabber)("127.0.0.11", "127.0.0.11", 1, &settings, kId),
+              0);
+    EXPECT_EQ(FUNCTION(library, expInitializeGrabber)(&settings, kId), 0);
+    EXPECT_EQ(FUNCTION(library, expStartLiveMode)(kId), 0);
+    EXPECT_EQ(FUNCTION(library, expStopLiveMode)(kId), 0);
+    EXPECT_EQ(FUNCTION(library, expDisconnectGrabber)(kId), 0);
+}
+
+TEST(CameraWayEnd, LeaksNoHandleAndNoThread)
+{
+    loadConnectUnload(); // what the system opens once for a process
+    const ProcessCounts before = countProcess();
+    for (int i = 0; i < 3; ++i) {
+        loadConnectUnload();
+    }
+    EXPECT_EQ(countProcess(), before);
+    EXPECT_EQ(GetModuleHandleA("TelvoDll.dll"), nullptr);
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 #!/bin/sh
-# Runs a program against a virtual camera on 127.0.0.11 in a network of their own:
-# with-camera.sh CAMERA-COMMAND PROGRAM.exe [ARGUMENT...]
+# Runs a command against a virtual camera on 127.0.0.11, in a Wine prefix and a network of their own:
+# with-camera.sh CAMERA-COMMAND COMMAND [ARGUMENT...]
 set -eu
 
 if [ "$1" != --inside ]; then
@@ -21,4 +21,4 @@ until grep -q 'listens on' "$WINEPREFIX/camera.log"; do
     fi
     sleep 0.1
 done
-wine "$@"
+"$@"
