@@ -2,7 +2,7 @@
 BUILD ?= release
 SOURCES = $(shell git ls-files '*.h' '*.c' '*.cpp')
 
-.PHONY: demo test bench build windows format lint clean setup configure
+.PHONY: demo test bench build windows test-windows package reproducible format lint clean setup configure
 
 demo: configure
 	cmake --build --preset $(BUILD) --target telvo telvo-camera
@@ -21,8 +21,21 @@ configure: setup
 	cmake --preset $(BUILD) >build/configure-$(BUILD).log || { cat build/configure-$(BUILD).log; false; }
 
 windows: setup
-	cmake --preset windows
+	cmake --preset windows >build/configure-windows.log || { cat build/configure-windows.log; false; }
+	cmake --build --preset windows --target TelvoDll telvo telvo-camera
+
+test-windows: windows
+	cmake --preset release >build/configure-release.log || { cat build/configure-release.log; false; }
+	cmake --build --preset release --target telvo-camera
 	cmake --build --preset windows
+	ctest --preset windows --parallel $$((2 * $$(nproc)))
+
+package: windows
+	cpack --preset windows
+
+# Builds the Windows programs once more and compares.
+reproducible: windows
+	scripts/reproducible.sh
 
 format:
 	clang-format -i $(SOURCES)

@@ -25,4 +25,5 @@ licence(GPL-3 /usr/share/common-licenses/GPL-3)
 set(CPACK_GENERATOR ZIP)
 set(CPACK_PACKAGE_FILE_NAME TelvoDll-${PROJECT_VERSION}-win64)
 set(CPACK_PACKAGE_DIRECTORY ${CMAKE_BINARY_DIR}/package)
+set(CMAKE_SKIP_INSTALL_ALL_DEPENDENCY ON) # the tests are not needed
 include(CPack)
