@@ -8,7 +8,7 @@ ReceiveStatus BatchReceiver::receive(Timeout timeout, const Waker* waker)
     mRunCount = 0;
     ReceiveStatus status = take();
     if (status == ReceiveStatus::TimedOut) {
-        status = waitReadable(mSocket.handle(), timeout, waker);
+        status = wait(timeout, waker);
         if (status == ReceiveStatus::Data) {
             status = take();
         }

@@ -22,9 +22,10 @@ struct DatagramRun {
 };
 
 /**
- * Takes many datagrams per system call. On Linux the kernel also joins datagrams of one source
- * (UDP_GRO), so that a call brings several hundred of them; elsewhere it is a plain loop. For one
- * thread; the socket is borrowed for the receiver's life and must not be received from otherwise.
+ * Takes many datagrams at once: on Linux per system call, on Windows out of many receives that are
+ * posted ahead. Either system also joins datagrams of one source if it can (UDP_GRO, UDP receive
+ * coalescing). For one thread; the socket is borrowed for the receiver's life and must not be
+ * received from otherwise.
  */
 class BatchReceiver
 {
@@ -61,6 +62,8 @@ class BatchReceiver
 
     /// Receives without waiting. @return TimedOut: nothing there
     ReceiveStatus take();
+    /// Waits until take() has something. @return Data, TimedOut, Woken or Failed
+    ReceiveStatus wait(Timeout timeout, const Waker* waker);
 
     UdpSocket& mSocket;
     std::vector<DatagramRun> mRuns;

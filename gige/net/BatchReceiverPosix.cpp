@@ -101,4 +101,9 @@ ReceiveStatus BatchReceiver::take()
     return ReceiveStatus::Data;
 }
 
+ReceiveStatus BatchReceiver::wait(Timeout timeout, const Waker* waker)
+{
+    return waitReadable(mSocket.handle(), timeout, waker);
+}
+
 } // namespace gige::net

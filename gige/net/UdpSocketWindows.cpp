@@ -3,7 +3,6 @@
 #include "UdpSocket.h"
 
 #include <algorithm>
-#include <limits>
 
 namespace gige::net
 {
@@ -166,13 +165,7 @@ ReceiveStatus waitReadable(NativeSocket socket, Timeout timeout, const Waker* wa
                         {.fd = waker == nullptr ? INVALID_SOCKET : waker->handle(),
                          .events = POLLRDNORM,
                          .revents = 0}};
-    int limit = -1;
-    if (timeout) {
-        const auto milliseconds = std::chrono::ceil<std::chrono::milliseconds>(*timeout).count();
-        limit = static_cast<int>(
-            std::clamp<long long>(milliseconds, 0, std::numeric_limits<int>::max()));
-    }
-    const int ready = WSAPoll(polled, waker == nullptr ? 1 : 2, limit);
+    const int ready = WSAPoll(polled, waker == nullptr ? 1 : 2, waitLimit(timeout));
     if (ready < 0) {
         return ReceiveStatus::Failed;
     }

@@ -1,5 +1,8 @@
 #include "WinsockRuntime.h"
 
+#include <algorithm>
+#include <limits>
+
 namespace gige::net
 {
 
@@ -17,6 +20,16 @@ bool setNonBlocking(SOCKET socket)
 {
     u_long on = 1;
     return ioctlsocket(socket, static_cast<long>(FIONBIO), &on) == 0;
+}
+
+int waitLimit(std::optional<std::chrono::microseconds> timeout)
+{
+    if (!timeout) {
+        return -1;
+    }
+    const auto milliseconds = std::chrono::ceil<std::chrono::milliseconds>(*timeout).count();
+    return static_cast<int>(
+        std::clamp<long long>(milliseconds, 0, std::numeric_limits<int>::max()));
 }
 
 sockaddr_in toNative(const Endpoint& endpoint)

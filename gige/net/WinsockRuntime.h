@@ -4,6 +4,9 @@
 
 #include "Ipv4Address.h"
 
+#include <chrono>
+#include <optional>
+
 #ifndef NOMINMAX
 #define NOMINMAX
 #endif
@@ -23,6 +26,9 @@ void startWinsock();
 
 /// Calls on the socket fail with WSAEWOULDBLOCK instead of waiting. @return false on failure
 bool setNonBlocking(SOCKET socket);
+
+/// In milliseconds, rounded up so that no wait ends before its time. -1, which is INFINITE: none.
+int waitLimit(std::optional<std::chrono::microseconds> timeout);
 
 sockaddr_in toNative(const Endpoint& endpoint);
 Endpoint fromNative(const sockaddr_in& address);

@@ -162,7 +162,7 @@ bool FakeDevice::waitForCount(std::uint16_t code, std::size_t wanted) const
 
 void FakeDevice::serve()
 {
-    constexpr std::chrono::milliseconds kLookForBroadcasts{5};
+    constexpr std::chrono::milliseconds kLookForBroadcasts{1};
     while (!mStop) {
         handle(mSocket, kLookForBroadcasts);
         handle(mBroadcastSocket, std::chrono::milliseconds(0));
