@@ -28,7 +28,7 @@ clean_up()
         wineserver --kill || true
         wineserver --wait
     fi
-    [ -z "$display_server" ] || kill "$display_server"
+    [ -z "$display_server" ] || kill "$display_server" || true
     [ -z "$run" ] || rm -rf "$run"
 }
 trap clean_up EXIT
@@ -38,7 +38,10 @@ make_template()
 {
     if [ ! -d "$template" ]; then
         rm -rf "$template.new"
-        WINEPREFIX=$template.new wineboot --init >/dev/null 2>&1
+        WINEPREFIX=$template.new wineboot --init >"$build/wine.log" 2>&1 || {
+            cat "$build/wine.log"
+            return 1
+        }
         WINEPREFIX=$template.new wineserver --wait
         mv "$template.new" "$template"
     fi
@@ -51,7 +54,10 @@ start_display()
     mkfifo "$1"
     Xvfb -displayfd 8 -nolisten unix -nolisten tcp -screen 0 1280x1024x24 8>"$1" 2>/dev/null &
     display_server=$!
-    read -r number <"$1"
+    read -r number <"$1" || {
+        echo "in-wine.sh: Xvfb does not start" >&2
+        exit 1
+    }
     export DISPLAY=":$number"
 }
 

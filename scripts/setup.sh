@@ -8,7 +8,7 @@ build-essential cmake ninja-build pkgconf git
 libpugixml-dev libminizip-dev zlib1g-dev libpng-dev libcli11-dev
 libgtest-dev libgmock-dev libbenchmark-dev
 g++-mingw-w64-x86-64-posix libz-mingw-w64-dev googletest
-wine wine64 xvfb xdotool zip
+wine wine64 xvfb xdotool
 aravis-tools aravis-tools-cli iproute2
 clang-format clang-tidy
 "
