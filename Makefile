@@ -28,7 +28,7 @@ test-windows: windows
 	cmake --preset release >build/configure-release.log || { cat build/configure-release.log; false; }
 	cmake --build --preset release --target telvo-camera
 	cmake --build --preset windows
-	ctest --preset windows --parallel $$((2 * $$(nproc)))
+	ctest --preset windows --parallel $$(nproc)
 
 package: windows
 	cpack --preset windows

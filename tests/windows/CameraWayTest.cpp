@@ -19,17 +19,19 @@ namespace
 using namespace std::chrono_literals;
 
 constexpr std::int32_t kId = 7;
-constexpr std::uint32_t kWidth = 640;
-constexpr std::uint32_t kHeight = 480;
+// One frame fits a socket's buffer, so that a busy machine loses none of it.
+constexpr std::uint32_t kWidth = 320;
+constexpr std::uint32_t kHeight = 240;
 constexpr std::size_t kFrameSize = std::size_t{kWidth} * kHeight;
 constexpr camera::SceneView kView{.width = kWidth, .height = kHeight};
 
-/// No delays, resends on, frames requested over the serial line.
+/// Resends on, frames requested over the serial line.
 TelvoConnectionSettings fastSettings()
 {
     TelvoConnectionSettings settings{};
     settings.useSettings = 1;
     settings.packetSize = 8000;
+    settings.defaultInterPacketDelay = 2000;
     settings.packetTimeout = 1000;
     settings.requestTimeout = 1100;
     settings.defaultImageTimeout = 1100;

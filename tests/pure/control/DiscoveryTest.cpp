@@ -45,7 +45,9 @@ TEST(Discovery, FindsAllDevicesAndWhatTheySayOfThemselves)
 {
     const FakeDevice first("127.0.2.11");
     const FakeDevice second("127.0.2.12");
-    const auto devices = discover({loopback()}, milliseconds(400));
+    const auto devices =
+        discover({loopback()}, milliseconds(20'000),
+                 [missing = 2](const DiscoveredDevice&) mutable { return --missing > 0; });
     ASSERT_EQ(macs(devices), (std::vector{kFirstMac, kSecondMac}));
     const DiscoveredDevice& one = devices[devices[0].info.mac == kFirstMac ? 0 : 1];
     EXPECT_EQ(one.ip(), net::Ipv4Address{0x7F00020B});

@@ -1,5 +1,6 @@
 #include "TurnQueue.h"
 
+#include <atomic>
 #include <chrono>
 #include <gtest/gtest.h>
 #include <thread>
@@ -19,13 +20,18 @@ TEST(TurnQueue, GrantsTurnsInTheOrderOfAsking)
     ASSERT_TRUE(queue.enter(Clock::now()));
     std::vector<int> order;
     std::vector<std::thread> threads;
+    std::atomic<int> started = 0;
     for (int i = 0; i < 4; ++i) {
-        threads.emplace_back([&queue, &order, i] {
+        threads.emplace_back([&queue, &order, &started, i] {
+            ++started;
             const Turn turn(queue, Clock::now() + std::chrono::seconds(30));
             ASSERT_TRUE(turn.granted());
             order.push_back(i);
         });
-        std::this_thread::sleep_for(milliseconds(30)); // until it waits
+        while (started <= i) {
+            std::this_thread::sleep_for(milliseconds(1));
+        }
+        std::this_thread::sleep_for(milliseconds(100)); // until it waits
     }
     queue.leave();
     for (std::thread& thread : threads) {
