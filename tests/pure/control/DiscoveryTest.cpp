@@ -41,13 +41,19 @@ std::vector<wire::MacAddress> macs(const std::vector<DiscoveredDevice>& devices)
     return found;
 }
 
+/// What has been found when so many devices have answered.
+std::vector<DiscoveredDevice> discoverDevices(int count,
+                                              const std::vector<net::NetworkInterface>& interfaces)
+{
+    return discover(interfaces, milliseconds(20'000),
+                    [count](const DiscoveredDevice&) mutable { return --count > 0; });
+}
+
 TEST(Discovery, FindsAllDevicesAndWhatTheySayOfThemselves)
 {
     const FakeDevice first("127.0.2.11");
     const FakeDevice second("127.0.2.12");
-    const auto devices =
-        discover({loopback()}, milliseconds(20'000),
-                 [missing = 2](const DiscoveredDevice&) mutable { return --missing > 0; });
+    const auto devices = discoverDevices(2, {loopback()});
     ASSERT_EQ(macs(devices), (std::vector{kFirstMac, kSecondMac}));
     const DiscoveredDevice& one = devices[devices[0].info.mac == kFirstMac ? 0 : 1];
     EXPECT_EQ(one.ip(), net::Ipv4Address{0x7F00020B});
@@ -75,7 +81,7 @@ TEST(Discovery, ListensForTheWholeTime)
     device.setScript([](const FakeCommand& command) {
         return std::vector<FakeAnswer>{{.datagram = command.ack, .delay = milliseconds(250)}};
     });
-    EXPECT_EQ(macs(discover({loopback()}, milliseconds(1000))), std::vector{kFirstMac});
+    EXPECT_EQ(macs(discover({loopback()}, milliseconds(2000))), std::vector{kFirstMac});
 }
 
 TEST(Discovery, ReportsEachDeviceOnceAsItAnswers)
@@ -130,7 +136,7 @@ TEST(Discovery, AShortAnswerThatHoldsTheAddressIsTaken)
         brief.at(5) = 40;
         return std::vector<FakeAnswer>{{brief}};
     });
-    const auto devices = discover({loopback()}, milliseconds(400));
+    const auto devices = discoverDevices(1, {loopback()});
     ASSERT_EQ(macs(devices), std::vector{kFirstMac});
     EXPECT_EQ(devices[0].ip(), net::Ipv4Address{0x7F00020B});
     EXPECT_EQ(devices[0].info.model, "");
@@ -139,7 +145,7 @@ TEST(Discovery, AShortAnswerThatHoldsTheAddressIsTaken)
 TEST(Discovery, AnInterfaceThatFailsDoesNotStopTheOthers)
 {
     const FakeDevice device("127.0.2.11");
-    EXPECT_EQ(macs(discover({unusable(), loopback()}, milliseconds(400))), std::vector{kFirstMac});
+    EXPECT_EQ(macs(discoverDevices(1, {unusable(), loopback()})), std::vector{kFirstMac});
 }
 
 TEST(Discovery, WithoutInterfacesThereAreNoDevices)
@@ -154,7 +160,9 @@ TEST(Discovery, ADeviceHeardOnSeveralInterfacesIsListedWithTheOneOfItsSubnet)
     elsewhere.name = "";
     elsewhere.address = {0x7F000105};
     elsewhere.netmask = {0xFFFFFF00}; // 127.0.1.0/24, whose broadcast is 127.0.1.255
-    const auto devices = discover({elsewhere, loopback()}, milliseconds(400));
+    const auto devices =
+        discover({elsewhere, loopback()}, milliseconds(20'000),
+                 [](const DiscoveredDevice& found) { return found.interface.name != "lo"; });
     ASSERT_EQ(macs(devices), std::vector{kFirstMac});
     EXPECT_EQ(devices[0].interface.name, "lo");
 }
@@ -163,7 +171,7 @@ TEST(Discovery, ADeviceOfAnotherSubnetIsListedAsSuch)
 {
     FakeDevice device("127.0.2.11");
     device.setReportedAddress(0xC0A80105);
-    const auto devices = discover({loopback()}, milliseconds(400));
+    const auto devices = discoverDevices(1, {loopback()});
     ASSERT_EQ(devices.size(), 1U);
     EXPECT_FALSE(devices[0].inSubnet());
     EXPECT_EQ(devices[0].ip(), net::Ipv4Address{0xC0A80105});
@@ -175,7 +183,7 @@ TEST(Discovery, HearsAnswersThatAreBroadcast)
     device.setScript([](const FakeCommand& command) {
         return std::vector<FakeAnswer>{{.datagram = command.ack, .broadcast = true}};
     });
-    EXPECT_EQ(macs(discover({network()}, milliseconds(400))), std::vector{kFirstMac});
+    EXPECT_EQ(macs(discoverDevices(1, {network()})), std::vector{kFirstMac});
 }
 
 TEST(FindDevice, ReturnsWithTheFirstAnswer)

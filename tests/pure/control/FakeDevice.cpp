@@ -72,13 +72,15 @@ FakeDevice::FakeDevice(const std::string& address)
     mMac = {0x02, 0x54, 0x7F, 0, 2, static_cast<std::uint8_t>(mAddress.value)};
     mRegisters = {{0x0000, 0x00010002}, {0x0004, 0x80000001}, {0x0904, 1},
                   {0x0934, 0xC0000007}, {0x0938, 3000},       {0x0A00, 0}};
-    mThread = std::thread([this] { serve(); });
+    mThread = std::thread([this] { serve(mSocket); });
+    mBroadcastThread = std::thread([this] { serve(mBroadcastSocket); });
 }
 
 FakeDevice::~FakeDevice()
 {
-    mStop = true;
+    mStop.wake();
     mThread.join();
+    mBroadcastThread.join();
 }
 
 void FakeDevice::setScript(Script script)
@@ -160,24 +162,23 @@ bool FakeDevice::waitForCount(std::uint16_t code, std::size_t wanted) const
     return true;
 }
 
-void FakeDevice::serve()
+void FakeDevice::serve(UdpSocket& socket)
 {
-    constexpr std::chrono::milliseconds kLookForBroadcasts{1};
-    while (!mStop) {
-        handle(mSocket, kLookForBroadcasts);
-        handle(mBroadcastSocket, std::chrono::milliseconds(0));
+    Bytes buffer(2048);
+    for (;;) {
+        const auto received = socket.receive(buffer, std::nullopt, &mStop);
+        if (received.status != ReceiveStatus::Data) {
+            return;
+        }
+        if (received.size >= kHeader) {
+            handle(Bytes(buffer.data(), buffer.data() + received.size), received.source);
+        }
     }
 }
 
-void FakeDevice::handle(UdpSocket& socket, std::chrono::milliseconds wait)
+void FakeDevice::handle(const Bytes& datagram, const Endpoint& sender)
 {
-    Bytes datagram(2048);
-    const auto received = socket.receive(datagram, wait);
-    if (received.status != ReceiveStatus::Data || received.size < kHeader) {
-        return;
-    }
-    datagram.resize(received.size);
-
+    const std::lock_guard turn(mTurn);
     std::vector<FakeAnswer> answers;
     {
         std::unique_lock lock(mLock);
@@ -186,7 +187,7 @@ void FakeDevice::handle(UdpSocket& socket, std::chrono::milliseconds wait)
                                   .requestId = u16(datagram, 6),
                                   .firstWord =
                                       datagram.size() >= kHeader + 4 ? u32(datagram, 8) : 0,
-                                  .senderPort = received.source.port,
+                                  .senderPort = sender.port,
                                   .ack = respond(datagram)};
         mCommands.push_back(command);
         const std::shared_ptr<Script> script = mScript; // called without the lock
@@ -198,7 +199,7 @@ void FakeDevice::handle(UdpSocket& socket, std::chrono::milliseconds wait)
     }
     for (const FakeAnswer& answer : answers) {
         if (!answer.datagram.empty()) {
-            send(answer, received.source);
+            send(answer, sender);
         }
     }
 }

@@ -40,7 +40,8 @@ struct FakeAnswer {
  * A scripted GigE Vision device on one loopback address: registers and memory that behave, and a
  * script that may turn each answer into something else. Its packets are put together by hand here,
  * so that the host's encoders are not judged by themselves.
- * Threads: one thread of its own serves commands and calls the script; mLock guards the data.
+ * Threads: two of its own, one a socket, serve commands and call the script in turns; mLock guards
+ * the data.
  */
 class FakeDevice
 {
@@ -53,7 +54,7 @@ class FakeDevice
     FakeDevice(const FakeDevice&) = delete;
     FakeDevice& operator=(const FakeDevice&) = delete;
 
-    /// Called for every command from now on, on the device's thread; may keep state.
+    /// Called for every command from now on, on a thread of the device; may keep state.
     void setScript(Script script);
     void setRegister(std::uint32_t address, std::uint32_t value);
     std::uint32_t registerValue(std::uint32_t address) const;
@@ -76,8 +77,8 @@ class FakeDevice
     bool waitForCount(std::uint16_t code, std::size_t count) const;
 
   private:
-    void serve();
-    void handle(gige::net::UdpSocket& socket, std::chrono::milliseconds wait);
+    void serve(gige::net::UdpSocket& socket);
+    void handle(const Bytes& datagram, const gige::net::Endpoint& sender);
     Bytes respond(const Bytes& command);
     Bytes readRegisters(const Bytes& command);
     Bytes writeRegisters(const Bytes& command);
@@ -91,9 +92,10 @@ class FakeDevice
     gige::net::UdpSocket mBroadcastSocket;
     gige::net::UdpSocket mOtherPortSocket;
     gige::net::UdpSocket mOtherAddressSocket;
-    std::atomic<bool> mStop{false};
+    gige::net::Waker mStop;
     std::atomic<bool> mSilent{false};
 
+    std::mutex mTurn; // of the thread that serves a command
     mutable std::mutex mLock;
     std::shared_ptr<Script> mScript; // may be null
     std::map<std::uint32_t, std::uint32_t> mRegisters;
@@ -102,6 +104,7 @@ class FakeDevice
     std::uint32_t mReportedAddress = 0;
     std::vector<FakeCommand> mCommands;
     std::thread mThread;
+    std::thread mBroadcastThread;
 };
 
 // Command codes as the device sees them.
