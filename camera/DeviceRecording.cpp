@@ -107,8 +107,12 @@ bool Device::pulse()
         }
         return true;
     }
-    return isOn(FeatureId::RecordStandby) && mRecorder.hasRecorded() &&
-           startRecording() == Status::Success;
+    const bool begins = isOn(FeatureId::RecordStandby) && mRecorder.hasRecorded() &&
+                        startRecording() == Status::Success;
+    if (begins && mRecorder.settings().waitForTrigger) {
+        mRecorder.trigger(now()); // the one that it would wait for
+    }
+    return begins;
 }
 
 bool Device::trigger()

@@ -263,6 +263,17 @@ TEST(CameraRecord, InStandbyATriggerBeginsTheNextRecording)
     EXPECT_EQ(setup.host.read(FeatureId::CameraState), kStateRecording32);
 }
 
+TEST(CameraRecord, InStandbyASingleRecordingNeedsNoSecondTrigger)
+{
+    RecordSetup setup("127.0.4.79");
+    setup.host.write(FeatureId::RecordStandby, 1);
+    setup.record(10ms);
+    setup.host.write(FeatureId::RecordBurstCnt, 3);
+    setup.host.write(FeatureId::ExtTriggerEnable, 1);
+    EXPECT_TRUE(setup.camera.trigger());
+    EXPECT_TRUE(setup.waitFor(FeatureId::RecordNumberOfFrames, 3));
+}
+
 TEST(CameraRecord, TheTriggerInputKnowsItsEdge)
 {
     RecordSetup setup("127.0.4.93");
