@@ -41,6 +41,7 @@ struct PacketFault {
 enum class FrameFaultKind : std::uint8_t {
     Lose,        ///< the block is not sent, its id stays unused
     Repeat,      ///< the frame is sent again, in a block of its own
+    Reorder,     ///< the frame is sent behind the next one, if one follows at once
     JumpCounter, ///< the header's frame number is greater by `amount` in this frame only
     StopMiddle,  ///< the block ends after `amount` packets, without a trailer
     Silence,     ///< as StopMiddle, then the stream rests for `pause`

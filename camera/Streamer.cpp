@@ -44,9 +44,7 @@ void Streamer::run()
 {
     while (!mStop) {
         serveResends();
-        if (auto order = mDevice.nextBlock(kPatience)) {
-            sendBlock(*order);
-        }
+        sendInTurn(mDevice.nextBlock(kPatience));
     }
 }
 
@@ -69,9 +67,26 @@ std::span<const std::uint8_t> Streamer::BlockMaker::make(const StreamOrder& orde
     return mRenderer->render(order.stamp);
 }
 
-void Streamer::sendBlock(StreamOrder order)
+/// The next block, and behind it one that was held back, which does not wait for more than one
+/// turn.
+void Streamer::sendInTurn(const std::optional<StreamOrder>& order)
 {
-    const std::optional<FrameFault> fault = mFaults.onFrame(order.position);
+    const std::optional<StreamOrder> heldBack = std::exchange(mHeldBack, std::nullopt);
+    if (order) {
+        const std::optional<FrameFault> fault = mFaults.onFrame(order->position);
+        if (fault && fault->kind == FrameFaultKind::Reorder) {
+            mHeldBack = order;
+        } else {
+            sendBlock(*order, fault);
+        }
+    }
+    if (heldBack) {
+        sendBlock(*heldBack, std::nullopt);
+    }
+}
+
+void Streamer::sendBlock(StreamOrder order, const std::optional<FrameFault>& fault)
+{
     const auto is = [&fault](FrameFaultKind kind) { return fault && fault->kind == kind; };
     if (is(FrameFaultKind::Lose)) {
         return;

@@ -50,7 +50,8 @@ class Streamer
         std::vector<std::uint8_t> mInfo;
     };
 
-    void sendBlock(StreamOrder order);
+    void sendInTurn(const std::optional<StreamOrder>& order);
+    void sendBlock(StreamOrder order, const std::optional<FrameFault>& fault);
     void sendPackets(const StreamOrder& order, std::span<const gige::net::PacketSlices> packets);
     void sendDisturbed(const StreamOrder& order);
     void pause(std::chrono::nanoseconds time);
@@ -75,7 +76,8 @@ class Streamer
     BlockPackets mResendPackets;
     std::optional<std::uint64_t> mResendMade; // id of the block in mResendPackets
     std::vector<PacketStep> mSteps;
-    std::deque<StreamOrder> mSent; // newest last
+    std::optional<StreamOrder> mHeldBack; // goes behind the next block
+    std::deque<StreamOrder> mSent;        // newest last
 
     std::mutex mLock; // guards mResends
     std::vector<gige::wire::PacketResend> mResends;

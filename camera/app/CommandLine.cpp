@@ -114,7 +114,7 @@ void addFaults(CLI::App& app, CommandLine& line, RawTexts& raw)
     app.add_option("--fault-packet", raw.packetFaults, "lose|repeat|reorder|delay:PACKET[:BLOCKS]")
         ->group(kGroup);
     app.add_option("--fault-frame", raw.frameFaults,
-                   "lose|repeat|jump|stop|silence:POSITION[:AMOUNT[:MS[:TIMES]]]")
+                   "lose|repeat|reorder|jump|stop|silence:POSITION[:AMOUNT[:MS[:TIMES]]]")
         ->group(kGroup);
     app.add_option("--fault-access", raw.accessFaults,
                    "reject:FEATURE[:STATUS[:TIMES]], delay|late:FEATURE:MS[:TIMES], "

@@ -27,6 +27,7 @@ constexpr std::array kPacketKinds{
 constexpr std::array kFrameKinds{
     KindName<FrameFaultKind>{"lose", FrameFaultKind::Lose},
     KindName<FrameFaultKind>{"repeat", FrameFaultKind::Repeat},
+    KindName<FrameFaultKind>{"reorder", FrameFaultKind::Reorder},
     KindName<FrameFaultKind>{"jump", FrameFaultKind::JumpCounter},
     KindName<FrameFaultKind>{"stop", FrameFaultKind::StopMiddle},
     KindName<FrameFaultKind>{"silence", FrameFaultKind::Silence},

@@ -13,7 +13,7 @@ namespace camera
 /** "lose|repeat|reorder|delay:PACKET[:BLOCKS]", BLOCKS "always" for no end. */
 [[nodiscard]] PacketFault parsePacketFault(std::string_view text);
 
-/** "lose|repeat|jump|stop|silence:POSITION[:AMOUNT[:MILLISECONDS[:TIMES]]]" */
+/** "lose|repeat|reorder|jump|stop|silence:POSITION[:AMOUNT[:MILLISECONDS[:TIMES]]]" */
 [[nodiscard]] FrameFault parseFrameFault(std::string_view text);
 
 /**

@@ -337,5 +337,22 @@ TEST(CameraRecord, LosesAndRepeatsFramesInARange)
     EXPECT_EQ(numbers, (std::vector<std::uint32_t>{0, 2, 3, 3, 4}));
 }
 
+TEST(CameraRecord, SendsAFrameOfARangeBehindTheNext)
+{
+    RecordSetup setup("127.0.4.78");
+    setup.record(20ms);
+    setup.host.startPlayback();
+    for (const std::uint32_t position : {1U, 4U}) { // behind the last comes none
+        setup.camera.faults().add(
+            FrameFault{.kind = FrameFaultKind::Reorder, .position = position});
+    }
+    setup.host.writeSerial(":GW07b000000004:GW07a800000000:GW07f8");
+    std::vector<std::uint32_t> numbers;
+    for (int i = 0; i < 5; ++i) {
+        numbers.push_back(little(setup.host.receiveBlock().image, 0));
+    }
+    EXPECT_EQ(numbers, (std::vector<std::uint32_t>{0, 2, 1, 3, 4}));
+}
+
 } // namespace
 } // namespace camera
