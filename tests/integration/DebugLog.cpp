@@ -1,5 +1,6 @@
 #include "DebugLog.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstring>
@@ -59,4 +60,9 @@ void DebugLog::keepLines()
         EXPECT_TRUE(text.ends_with("\r\n")) << text;
         mLines.push_back(text.substr(0, text.find_last_not_of("\r\n") + 1));
     }
+}
+
+bool contains(const std::vector<std::string>& lines, const std::string& line)
+{
+    return std::find(lines.begin(), lines.end(), line) != lines.end();
 }

@@ -31,4 +31,6 @@ class DebugLog
     std::thread mReader;
 };
 
+bool contains(const std::vector<std::string>& lines, const std::string& line);
+
 #endif

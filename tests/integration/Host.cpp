@@ -31,6 +31,16 @@ TelvoConnectionSettings fastSettings()
     return settings;
 }
 
+TelvoConnectionSettings impatientSettings()
+{
+    TelvoConnectionSettings settings = fastSettings();
+    settings.packetSize = 1500;
+    settings.packetTimeout = 100;
+    settings.defaultImageTimeout = 200;
+    settings.requestTimeout = 300;
+    return settings;
+}
+
 TelvoConnectionSettings defaultSettings()
 {
     return {};

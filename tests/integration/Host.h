@@ -18,6 +18,8 @@ camera::CameraOptions preparedCamera(const std::string& address = "127.0.0.11");
 
 /// Settings with the use flag set: packets of 8000 bytes, no delays, the usual timeouts.
 TelvoConnectionSettings fastSettings();
+/// fastSettings() with short limits, so that incomplete frames are given up soon.
+TelvoConnectionSettings impatientSettings();
 /// Settings with the use flag clear: the library's defaults apply.
 TelvoConnectionSettings defaultSettings();
 

@@ -11,22 +11,6 @@ using camera::FeatureId;
 using camera::FrameFaultKind;
 using camera::VirtualCamera;
 
-/// Short limits, so that incomplete frames are given up soon.
-TelvoConnectionSettings impatientSettings()
-{
-    TelvoConnectionSettings settings = fastSettings();
-    settings.packetSize = 1500;
-    settings.packetTimeout = 100;
-    settings.defaultImageTimeout = 200;
-    settings.requestTimeout = 300;
-    return settings;
-}
-
-bool contains(const std::vector<std::string>& lines, const std::string& line)
-{
-    return std::find(lines.begin(), lines.end(), line) != lines.end();
-}
-
 TEST(LiveFaults, LostPacketsWithoutResendsRaiseTheDataRateStepByStep)
 {
     VirtualCamera camera(preparedCamera());
