@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <gtest/gtest.h>
 
 namespace
@@ -201,5 +202,32 @@ TEST_F(BlockReadoutFaults, NowAndThenALostPacketIsHealedByAskingAgain)
     }
     EXPECT_GE(healed, 2U);
 }
+
+class BlockReadoutUnderLoss : public RecordedCameraTest, public testing::WithParamInterface<double>
+{
+};
+
+TEST_P(BlockReadoutUnderLoss, DeliversEveryByteWithResends)
+{
+    camera::CameraOptions options = recordedCamera(0);
+    options.memoryBytes = 60 * 320 * 240;
+    options.settings[FeatureId::Width] = 320;
+    options.settings[FeatureId::Height] = 240;
+    TelvoConnectionSettings settings = fastSettings();
+    settings.packetSize = 1500;
+    settings.maximumPendingResends = 1000;
+    ASSERT_NO_FATAL_FAILURE(open(options, settings));
+    ASSERT_EQ(recordedFrames(*camera, 0), 60U);
+    camera->faults().setPacketRates({.lose = GetParam()});
+    ASSERT_EQ(expStartFrameBlockTransfer(host.id()), 0);
+    for (std::uint32_t first = 0; first < 60; first += 20) {
+        EXPECT_TRUE(readsRecorded(host, *camera, {.first = first, .count = 20}));
+    }
+    EXPECT_GT(camera->log().counters().resentPackets, 0U);
+}
+
+INSTANTIATE_TEST_SUITE_P(, BlockReadoutUnderLoss, testing::Values(0.01, 0.1), [](const auto& loss) {
+    return std::to_string(std::lround(loss.param * 100)) + "Percent";
+});
 
 } // namespace
