@@ -61,21 +61,22 @@ TEST_F(BlockReadoutFaults, ALostFrameMakesTheBlockBeAskedForAgain)
     }
 }
 
-TEST_F(BlockReadoutFaults, AnExcessFrameMakesTheBlockBeAskedForAgain)
+TEST_F(BlockReadoutFaults, ExcessFramesMakeTheBlockBeAskedForAgain)
 {
     ASSERT_NO_FATAL_FAILURE(openBlocks());
     for (const std::uint32_t position : kFirstMiddleLast) {
         camera->faults().add(FrameFault{.kind = FrameFaultKind::Repeat, .position = position});
+        camera->faults().add(FrameFault{.kind = FrameFaultKind::Repeat, .position = 5});
         ASSERT_EQ(requestBlock(host, kBlock), 0);
+        // By the time that the second one is told of, the first one is counted.
         EXPECT_TRUE(eventually([&] {
             return contains(log.take(),
                             "=============> fehler CQuorReadoutThread::Function - Ignore excess "
-                            "frame (count = 19), acquired 21 frames, requested were 20");
+                            "frame (count = 19), acquired 22 frames, requested were 20");
         })) << "with frame "
             << position << " repeated";
         EXPECT_TRUE(collectsRecorded(host, *camera, kBlock));
-        EXPECT_TRUE(contains(log.take(), "\nError: Acquired (21) more frames than ordered (20) "
-                                         "Reorder frames!"));
+        EXPECT_EQ(countLines(log.take(), "more frames than ordered (20) Reorder frames!"), 1U);
     }
 }
 
