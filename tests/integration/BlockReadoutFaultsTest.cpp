@@ -29,7 +29,7 @@ std::size_t countLines(const std::vector<std::string>& lines, const std::string&
 class BlockReadoutFaults : public RecordedCameraTest
 {
   protected:
-    void openBlocks(const TelvoConnectionSettings& settings = impatientSettings())
+    void openBlocks(const TelvoConnectionSettings& settings = incompleteFrameSettings())
     {
         ASSERT_NO_FATAL_FAILURE(open(recordedCamera(40), settings));
         ASSERT_EQ(expStartFrameBlockTransfer(host.id()), 0);
@@ -53,7 +53,7 @@ TEST_F(BlockReadoutFaults, AFrameThatEndsInTheMiddleMakesTheBlockBeAskedForAgain
 
 TEST_F(BlockReadoutFaults, ALostFrameMakesTheBlockBeAskedForAgain)
 {
-    ASSERT_NO_FATAL_FAILURE(openBlocks());
+    ASSERT_NO_FATAL_FAILURE(openBlocks(impatientSettings()));
     for (const std::uint32_t position : kFirstMiddleLast) {
         camera->faults().add(FrameFault{.kind = FrameFaultKind::Lose, .position = position});
         EXPECT_TRUE(readsBlock()) << "with frame " << position << " lost";
@@ -82,7 +82,7 @@ TEST_F(BlockReadoutFaults, ExcessFramesMakeTheBlockBeAskedForAgain)
 
 TEST_F(BlockReadoutFaults, AFrameBehindTheNextMakesTheBlockBeAskedForAgain)
 {
-    ASSERT_NO_FATAL_FAILURE(openBlocks());
+    ASSERT_NO_FATAL_FAILURE(openBlocks(impatientSettings()));
     for (const std::uint32_t position : {0U, 10U, 18U}) {
         camera->faults().add(FrameFault{.kind = FrameFaultKind::Reorder, .position = position});
         EXPECT_TRUE(readsBlock()) << "with frame " << position << " behind the next";
@@ -116,9 +116,7 @@ TEST_F(BlockReadoutFaults, RepeatedReorderedAndDelayedPacketsDoNoHarm)
 
 TEST_F(BlockReadoutFaults, ACameraThatFallsSilentIsAskedAgain)
 {
-    TelvoConnectionSettings settings = impatientSettings();
-    settings.requestTimeout = 1100; // the answer to the second request comes within it
-    ASSERT_NO_FATAL_FAILURE(openBlocks(settings));
+    ASSERT_NO_FATAL_FAILURE(openBlocks());
     for (const std::uint32_t position : kFirstMiddleLast) {
         camera->faults().add(FrameFault{
             .kind = FrameFaultKind::Silence, .position = position, .amount = 2, .pause = 600ms});
@@ -190,7 +188,7 @@ TEST_F(BlockReadoutFaults, ACounterThatJumpsIsReportedAndDelivered)
 
 TEST_F(BlockReadoutFaults, NowAndThenALostPacketIsHealedByAskingAgain)
 {
-    TelvoConnectionSettings settings = impatientSettings();
+    TelvoConnectionSettings settings = incompleteFrameSettings();
     settings.packetSize = 576; // six packets of data in a frame
     ASSERT_NO_FATAL_FAILURE(open(recordedCamera(1000), settings));
     camera->faults().setPacketRates({.lose = 1.0 / 20'000});

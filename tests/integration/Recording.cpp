@@ -76,6 +76,13 @@ TelvoConnectionSettings featureSettings()
     return settings;
 }
 
+TelvoConnectionSettings incompleteFrameSettings()
+{
+    TelvoConnectionSettings settings = impatientSettings();
+    settings.requestTimeout = 5000;
+    return settings;
+}
+
 std::int32_t requestBlock(const Host& host, const FrameRange& range)
 {
     return expGetRecordedFrameBlock(nullptr, range.sequence, range.first, range.count, host.id());

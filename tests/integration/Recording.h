@@ -27,6 +27,9 @@ bool hasFinished(const camera::VirtualCamera& camera);
 
 /// fastSettings() with requests through features instead of the serial line.
 TelvoConnectionSettings featureSettings();
+/// impatientSettings() for tests of incomplete frames: those are given up soon, but a frame that
+/// does not come at all is waited for, so that nothing but the test's own fault ends a wait.
+TelvoConnectionSettings incompleteFrameSettings();
 
 struct FrameRange {
     std::uint32_t sequence = 0;
