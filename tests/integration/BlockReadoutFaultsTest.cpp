@@ -61,6 +61,14 @@ TEST_F(BlockReadoutFaults, ALostFrameMakesTheBlockBeAskedForAgain)
     }
 }
 
+TEST_F(BlockReadoutFaults, FramesLostAgainAndAgainMakeTheCameraSlower)
+{
+    ASSERT_NO_FATAL_FAILURE(openBlocks(impatientSettings()));
+    camera->faults().add(FrameFault{.kind = FrameFaultKind::Lose, .position = 19, .times = 5});
+    EXPECT_TRUE(readsBlock());
+    EXPECT_EQ(lastWritten(*camera, FeatureId::InternalDataRate), 4U); // 3 as configured
+}
+
 TEST_F(BlockReadoutFaults, ExcessFramesMakeTheBlockBeAskedForAgain)
 {
     ASSERT_NO_FATAL_FAILURE(openBlocks());
