@@ -39,7 +39,9 @@ class BlockReadoutBy : public BlockReadout,
 
 TEST_P(BlockReadoutBy, GivesAWholeRecording)
 {
-    ASSERT_NO_FATAL_FAILURE(open(recordedCamera(2500), GetParam()));
+    camera::CameraOptions options = recordedCamera(2500);
+    options.settings[FeatureId::AcquisitionFrameRateRaw] = 50'000;
+    ASSERT_NO_FATAL_FAILURE(open(options, GetParam()));
     ASSERT_EQ(expStartFrameBlockTransfer(host.id()), 0);
     std::uint32_t perBlock = 0;
     EXPECT_EQ(expGetFrameBlockSize(&perBlock, host.id()), 0);
