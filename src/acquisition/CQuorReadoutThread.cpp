@@ -133,6 +133,9 @@ std::int32_t CQuorReadoutThread::waitForResult(std::int32_t* framesAcquired)
         const std::int32_t acquired = mFramesAcquired;
         const std::int32_t ordered = mFramesOrdered;
         const RequestResult result = mResult;
+        if (result == RequestResult::Complete && !mIsAborted && acquired < ordered) {
+            continue; // the signal of an earlier request, whose last frame came late
+        }
         if (mIsAborted || result == RequestResult::ThreadEnded || acquired <= ordered) {
             *framesAcquired = acquired;
             mIsAwaited = false;

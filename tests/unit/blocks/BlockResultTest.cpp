@@ -304,6 +304,20 @@ TEST_F(BlockResultTest, ALateCompletionOfAnAbortedRequestIsNotTheNextOnes)
     EXPECT_EQ(block.data[4], 42);
 }
 
+TEST_F(BlockResultTest, ALateSignalOfAnAbortedRequestIsNotTheNextOnes)
+{
+    start();
+    ASSERT_EQ(request(0, 2), 0);
+    expAbortCurrentFrameBlockRequest(kCamera);
+    at("log      Acquired 2 frames", {[this] { EXPECT_EQ(request(10, 1), 0); }});
+    feed({1, 2});
+    at("WaitForSingleObject INFINITE", {[] {}, [this] { s.pipelineFeed().feedFrame(frame(42)); }});
+    const Block block = collect();
+    EXPECT_EQ(block.status, 0U);
+    EXPECT_EQ(block.frames, 1);
+    EXPECT_EQ(block.data[4], 42);
+}
+
 TEST_F(BlockResultTest, AbortWithoutATransferDoesNothing)
 {
     prepare();
