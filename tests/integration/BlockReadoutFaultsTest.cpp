@@ -53,7 +53,7 @@ TEST_F(BlockReadoutFaults, AFrameThatEndsInTheMiddleMakesTheBlockBeAskedForAgain
 
 TEST_F(BlockReadoutFaults, ALostFrameMakesTheBlockBeAskedForAgain)
 {
-    ASSERT_NO_FATAL_FAILURE(openBlocks(impatientSettings()));
+    ASSERT_NO_FATAL_FAILURE(openBlocks(lostFrameSettings()));
     for (const std::uint32_t position : kFirstMiddleLast) {
         camera->faults().add(FrameFault{.kind = FrameFaultKind::Lose, .position = position});
         EXPECT_TRUE(readsBlock()) << "with frame " << position << " lost";
@@ -63,7 +63,7 @@ TEST_F(BlockReadoutFaults, ALostFrameMakesTheBlockBeAskedForAgain)
 
 TEST_F(BlockReadoutFaults, FramesLostAgainAndAgainMakeTheCameraSlower)
 {
-    ASSERT_NO_FATAL_FAILURE(openBlocks(impatientSettings()));
+    ASSERT_NO_FATAL_FAILURE(openBlocks(lostFrameSettings()));
     camera->faults().add(FrameFault{.kind = FrameFaultKind::Lose, .position = 19, .times = 5});
     EXPECT_TRUE(readsBlock());
     EXPECT_EQ(lastWritten(*camera, FeatureId::InternalDataRate), 4U); // 3 as configured
@@ -90,7 +90,7 @@ TEST_F(BlockReadoutFaults, ExcessFramesMakeTheBlockBeAskedForAgain)
 
 TEST_F(BlockReadoutFaults, AFrameBehindTheNextMakesTheBlockBeAskedForAgain)
 {
-    ASSERT_NO_FATAL_FAILURE(openBlocks(impatientSettings()));
+    ASSERT_NO_FATAL_FAILURE(openBlocks(lostFrameSettings()));
     for (const std::uint32_t position : {0U, 10U, 18U}) {
         camera->faults().add(FrameFault{.kind = FrameFaultKind::Reorder, .position = position});
         EXPECT_TRUE(readsBlock()) << "with frame " << position << " behind the next";
@@ -111,7 +111,7 @@ TEST_F(BlockReadoutFaults, ALostPacketMakesTheBlockBeAskedForAgain)
 
 TEST_F(BlockReadoutFaults, RepeatedReorderedAndDelayedPacketsDoNoHarm)
 {
-    TelvoConnectionSettings settings = fastSettings();
+    TelvoConnectionSettings settings = patientSettings();
     settings.packetSize = 1500;
     ASSERT_NO_FATAL_FAILURE(openBlocks(settings));
     camera->faults().setPacketRates(
@@ -220,7 +220,7 @@ TEST_P(BlockReadoutUnderLoss, DeliversEveryByteWithResends)
     options.memoryBytes = 60 * 320 * 240;
     options.settings[FeatureId::Width] = 320;
     options.settings[FeatureId::Height] = 240;
-    TelvoConnectionSettings settings = fastSettings();
+    TelvoConnectionSettings settings = patientSettings();
     settings.packetSize = 1500;
     settings.maximumPendingResends = 1000;
     ASSERT_NO_FATAL_FAILURE(open(options, settings));

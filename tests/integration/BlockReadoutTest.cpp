@@ -63,7 +63,7 @@ TEST_P(BlockReadoutBy, GivesFourSequences)
     EXPECT_TRUE(collectsRecorded(host, *camera, {.sequence = 3, .first = 0, .count = 5}));
 }
 
-INSTANTIATE_TEST_SUITE_P(, BlockReadoutBy, testing::Values(fastSettings(), featureSettings()),
+INSTANTIATE_TEST_SUITE_P(, BlockReadoutBy, testing::Values(patientSettings(), featureSettings()),
                          [](const auto& settings) {
                              return settings.param.requestMode == 1 ? "SerialLine" : "Features";
                          });
@@ -136,7 +136,7 @@ TEST_F(BlockReadout, ALostLinkEndsTheWaitInMidBlockAtOnce)
     using Clock = std::chrono::steady_clock;
     static std::atomic<Clock::time_point> lostAt;
     lostAt = Clock::time_point{};
-    TelvoConnectionSettings settings = fastSettings();
+    TelvoConnectionSettings settings = patientSettings();
     settings.heartbeatTimeout = 1000;
     settings.heartbeatInterval = 200;
     settings.answerTimeout = 200;

@@ -65,7 +65,7 @@ TEST(Record, InSingleModeEndsWhenTheMemoryIsFull)
     VirtualCamera camera(recordingCamera(30));
     ASSERT_FALSE(camera.start());
     Host host;
-    host.open(camera);
+    host.open(camera, patientSettings());
     ASSERT_EQ(expSetRecordMode(0, host.id()), 0);
     ASSERT_EQ(start(host), 0);
     ASSERT_TRUE(eventually([&] { return isIdle(host); })); // recorded, and live again
@@ -87,7 +87,7 @@ TEST(Record, InContinuousModeKeepsTheNewestFramesUntilItIsStopped)
     VirtualCamera camera(recordingCamera(30));
     ASSERT_FALSE(camera.start());
     Host host;
-    host.open(camera);
+    host.open(camera, patientSettings());
     ASSERT_EQ(expSetRecordMode(1, host.id()), 0);
     ASSERT_EQ(start(host), 0);
     ASSERT_TRUE(hasWrapped(camera));
@@ -105,7 +105,7 @@ TEST(Record, ShowsAPreviewMeanwhile)
     VirtualCamera camera(recordingCamera(100'000));
     ASSERT_FALSE(camera.start());
     Host host;
-    host.open(camera);
+    host.open(camera, patientSettings());
     ASSERT_EQ(start(host), 0);
     EXPECT_EQ(camera.value(FeatureId::CameraState), camera::kStateRecording);
     for (int i = 0; i < 5; ++i) {
@@ -135,7 +135,7 @@ TEST(Record, StoppedWithFlashCopyGivesTwoAndIsStoppedOnceMoreAfterTheCopy)
     VirtualCamera camera(options);
     ASSERT_FALSE(camera.start());
     Host host;
-    host.open(camera);
+    host.open(camera, patientSettings());
     ASSERT_EQ(expEnableFlashWriteAfterRecordStop(1, host.id()), 0);
     ASSERT_EQ(start(host), 0);
     EXPECT_EQ(stop(host), 2);
@@ -157,7 +157,7 @@ TEST(Record, StoppedWithAFlashCopyThatHasEndedGivesTwoAsWell)
     VirtualCamera camera(options);
     ASSERT_FALSE(camera.start());
     Host host;
-    host.open(camera);
+    host.open(camera, patientSettings());
     ASSERT_EQ(expEnableFlashWriteAfterRecordStop(1, host.id()), 0);
     ASSERT_EQ(start(host), 0);
     EXPECT_EQ(stop(host), 2);
@@ -169,7 +169,7 @@ TEST(Record, StoppedInStandbyGivesThreeAndLeavesTheCameraReadyForATrigger)
     VirtualCamera camera(recordingCamera(30));
     ASSERT_FALSE(camera.start());
     Host host;
-    host.open(camera);
+    host.open(camera, patientSettings());
     ASSERT_EQ(expEnableRecordStandby(1, host.id()), 0);
     ASSERT_EQ(start(host), 0);
     ASSERT_TRUE(eventually([&] { return isIdle(host); }));
@@ -189,7 +189,7 @@ TEST(Record, AbortKeepsWhatWasRecordedSoFar)
     VirtualCamera camera(recordingCamera(100'000));
     ASSERT_FALSE(camera.start());
     Host host;
-    host.open(camera);
+    host.open(camera, patientSettings());
     DebugLog log;
     ASSERT_EQ(start(host), 0);
     ASSERT_TRUE(eventually([&] { return allFrames(host) > 20; }));
@@ -204,7 +204,7 @@ TEST(Record, ATriggerAndItsTrailerEndEachOfFourSequences)
     VirtualCamera camera(recordingCamera(4 * 30));
     ASSERT_FALSE(camera.start());
     Host host;
-    host.open(camera);
+    host.open(camera, patientSettings());
     ASSERT_EQ(expSetRecordMode(1, host.id()), 0);
     ASSERT_EQ(expSetNumberOfRecordSequences(4, host.id()), 0);
     ASSERT_EQ(expSetTrailerCounter(10, host.id()), 0);
@@ -240,7 +240,7 @@ TEST(Record, TellsThatTheTrailerIsBeingRecorded)
     VirtualCamera camera(recordingCamera(100'000));
     ASSERT_FALSE(camera.start());
     Host host;
-    host.open(camera);
+    host.open(camera, patientSettings());
     ASSERT_EQ(expSetRecordMode(1, host.id()), 0);
     ASSERT_EQ(expSetTrailerCounter(90'000, host.id()), 0); // 45 s
     ASSERT_EQ(expEnableExternalTrigger(1, host.id()), 0);
@@ -258,7 +258,7 @@ TEST(Record, InSingleModeEachTriggerTakesABurst)
     VirtualCamera camera(recordingCamera(20));
     ASSERT_FALSE(camera.start());
     Host host;
-    host.open(camera);
+    host.open(camera, patientSettings());
     ASSERT_EQ(expEnableExternalTrigger(1, host.id()), 0);
     ASSERT_EQ(expSetSingleSettingRecordBurstCnt(10, host.id()), 0);
     ASSERT_EQ(start(host), 0);
@@ -279,7 +279,7 @@ TEST(Record, RecordsWhileTheTriggerInputIsActive)
     VirtualCamera camera(recordingCamera(100'000));
     ASSERT_FALSE(camera.start());
     Host host;
-    host.open(camera);
+    host.open(camera, patientSettings());
     ASSERT_EQ(expSetExternalTriggerPolarity(1, host.id()), 0); // rising
     ASSERT_EQ(expSetSingleSettingRecordWhileTrigger(1, host.id()), 0);
     ASSERT_EQ(start(host), 0);
@@ -301,7 +301,7 @@ TEST(Record, WhatTheTriggerWindowSeesEndsTheRecording)
     VirtualCamera camera(options);
     ASSERT_FALSE(camera.start());
     Host host;
-    host.open(camera);
+    host.open(camera, patientSettings());
     // The brightest that the window gets, and the first frame in which it is so bright.
     const camera::TriggerWindow window{.left = 16, .top = 8, .width = 32, .height = 32};
     std::uint32_t brightest = 0;
@@ -352,7 +352,7 @@ TEST(Record, GoesOnWhileTheHostIsAway)
     options.settings[FeatureId::AcquisitionFrameRateRaw] = 200;
     VirtualCamera camera(options);
     ASSERT_FALSE(camera.start());
-    TelvoConnectionSettings settings = fastSettings();
+    TelvoConnectionSettings settings = patientSettings();
     settings.heartbeatTimeout = 1000;
     settings.heartbeatInterval = 200;
     settings.answerTimeout = 200;
@@ -383,7 +383,7 @@ TEST(Record, TwoCamerasRecordAndReadOutAtTheSameTime)
     ASSERT_FALSE(second.start());
     Host hostOfFirst(1);
     Host hostOfSecond(2);
-    hostOfFirst.open(first);
+    hostOfFirst.open(first, patientSettings());
     hostOfSecond.open(second, featureSettings());
     std::uint32_t width = 128;
     ASSERT_EQ(expSetWidth(&width, hostOfSecond.id()), 0);

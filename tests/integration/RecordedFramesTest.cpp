@@ -151,7 +151,7 @@ TEST_F(RecordedFrames, ALostPacketIsAskedForAgainAtASlowerPace)
 
 TEST_F(RecordedFrames, ALostFrameIsAskedForAgain)
 {
-    ASSERT_NO_FATAL_FAILURE(open(recordedCamera(30), impatientSettings()));
+    ASSERT_NO_FATAL_FAILURE(open(recordedCamera(30), lostFrameSettings()));
     DebugLog log;
     camera->faults().add(FrameFault{.kind = FrameFaultKind::Lose});
     EXPECT_TRUE(singleFrame(host, 5).bytes == recorded(5));
@@ -173,7 +173,7 @@ TEST_F(RecordedFrames, AFrameDamagedInEveryTryIsGivenAtLast)
 
 TEST_F(RecordedFrames, OneBehindTheLastIsNotGiven)
 {
-    TelvoConnectionSettings settings = fastSettings();
+    TelvoConnectionSettings settings = patientSettings();
     settings.requestTimeout = 100;
     ASSERT_NO_FATAL_FAILURE(open(recordedCamera(30), settings));
     EXPECT_TRUE(singleFrame(host, 30).bytes.empty());
@@ -182,7 +182,7 @@ TEST_F(RecordedFrames, OneBehindTheLastIsNotGiven)
 
 TEST_F(RecordedFrames, AnInfoFrameThatDoesNotComeInThreeTriesIsGivenUp)
 {
-    TelvoConnectionSettings settings = fastSettings();
+    TelvoConnectionSettings settings = patientSettings();
     settings.requestTimeout = 250;
     ASSERT_NO_FATAL_FAILURE(open(recordedCamera(30), settings));
     camera->faults().add(FrameFault{.kind = FrameFaultKind::Lose});

@@ -69,17 +69,37 @@ bool hasFinished(const VirtualCamera& camera)
         [&] { return camera.value(FeatureId::CameraState) != camera::kStateRecording; });
 }
 
-TelvoConnectionSettings featureSettings()
+TelvoConnectionSettings patientSettings()
 {
     TelvoConnectionSettings settings = fastSettings();
+    settings.packetTimeout = 5000;
+    settings.requestTimeout = 6000;
+    settings.defaultImageTimeout = 6000;
+    settings.answerTimeout = 3000;
+    settings.heartbeatTimeout = 12'000;
+    return settings;
+}
+
+TelvoConnectionSettings featureSettings()
+{
+    TelvoConnectionSettings settings = patientSettings();
     settings.requestMode = 0;
     return settings;
 }
 
 TelvoConnectionSettings incompleteFrameSettings()
 {
-    TelvoConnectionSettings settings = impatientSettings();
-    settings.requestTimeout = 5000;
+    TelvoConnectionSettings settings = patientSettings();
+    settings.packetSize = 1500;
+    settings.packetTimeout = 100;
+    settings.defaultImageTimeout = 200;
+    return settings;
+}
+
+TelvoConnectionSettings lostFrameSettings()
+{
+    TelvoConnectionSettings settings = patientSettings();
+    settings.requestTimeout = 300;
     return settings;
 }
 

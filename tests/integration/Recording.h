@@ -25,11 +25,14 @@ bool triggerFourSequences(camera::VirtualCamera& camera);
 /// @return false: the camera still records after 10 seconds
 bool hasFinished(const camera::VirtualCamera& camera);
 
-/// fastSettings() with requests through features instead of the serial line.
+/// fastSettings() with time limits that a busy machine keeps, too.
+TelvoConnectionSettings patientSettings();
+/// patientSettings() with requests through features instead of the serial line.
 TelvoConnectionSettings featureSettings();
-/// impatientSettings() for tests of incomplete frames: those are given up soon, but a frame that
-/// does not come at all is waited for, so that nothing but the test's own fault ends a wait.
+/// patientSettings() that give an incomplete frame up soon.
 TelvoConnectionSettings incompleteFrameSettings();
+/// patientSettings() that wait for a next frame a short time only.
+TelvoConnectionSettings lostFrameSettings();
 
 struct FrameRange {
     std::uint32_t sequence = 0;
@@ -72,10 +75,10 @@ class RecordedCameraTest : public testing::Test
 {
   protected:
     void open(const camera::CameraOptions& options,
-              const TelvoConnectionSettings& settings = fastSettings());
+              const TelvoConnectionSettings& settings = patientSettings());
     /// With a memory for so many frames, and a trailer of 10 frames.
     void openFourSequences(std::uint32_t frames,
-                           const TelvoConnectionSettings& settings = fastSettings());
+                           const TelvoConnectionSettings& settings = patientSettings());
 
     std::unique_ptr<camera::VirtualCamera> camera;
     Host host;
