@@ -12,6 +12,8 @@ shift 2
 # shellcheck disable=SC2086 # a command with its arguments
 $camera --address 127.0.0.11 --user-sets-prepared --set AcquisitionFrameRateRaw=200 \
     --memory 64MB >"$WINEPREFIX/camera.log" 2>&1 &
+running=$!
+trap 'kill $running 2>/dev/null || true' EXIT
 tries=100
 until grep -q 'listens on' "$WINEPREFIX/camera.log"; do
     tries=$((tries - 1))
