@@ -16,6 +16,8 @@ namespace
 using Clock = std::chrono::steady_clock;
 
 constexpr std::uint16_t kDiscoveryId = 0xFFFF; // the request id of every discovery
+/// How often a discovery looks whether it is to end early.
+constexpr std::chrono::milliseconds kStopLatency{50};
 
 /// A device's answer, or nothing for whatever else arrives at the socket.
 std::optional<DiscoveredDevice> deviceIn(const HeardDatagram& heard)
@@ -52,8 +54,9 @@ bool merge(std::vector<DiscoveredDevice>& devices, const DiscoveredDevice& devic
 class Search
 {
   public:
-    explicit Search(const DeviceFound& found)
+    explicit Search(const DeviceFound& found, const std::stop_token& stop = {})
         : mFound(found),
+          mStop(stop),
           mQuery(wire::commandDatagram(wire::GvcpCommand::Discovery,
                                        wire::kGvcpAckRequired | wire::kGvcpBroadcastAckAllowed,
                                        kDiscoveryId))
@@ -70,13 +73,18 @@ class Search
     /// @return false: enough
     bool collectUntil(Clock::time_point end)
     {
-        while (const auto heard = mQuery.next(end)) {
-            const auto device = deviceIn(*heard);
+        while (!mStop.stop_requested()) {
+            const auto now = Clock::now();
+            const auto heard = mQuery.next(std::min(end, now + kStopLatency));
+            if (!heard && now >= end) {
+                return true;
+            }
+            const auto device = heard ? deviceIn(*heard) : std::nullopt;
             if (device && merge(mDevices, *device) && mFound && !mFound(*device)) {
                 return false;
             }
         }
-        return true;
+        return false;
     }
 
     /// Asks again half-way.
@@ -92,6 +100,7 @@ class Search
 
   private:
     const DeviceFound& mFound;
+    std::stop_token mStop;
     BroadcastQuery mQuery;
     std::vector<DiscoveredDevice> mDevices;
 };
@@ -106,10 +115,11 @@ std::vector<net::NetworkInterface> usableInterfaces()
 }
 
 std::vector<DiscoveredDevice> discover(const std::vector<net::NetworkInterface>& interfaces,
-                                       std::chrono::milliseconds time, const DeviceFound& found)
+                                       std::chrono::milliseconds time, const DeviceFound& found,
+                                       const std::stop_token& stop)
 {
     const auto start = Clock::now();
-    Search search(found);
+    Search search(found, stop);
     search.ask(interfaces);
     search.collectBetween(start, start + time);
     return search.devices();

@@ -8,6 +8,7 @@
 #include <chrono>
 #include <functional>
 #include <optional>
+#include <stop_token>
 #include <vector>
 
 namespace gige::control
@@ -40,12 +41,14 @@ std::vector<net::NetworkInterface> usableInterfaces();
 /**
  * Asks for devices on these interfaces, by broadcast, and once more half-way. An interface that
  * cannot be used is passed over.
+ * @param stop  ends the discovery early
  * @return all that answered within the time, each MAC once: with the interface heard first, but
  * rather one whose subnet it is in
  */
 std::vector<DiscoveredDevice> discover(const std::vector<net::NetworkInterface>& interfaces,
                                        std::chrono::milliseconds time = kDiscoveryTime,
-                                       const DeviceFound& found = nullptr);
+                                       const DeviceFound& found = nullptr,
+                                       const std::stop_token& stop = {});
 
 /**
  * Looks for one device, on loopback interfaces first, and returns with its first answer.

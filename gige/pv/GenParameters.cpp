@@ -1,6 +1,7 @@
 #include "GenParameters.h"
 
 #include "GenResults.h"
+#include "NodeFeatures.h"
 
 #include <string_view>
 #include <utility>
@@ -166,6 +167,11 @@ PvGenParameter* GenParameterArray::Get(const PvString& name)
         found = mParameters.emplace(key, create(*node)).first;
     }
     return found->second.get();
+}
+
+gige::ui::FeatureNode GenParameterArray::features()
+{
+    return gige::ui::featuresOf(mMap);
 }
 
 std::unique_ptr<PvGenParameter> GenParameterArray::create(Node& node) const

@@ -1,6 +1,7 @@
 #ifndef TELVO_GIGE_PV_GENPARAMETERS_H
 #define TELVO_GIGE_PV_GENPARAMETERS_H
 
+#include "Feature.h"
 #include "NodeMap.h"
 #include "PvGenParameterArray.h"
 
@@ -19,7 +20,7 @@
  *
  * Any thread may call Get and the parameters; mLock guards mParameters.
  */
-class GenParameterArray final : public PvGenParameterArray
+class GenParameterArray final : public PvGenParameterArray, public gige::ui::FeatureSource
 {
   public:
     using IsConnected = std::function<bool()>;
@@ -29,6 +30,9 @@ class GenParameterArray final : public PvGenParameterArray
     GenParameterArray(gige::genapi::NodeMap& map, IsConnected isConnected);
 
     PvGenParameter* Get(const PvString& name) override;
+
+    gige::ui::FeatureNode features() override;
+    void forgetValues() override { mMap.invalidate(); }
 
   private:
     std::unique_ptr<PvGenParameter> create(gige::genapi::Node& node) const;

@@ -1,6 +1,7 @@
 #ifndef TELVO_GIGE_PV_HOSTPARAMETERS_H
 #define TELVO_GIGE_PV_HOSTPARAMETERS_H
 
+#include "Feature.h"
 #include "PvGenParameterArray.h"
 
 #include <cstdint>
@@ -13,7 +14,7 @@
  * Parameters of the link or the stream: they live in the host, not in the camera. Added by their
  * owner before anyone else sees the array; afterwards any thread may read and write them.
  */
-class HostParameters final : public PvGenParameterArray
+class HostParameters final : public PvGenParameterArray, public gige::ui::FeatureSource
 {
   public:
     using Reader = std::function<std::int64_t()>;
@@ -24,6 +25,9 @@ class HostParameters final : public PvGenParameterArray
         std::int64_t maximum;
     };
 
+    HostParameters();
+    ~HostParameters() override;
+
     /// A setting: read and write act on the owner's value; a value outside the limits is refused.
     void addSetting(const std::string& name, Limits limits, Reader read, Writer write);
     /// A number that only the owner changes.
@@ -31,8 +35,18 @@ class HostParameters final : public PvGenParameterArray
 
     PvGenParameter* Get(const PvString& name) override;
 
+    /// The settings in one category, the readings in another.
+    gige::ui::FeatureNode features() override;
+    void forgetValues() override {} // every read asks the owner
+
   private:
-    std::map<std::string, std::unique_ptr<PvGenParameter>> mParameters;
+    class Parameter;
+    class ShownParameter;
+
+    /// @param writable  which of the parameters are in it
+    gige::ui::FeatureNode category(const char* label, bool writable);
+
+    std::map<std::string, std::unique_ptr<Parameter>> mParameters;
 };
 
 #endif

@@ -110,6 +110,20 @@ TEST(Discovery, EndsWhenTheListenerHasEnough)
     EXPECT_LT(elapsed(start), 20'000);
 }
 
+TEST(Discovery, EndsEarlyWhenStopped)
+{
+    const FakeDevice device("127.0.2.11");
+    std::stop_source stop;
+    const DeviceFound stopAtFirst = [&](const DiscoveredDevice& /*device*/) {
+        stop.request_stop();
+        return true;
+    };
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(discover({loopback()}, milliseconds(60'000), stopAtFirst, stop.get_token()).size(),
+              1U);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, milliseconds(30'000));
+}
+
 TEST(Discovery, IgnoresAnswersThatAreNone)
 {
     FakeDevice device("127.0.2.11");

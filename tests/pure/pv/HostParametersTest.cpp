@@ -66,4 +66,26 @@ TEST_F(HostParametersTest, AnUnknownNameIsNull)
     EXPECT_EQ(parameters.Get(""), nullptr);
 }
 
+TEST_F(HostParametersTest, AreBrowsedAsSettingsAndStatistics)
+{
+    const gige::ui::FeatureNode root = parameters.features();
+    ASSERT_EQ(root.children.size(), 2U);
+    EXPECT_EQ(root.children[0].label, "Settings");
+    EXPECT_EQ(root.children[1].label, "Statistics");
+    ASSERT_EQ(root.children[0].children.size(), 1U);
+
+    gige::ui::Feature& setting = *root.children[0].children[0].feature;
+    EXPECT_EQ(setting.info().name, "Timeout");
+    EXPECT_EQ(setting.read().value, gige::ui::FeatureValue(std::int64_t{1000}));
+    EXPECT_EQ(std::get<gige::ui::IntegerLimits>(setting.read().limits).maximum, 5000);
+    EXPECT_EQ(setting.write(std::int64_t{20}), "");
+    EXPECT_EQ(timeout, 20);
+    EXPECT_EQ(setting.write(std::int64_t{5001}), "OUT_OF_RANGE");
+
+    gige::ui::Feature& reading = *root.children[1].children.at(0).feature;
+    EXPECT_EQ(reading.read().value, gige::ui::FeatureValue(std::int64_t{7}));
+    EXPECT_FALSE(reading.read().isWritable());
+    EXPECT_EQ(reading.write(std::int64_t{1}), "ACCESS_DENIED");
+}
+
 } // namespace

@@ -1,0 +1,45 @@
+#ifndef TELVO_GIGE_UI_FEATURETREE_H
+#define TELVO_GIGE_UI_FEATURETREE_H
+
+#include "Feature.h"
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace gige::ui
+{
+
+/// A line of the tree.
+struct FeatureItem {
+    std::string label{}; ///< fit to be shown, as is the description
+    std::string description{};
+    std::size_t depth = 0;
+    std::optional<std::size_t> parent{}; ///< the category that it is in
+    Feature* feature = nullptr;          ///< null: a category
+};
+
+/// The categories and features of a source as a list of lines, each category before what is in it.
+class FeatureTree
+{
+  public:
+    explicit FeatureTree(FeatureNode root);
+
+    [[nodiscard]] const std::vector<FeatureItem>& items() const { return mItems; }
+    /// The items that a user of this level sees, in order: features up to this visibility, and the
+    /// categories that such a feature is in.
+    [[nodiscard]] std::vector<std::size_t> visibleItems(genapi::Visibility level) const;
+    /// Whether the item is the category itself, or in it or in a category below it.
+    [[nodiscard]] bool isWithin(std::size_t item, std::size_t category) const;
+
+  private:
+    void add(const FeatureNode& node, std::size_t depth, std::optional<std::size_t> parent);
+
+    FeatureNode mRoot; // owns the features
+    std::vector<FeatureItem> mItems;
+};
+
+} // namespace gige::ui
+
+#endif
