@@ -139,4 +139,18 @@ void DeviceFinder::change(Change operation)
     mChanged();
 }
 
+std::string finderHint(const DeviceFinder::Snapshot& snapshot)
+{
+    if (snapshot.selectedRow) {
+        const ListedDevice& selected = snapshot.devices[*snapshot.selectedRow];
+        if (const std::string hint = stateHint(selected.state); !hint.empty()) {
+            return hint;
+        }
+    }
+    if (!snapshot.devices.empty()) {
+        return {};
+    }
+    return snapshot.isSearching ? "Searching..." : "No camera answers.";
+}
+
 } // namespace gige::ui

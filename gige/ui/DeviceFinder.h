@@ -9,6 +9,7 @@
 #include <mutex>
 #include <optional>
 #include <stop_token>
+#include <string>
 #include <thread>
 #include <vector>
 
@@ -53,6 +54,9 @@ class DeviceFinder
     bool mRefreshWanted = false;
     std::jthread mThread; // last: it uses all of the above
 };
+
+/// The line below the list: what to know of the selected camera, or how the search goes.
+std::string finderHint(const DeviceFinder::Snapshot& snapshot);
 
 /// Shows the finder's window, or dialog on the terminal, until the user has decided.
 /// @return none: the user cancelled, or there is nothing to show the finder on
