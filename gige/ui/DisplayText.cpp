@@ -83,6 +83,17 @@ void blankControls(std::string& text)
     }
 }
 
+/// Bytes of the text's first characters, all of them if it has no more.
+std::size_t bytesOf(std::string_view text, std::size_t characters)
+{
+    std::size_t end = 0;
+    while (end < text.size() && (characters > 0 || isContinuation(text[end]))) {
+        characters -= isContinuation(text[end]) ? 0U : 1U;
+        ++end;
+    }
+    return end;
+}
+
 } // namespace
 
 std::string displayText(std::string_view bytes)
@@ -100,13 +111,22 @@ std::size_t characterCount(std::string_view text)
 
 std::string fitted(std::string_view text, std::size_t width)
 {
-    std::size_t characters = 0;
-    std::size_t end = 0;
-    while (end < text.size() && (characters < width || isContinuation(text[end]))) {
-        characters += isContinuation(text[end]) ? 0U : 1U;
-        ++end;
+    const std::string_view start = text.substr(0, bytesOf(text, width));
+    return std::string(start) + std::string(width - characterCount(start), ' ');
+}
+
+std::vector<std::string> wrapped(std::string_view text, std::size_t width)
+{
+    std::vector<std::string> lines;
+    while (!text.empty() && width > 0) {
+        const std::size_t end = bytesOf(text, width);
+        const std::size_t blank = end < text.size() ? text.rfind(' ', end) : end;
+        const bool isBroken = blank != std::string_view::npos && blank > 0;
+        lines.emplace_back(text.substr(0, isBroken ? blank : end));
+        text.remove_prefix(isBroken ? blank : end);
+        text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
     }
-    return std::string(text.substr(0, end)) + std::string(width - characters, ' ');
+    return lines;
 }
 
 } // namespace gige::ui

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace gige::ui
 {
@@ -20,6 +21,9 @@ std::size_t characterCount(std::string_view text);
 
 /// The text cut or filled with blanks to exactly so many characters.
 std::string fitted(std::string_view text, std::size_t width);
+
+/// The text broken at blanks into lines of at most so many characters; longer words are cut.
+std::vector<std::string> wrapped(std::string_view text, std::size_t width);
 
 } // namespace gige::ui
 

@@ -3,6 +3,7 @@
 
 #include "Feature.h"
 
+#include <array>
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -10,6 +11,17 @@
 
 namespace gige::ui
 {
+
+/// How much a user wants to see.
+struct VisibilityLevel {
+    const char* name;
+    genapi::Visibility visibility;
+};
+inline constexpr std::array kVisibilityLevels{
+    VisibilityLevel{"Beginner", genapi::Visibility::Beginner},
+    VisibilityLevel{"Expert", genapi::Visibility::Expert},
+    VisibilityLevel{"Guru", genapi::Visibility::Guru}};
+inline constexpr std::size_t kFirstVisibilityLevel = 1; ///< when a browser opens
 
 /// A line of the tree.
 struct FeatureItem {

@@ -11,8 +11,6 @@ namespace gige::ui
 namespace
 {
 
-using genapi::Visibility;
-
 /// Controls; IDOK is the button that sets a value, IDCANCEL the one that closes.
 enum Control {
     kTree = 100,
@@ -44,16 +42,7 @@ struct Column {
     const char* heading;
     int width;
 };
-constexpr std::array kColumns{Column{"Feature", 120}, Column{"Value", 78}, Column{"Type", 78}};
-
-struct Level {
-    const wchar_t* name;
-    Visibility visibility;
-};
-constexpr std::array kLevels{Level{L"Beginner", Visibility::Beginner},
-                             Level{L"Expert", Visibility::Expert},
-                             Level{L"Guru", Visibility::Guru}};
-constexpr std::size_t kFirstLevel = 1;
+constexpr std::array kColumns{Column{"Feature", 112}, Column{"Value", 74}, Column{"Type", 78}};
 
 class BrowserDialog final : public WindowsDialog
 {
@@ -72,10 +61,10 @@ class BrowserDialog final : public WindowsDialog
         addEditor();
         add(L"STATIC", L"&Level:", SS_LEFT, kLevelLabel);
         add(L"COMBOBOX", L"", WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST, kLevel);
-        for (const Level& level : kLevels) {
-            SendMessageW(control(kLevel), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(level.name));
+        for (const VisibilityLevel& level : kVisibilityLevels) {
+            addChoice(kLevel, level.name);
         }
-        SendMessageW(control(kLevel), CB_SETCURSEL, kFirstLevel, 0);
+        SendMessageW(control(kLevel), CB_SETCURSEL, kFirstVisibilityLevel, 0);
         add(L"BUTTON", L"&Refresh", WS_TABSTOP | BS_PUSHBUTTON, kRefresh);
         add(L"BUTTON", L"Close", WS_TABSTOP | BS_PUSHBUTTON, IDCANCEL);
         mBrowser.emplace(mSource, [this] { postNews(); });
@@ -103,8 +92,8 @@ class BrowserDialog final : public WindowsDialog
         add(L"EDIT", L"", WS_TABSTOP | ES_AUTOHSCROLL, kEdit, WS_EX_CLIENTEDGE);
         add(L"COMBOBOX", L"", WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST, kChoice);
         add(L"BUTTON", L"&Set", WS_TABSTOP | BS_DEFPUSHBUTTON, IDOK);
-        add(L"EDIT", L"", WS_VSCROLL | ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL, kDescription,
-            WS_EX_CLIENTEDGE);
+        add(L"EDIT", L"", WS_TABSTOP | WS_VSCROLL | ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL,
+            kDescription, WS_EX_CLIENTEDGE);
         add(L"STATIC", L"", SS_LEFT | SS_NOPREFIX | SS_ENDELLIPSIS, kMessage);
     }
 
@@ -133,7 +122,7 @@ class BrowserDialog final : public WindowsDialog
         const int line = down(kLineHeight);
         place(kName, {where.left, where.top, where.width, line});
         where.top += line + down(kGap);
-        place(kValueLabel, {where.left, where.top + down(2), label, line});
+        place(kValueLabel, {where.left, where.top + down(3), label, line});
         const Place value{where.left + label, where.top,
                           where.width - label - button - across(kGap), down(kButtonHeight)};
         place(kEdit, value);
@@ -149,7 +138,7 @@ class BrowserDialog final : public WindowsDialog
     {
         const int label = across(kLabelWidth);
         const int button = across(kButtonWidth);
-        place(kLevelLabel, {row.left, row.top + down(2), label, down(kLineHeight)});
+        place(kLevelLabel, {row.left, row.top + down(3), label, down(kLineHeight)});
         place(kLevel, {row.left + label, row.top, across(kLevelWidth), down(kDroppedHeight)});
         place(kRefresh,
               {row.left + label + across(kLevelWidth + kGap), row.top, button, row.height});
@@ -255,7 +244,8 @@ class BrowserDialog final : public WindowsDialog
         mIsUpdating = true;
         const FeatureTree& tree = mBrowser->tree();
         const LRESULT level = SendMessageW(control(kLevel), CB_GETCURSEL, 0, 0);
-        mVisible = tree.visibleItems(kLevels.at(static_cast<std::size_t>(level)).visibility);
+        mVisible =
+            tree.visibleItems(kVisibilityLevels.at(static_cast<std::size_t>(level)).visibility);
         SendMessageW(control(kTree), TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(TVI_ROOT));
         HTREEITEM const all = addToTree(TVI_ROOT, "All features", kAll);
         std::vector<HTREEITEM> handles(tree.items().size(), all);
@@ -371,13 +361,18 @@ class BrowserDialog final : public WindowsDialog
             HWND const list = control(kChoice);
             SendMessageW(list, CB_RESETCONTENT, 0, 0);
             for (const std::string& choice : choices) {
-                SendMessageW(list, CB_ADDSTRING, 0,
-                             reinterpret_cast<LPARAM>(wideText(choice).c_str()));
+                addChoice(kChoice, choice);
             }
             SendMessageW(list, CB_SELECTSTRING, static_cast<WPARAM>(-1),
                          reinterpret_cast<LPARAM>(wideText(value).c_str()));
         }
         mLoaded = value;
+    }
+
+    void addChoice(int id, const std::string& text)
+    {
+        SendMessageW(control(id), CB_ADDSTRING, 0,
+                     reinterpret_cast<LPARAM>(wideText(text).c_str()));
     }
 
     std::string enteredText() const

@@ -67,14 +67,6 @@ TEST(Connect, ConfiguresTheAddressWhenAsked)
     EXPECT_EQ(count(lines, "Grabber disconnected!."), 1);
 }
 
-TEST(Connect, WithoutAddressesEndsWithoutASelection)
-{
-    const TelvoConnectionSettings settings = fastSettings();
-    DebugLog log;
-    EXPECT_EQ(expConnectGrabber("", "", 1, &settings, 1), -1);
-    EXPECT_EQ(count(log.take(), "Manual device connection!"), 1);
-}
-
 TEST(Connect, FailsWhileAnotherHostHoldsTheCamera)
 {
     VirtualCamera camera(preparedCamera());

@@ -47,5 +47,19 @@ TEST(Fitted, CutsAndFillsToAWidthInCharacters)
     EXPECT_EQ(fitted("", 0), "");
 }
 
+TEST(Wrapped, BreaksAtBlanks)
+{
+    EXPECT_EQ(wrapped("Number of frames per sequence", 10),
+              (std::vector<std::string>{"Number of", "frames per", "sequence"}));
+    EXPECT_EQ(wrapped("two words", 9), (std::vector<std::string>{"two words"}));
+    EXPECT_TRUE(wrapped("", 10).empty());
+}
+
+TEST(Wrapped, CutsAWordThatIsLongerThanALine)
+{
+    EXPECT_EQ(wrapped("abcdefgh ij", 5), (std::vector<std::string>{"abcde", "fgh", "ij"}));
+    EXPECT_TRUE(wrapped("abc", 0).empty());
+}
+
 } // namespace
 } // namespace gige::ui
