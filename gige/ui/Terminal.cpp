@@ -8,6 +8,7 @@
 #include <poll.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
+#include <utility>
 
 namespace gige::ui
 {
@@ -97,7 +98,11 @@ void Terminal::show(const std::vector<ScreenLine>& lines)
         screen += kPlain;
     }
     // On the line below: at the right margin the cursor still stands on the last character.
-    write(lines.size() < room.height ? screen + "\r\n" + kClearBelow : screen);
+    screen += lines.size() < room.height ? std::string("\r\n") + kClearBelow : "";
+    if (screen != mShown) {
+        write(screen);
+        mShown = std::move(screen);
+    }
 }
 
 std::optional<Key> Terminal::readKey()

@@ -57,6 +57,7 @@ class Terminal
     int mDescriptor;
     termios mBefore;
     net::Waker mWaker;
+    std::string mShown; // as written
     std::string mInput; // read, but not taken as keys yet
     bool mIsGone = false;
 };

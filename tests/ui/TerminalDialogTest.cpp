@@ -184,12 +184,12 @@ TEST_F(TerminalBrowser, ShowsThatAFeatureIsReadOnly)
 TEST_F(TerminalBrowser, ShowsTheStreamsParameters)
 {
     TerminalHost host(show("stream-params"));
-    ASSERT_TRUE(host.goDownTo("MaximumPendingResends"));
+    ASSERT_TRUE(host.goDownTo("MaximumPendingResends")) << host.output();
     host.press(kEnter);
     ASSERT_TRUE(host.shows("New value: 0_"));
     host.press(std::string("7") + kEnter);
     EXPECT_TRUE(host.shows("MaximumPendingResends: written."));
-    ASSERT_TRUE(host.goDownTo("BlocksReceived"));
+    ASSERT_TRUE(host.goDownTo("BlocksReceived")) << host.output();
     EXPECT_TRUE(host.shows("integer, read only"));
 }
 

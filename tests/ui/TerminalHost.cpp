@@ -28,6 +28,11 @@ bool within(std::chrono::seconds limit, const std::function<bool()>& condition)
     return true;
 }
 
+std::string firstWord(const std::string& line)
+{
+    return line.substr(0, line.find(' '));
+}
+
 /// In the child: becomes the program. Only calls that are safe after a fork.
 [[noreturn]] void become(char* const* arguments, TerminalHost::Place place)
 {
@@ -96,7 +101,7 @@ bool TerminalHost::highlights(const std::string& text)
 {
     return within(kLimit, [&] {
         readSome();
-        return highlighted().starts_with(text);
+        return !highlighted().empty() && highlighted().starts_with(text);
     });
 }
 
@@ -107,11 +112,11 @@ bool TerminalHost::goDownTo(const std::string& text)
         return false;
     }
     for (int line = 0; line < kMostLines && !highlighted().starts_with(text); ++line) {
-        const std::string before = highlighted();
+        const std::string before = firstWord(highlighted()); // the value may change by itself
         press(kDown);
         const bool moved = within(kLimit, [&] {
             readSome();
-            return !highlighted().empty() && highlighted() != before;
+            return !highlighted().empty() && firstWord(highlighted()) != before;
         });
         if (!moved) {
             return false;
