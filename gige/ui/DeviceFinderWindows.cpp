@@ -91,21 +91,13 @@ class FinderDialog final : public WindowsDialog
         if (header.idFrom != kList || mIsUpdating) {
             return 0;
         }
-        if (header.code == LVN_ITEMCHANGED) {
-            followSelection();
+        if (const auto row = ReportList::newlySelected(header)) {
+            mFinder->select(mDevices.at(*row).mac);
+            postNews(); // not now: the list is in the middle of its change
         } else if (header.code == NM_DBLCLK) {
             accept();
         }
         return 0;
-    }
-
-    void followSelection()
-    {
-        const auto row = mRows.selected();
-        if (row && *row < mDevices.size()) {
-            mFinder->select(mDevices[*row].mac);
-        }
-        showNews();
     }
 
     void accept()

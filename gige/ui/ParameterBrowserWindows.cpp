@@ -200,8 +200,8 @@ class BrowserDialog final : public WindowsDialog
                 static_cast<std::size_t>(reinterpret_cast<NMTREEVIEWW&>(header).itemNew.lParam);
             mSelected.reset();
             showNews();
-        } else if (header.idFrom == kList && header.code == LVN_ITEMCHANGED && !mIsUpdating) {
-            followSelection();
+        } else if (const auto row = ReportList::newlySelected(header); row && !mIsUpdating) {
+            selectItem(mShown.at(*row));
         } else if (header.idFrom == kList && header.code == NM_DBLCLK) {
             enterEditor();
         } else if (header.idFrom == kList && header.code == NM_CUSTOMDRAW) {
@@ -210,11 +210,9 @@ class BrowserDialog final : public WindowsDialog
         return 0;
     }
 
-    void followSelection()
+    void selectItem(std::size_t item)
     {
-        const auto row = mRows.selected();
-        const auto item = row && *row < mShown.size() ? std::optional(mShown[*row]) : std::nullopt;
-        if (item != mSelected) {
+        if (mSelected != item) {
             mSelected = item;
             mLoaded.reset();
             showEditor();

@@ -326,4 +326,15 @@ std::optional<std::size_t> ReportList::selected() const
     return row < 0 ? std::nullopt : std::optional(static_cast<std::size_t>(row));
 }
 
+std::optional<std::size_t> ReportList::newlySelected(const NMHDR& header)
+{
+    if (header.code != LVN_ITEMCHANGED) {
+        return std::nullopt;
+    }
+    const auto& change = reinterpret_cast<const NMLISTVIEW&>(header);
+    const bool isSelection =
+        change.iItem >= 0 && (change.uNewState & ~change.uOldState & LVIS_SELECTED) != 0;
+    return isSelection ? std::optional(static_cast<std::size_t>(change.iItem)) : std::nullopt;
+}
+
 } // namespace gige::ui

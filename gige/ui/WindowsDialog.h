@@ -106,9 +106,12 @@ class ReportList
     /// Makes the rows show these texts; touches only what differs, so that nothing flickers.
     void setRows(const std::vector<std::vector<std::string>>& rows);
     void select(std::optional<std::size_t> row);
-    std::optional<std::size_t> selected() const;
+    /// The row whose selection a list's notification reports. None: it reports something else.
+    static std::optional<std::size_t> newlySelected(const NMHDR& header);
 
   private:
+    std::optional<std::size_t> selected() const;
+
     HWND mList = nullptr;
     std::vector<std::vector<std::string>> mShown;
 };

@@ -3,6 +3,10 @@
 
 #include "TelvoDll.h"
 
+#ifdef _WIN32
+#include "WindowWatch.h"
+#endif
+
 #include <array>
 #include <cstdint>
 #include <cstdio>
@@ -58,6 +62,9 @@ int runBrowser(const std::string& mac, const std::string& ip, std::int32_t (*sho
 
 int main(int count, char** arguments)
 {
+#ifdef _WIN32
+    const WindowWatch watch;
+#endif
     const std::string dialog = count > 1 ? arguments[1] : "";
     int result = 2;
     if (dialog == "finder" && count == 2) {
