@@ -43,13 +43,16 @@ start_camera()
     await "the camera does not start" 'listens on' "$WINEPREFIX/$address.log"
 }
 
-# On a desktop window of Wine's own, which draws the frames: there is no window manager.
+# On a desktop window of Wine's own, which draws the frames and gets the keys: there is no window
+# manager.
 start_host()
 {
     : >"$log"
     seen=0
     wine explorer "/desktop=telvo,1000x760" "$host" "$@" >"$log" 2>&1 &
     host_process=$!
+    shows '^window '
+    xdotool search --name telvo windowfocus
 }
 
 mark()
