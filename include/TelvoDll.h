@@ -93,7 +93,8 @@ typedef void (*TelvoDataAvailableCallback)(int32_t reason);
  * Connects a camera: gives it an address if asked to, takes exclusive control of it, opens its
  * image stream on a free UDP port and, if the camera has one, its serial line.
  * @param macAddress            "02:54:45:00:00:21"; "-" separators and any case accepted. Empty:
- *                              the user chooses a camera in a window, whose addresses then count
+ *                              the user chooses a camera in a window, whose addresses then count;
+ *                              on Linux in a dialog on the terminal, and none without a terminal
  * @param ipAddress             "192.168.1.20"; empty: as for macAddress
  * @param ipConfigurationValid  0: the camera is first given ipAddress with subnet mask
  *                              255.255.255.0, before each try; else it is taken as configured
@@ -1003,14 +1004,16 @@ TELVO_API int32_t expSetPackageSize(uint32_t value, int32_t cameraId) TELVO_NOEX
 TELVO_API int32_t expGetPackageSize(uint32_t* value, int32_t cameraId) TELVO_NOEXCEPT;
 
 /**
- * Shows the stream's parameters in a window and waits until the user closes it.
+ * Shows the stream's parameters in a window and waits until the user closes it; on Linux in a
+ * dialog on the terminal. Returns at once where neither can be shown.
  * @param cameraId  the camera
  * @return 0; -1: unknown id
  */
 TELVO_API int32_t expShowStreamParams(int32_t cameraId) TELVO_NOEXCEPT;
 
 /**
- * Shows the camera's features in a window and waits until the user closes it.
+ * Shows the camera's features in a window and waits until the user closes it; on Linux in a dialog
+ * on the terminal. Returns at once where neither can be shown.
  * @param cameraId  the camera
  * @return 0; -1: unknown id
  */

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <iterator>
 #include <optional>
+#include <utility>
 
 namespace gige::control
 {
@@ -54,9 +55,9 @@ bool merge(std::vector<DiscoveredDevice>& devices, const DiscoveredDevice& devic
 class Search
 {
   public:
-    explicit Search(const DeviceFound& found, const std::stop_token& stop = {})
+    explicit Search(const DeviceFound& found, std::stop_token stop = {})
         : mFound(found),
-          mStop(stop),
+          mStop(std::move(stop)),
           mQuery(wire::commandDatagram(wire::GvcpCommand::Discovery,
                                        wire::kGvcpAckRequired | wire::kGvcpBroadcastAckAllowed,
                                        kDiscoveryId))

@@ -143,7 +143,7 @@ std::string finderHint(const DeviceFinder::Snapshot& snapshot)
 {
     if (snapshot.selectedRow) {
         const ListedDevice& selected = snapshot.devices[*snapshot.selectedRow];
-        if (const std::string hint = stateHint(selected.state); !hint.empty()) {
+        if (std::string hint = stateHint(selected.state); !hint.empty()) {
             return hint;
         }
     }

@@ -62,7 +62,7 @@ std::string stateHint(DeviceState state)
 void DeviceList::hear(const ListedDevice& device)
 {
     const auto place = std::ranges::lower_bound(
-        mEntries, device.mac, {}, [](const Entry& entry) { return entry.device.mac; });
+        mEntries, device.mac.bytes, {}, [](const Entry& entry) { return entry.device.mac.bytes; });
     if (place == mEntries.end() || place->device.mac != device.mac) {
         mEntries.insert(place, {.device = device});
         return;
