@@ -1,4 +1,5 @@
 #include "DeviceFinder.h"
+#include "ReportList.h"
 #include "WindowsDialog.h"
 
 namespace gige::ui
@@ -44,12 +45,7 @@ class FinderDialog final : public WindowsDialog
 
     void addList()
     {
-        HWND const list =
-            add(WC_LISTVIEWW, L"", WS_TABSTOP | LVS_REPORT | LVS_SINGLESEL | LVS_SHOWSELALWAYS,
-                kList, WS_EX_CLIENTEDGE);
-        constexpr DWORD kStyle = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER;
-        SendMessageW(list, LVM_SETEXTENDEDLISTVIEWSTYLE, kStyle, kStyle);
-        mRows = ReportList(list);
+        mRows = ReportList(add(WC_LISTVIEWW, L"", ReportList::kStyle, kList, WS_EX_CLIENTEDGE));
         const DeviceTexts headings = deviceHeadings();
         for (std::size_t i = 0; i < headings.size(); ++i) {
             mRows.addColumn(static_cast<int>(i), headings[i], across(kColumnWidths[i]));

@@ -1,5 +1,7 @@
 #include "FeatureText.h"
 #include "ParameterBrowser.h"
+#include "ReportList.h"
+#include "WideText.h"
 #include "WindowsDialog.h"
 
 #include <algorithm>
@@ -74,12 +76,7 @@ class BrowserDialog final : public WindowsDialog
 
     void addList()
     {
-        HWND const list =
-            add(WC_LISTVIEWW, L"", WS_TABSTOP | LVS_REPORT | LVS_SINGLESEL | LVS_SHOWSELALWAYS,
-                kList, WS_EX_CLIENTEDGE);
-        constexpr DWORD kStyle = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER;
-        SendMessageW(list, LVM_SETEXTENDEDLISTVIEWSTYLE, kStyle, kStyle);
-        mRows = ReportList(list);
+        mRows = ReportList(add(WC_LISTVIEWW, L"", ReportList::kStyle, kList, WS_EX_CLIENTEDGE));
         for (std::size_t i = 0; i < kColumns.size(); ++i) {
             mRows.addColumn(static_cast<int>(i), kColumns[i].heading, across(kColumns[i].width));
         }
@@ -164,11 +161,12 @@ class BrowserDialog final : public WindowsDialog
     /// Enter leads from the tree to the list, from the list to the value, and there sets it.
     void confirm()
     {
-        if (GetFocus() == control(kTree)) {
+        HWND const focus = GetFocus();
+        if (focus == control(kTree)) {
             SetFocus(control(kList));
-        } else if (GetFocus() == control(kList)) {
+        } else if (focus == control(kList)) {
             enterEditor();
-        } else {
+        } else if (focus != control(kLevel) && focus != control(kDescription)) {
             setValue();
         }
     }
@@ -187,8 +185,8 @@ class BrowserDialog final : public WindowsDialog
 
     void setValue()
     {
-        if (mSelected && mBrowser->edit(*mSelected, enteredText())) {
-            mLoaded = enteredText(); // no longer the user's alone: may be replaced by what is read
+        if (mSelected && mLoaded && mBrowser->edit(*mSelected, enteredText())) {
+            mLoaded->entered = enteredText(); // the user is done: what is read may replace it
         }
         setText(kMessage, mBrowser->message());
     }
@@ -350,21 +348,22 @@ class BrowserDialog final : public WindowsDialog
     /// Puts the value into its control, unless the user has begun to change it there.
     void load(const std::string& value, const std::vector<std::string>& choices)
     {
-        if (mLoaded && (enteredText() != *mLoaded || value == *mLoaded)) {
+        if (mLoaded && (enteredText() != mLoaded->entered ||
+                        (value == mLoaded->value && choices == mLoaded->choices))) {
             return;
         }
         if (choices.empty()) {
             setText(kEdit, value);
         } else {
-            HWND const list = control(kChoice);
-            SendMessageW(list, CB_RESETCONTENT, 0, 0);
+            SendMessageW(control(kChoice), CB_RESETCONTENT, 0, 0);
             for (const std::string& choice : choices) {
                 addChoice(kChoice, choice);
             }
-            SendMessageW(list, CB_SELECTSTRING, static_cast<WPARAM>(-1),
-                         reinterpret_cast<LPARAM>(wideText(value).c_str()));
+            const auto present = std::ranges::find(choices, value);
+            const auto index = present == choices.end() ? -1 : present - choices.begin();
+            SendMessageW(control(kChoice), CB_SETCURSEL, static_cast<WPARAM>(index), 0);
         }
-        mLoaded = value;
+        mLoaded = Loaded{.value = value, .entered = enteredText(), .choices = choices};
     }
 
     void addChoice(int id, const std::string& text)
@@ -382,6 +381,12 @@ class BrowserDialog final : public WindowsDialog
 
     static constexpr std::size_t kAll = static_cast<std::size_t>(-1);
 
+    struct Loaded {
+        std::string value;
+        std::string entered; // as the control then showed it
+        std::vector<std::string> choices;
+    };
+
     FeatureSource& mSource;
     std::optional<ParameterBrowser> mBrowser;
     ReportList mRows;
@@ -389,7 +394,7 @@ class BrowserDialog final : public WindowsDialog
     std::vector<std::size_t> mShown;      // items in the list, row by row
     std::size_t mCategory = kAll;         // selected in the tree
     std::optional<std::size_t> mSelected; // item selected in the list
-    std::optional<std::string> mLoaded;   // the value that the editor was given last
+    std::optional<Loaded> mLoaded;        // what the editor was given last
     bool mIsUpdating = false;
 };
 

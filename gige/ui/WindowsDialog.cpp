@@ -1,5 +1,7 @@
 #include "WindowsDialog.h"
 
+#include "WideText.h"
+
 #include <algorithm>
 #include <array>
 #include <exception>
@@ -65,31 +67,7 @@ class PresentLook
     bool mIsActive = false;
 };
 
-LPARAM pointer(const void* object)
-{
-    return reinterpret_cast<LPARAM>(object);
-}
-
 } // namespace
-
-std::wstring wideText(std::string_view utf8)
-{
-    const int size = static_cast<int>(utf8.size());
-    const int length = MultiByteToWideChar(CP_UTF8, 0, utf8.data(), size, nullptr, 0);
-    std::wstring wide(static_cast<std::size_t>(length), L'\0');
-    MultiByteToWideChar(CP_UTF8, 0, utf8.data(), size, wide.data(), length);
-    return wide;
-}
-
-std::string utf8Text(std::wstring_view wide)
-{
-    const int size = static_cast<int>(wide.size());
-    const int length =
-        WideCharToMultiByte(CP_UTF8, 0, wide.data(), size, nullptr, 0, nullptr, nullptr);
-    std::string utf8(static_cast<std::size_t>(length), '\0');
-    WideCharToMultiByte(CP_UTF8, 0, wide.data(), size, utf8.data(), length, nullptr, nullptr);
-    return utf8;
-}
 
 WindowsDialog::~WindowsDialog()
 {
@@ -114,8 +92,9 @@ std::optional<int> WindowsDialog::run(const wchar_t* title, DialogSize smallest)
                    .cx = 0,
                    .cy = 0},
         .nothing = {}};
-    const INT_PTR result = DialogBoxIndirectParamW(ownModule(), &contents.header, GetActiveWindow(),
-                                                   &WindowsDialog::procedure, pointer(this));
+    const INT_PTR result =
+        DialogBoxIndirectParamW(ownModule(), &contents.header, GetActiveWindow(),
+                                &WindowsDialog::procedure, reinterpret_cast<LPARAM>(this));
     return result == kNoWindow ? std::nullopt : std::optional(static_cast<int>(result));
 }
 
@@ -266,75 +245,6 @@ void WindowsDialog::enable(int id, bool isEnabled)
         SendMessageW(mWindow, WM_NEXTDLGCTL, 0, FALSE);
     }
     EnableWindow(control(id), isEnabled ? TRUE : FALSE);
-}
-
-void ReportList::addColumn(int index, const std::string& heading, int width)
-{
-    std::wstring text = wideText(heading);
-    LVCOLUMNW column{};
-    column.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_SUBITEM;
-    column.cx = width;
-    column.pszText = text.data();
-    column.iSubItem = index;
-    SendMessageW(mList, LVM_INSERTCOLUMNW, static_cast<WPARAM>(index), pointer(&column));
-}
-
-void ReportList::setRows(const std::vector<std::vector<std::string>>& rows)
-{
-    for (; mShown.size() > rows.size(); mShown.pop_back()) {
-        SendMessageW(mList, LVM_DELETEITEM, mShown.size() - 1, 0);
-    }
-    for (; mShown.size() < rows.size(); mShown.emplace_back(rows.front().size())) {
-        LVITEMW item{};
-        item.iItem = static_cast<int>(mShown.size());
-        SendMessageW(mList, LVM_INSERTITEMW, 0, pointer(&item));
-    }
-    for (std::size_t row = 0; row < rows.size(); ++row) {
-        for (std::size_t column = 0; column < rows[row].size(); ++column) {
-            if (mShown[row][column] == rows[row][column]) {
-                continue;
-            }
-            std::wstring text = wideText(rows[row][column]);
-            LVITEMW item{};
-            item.iSubItem = static_cast<int>(column);
-            item.pszText = text.data();
-            SendMessageW(mList, LVM_SETITEMTEXTW, row, pointer(&item));
-        }
-        mShown[row] = rows[row];
-    }
-}
-
-void ReportList::select(std::optional<std::size_t> row)
-{
-    if (row == selected()) {
-        return;
-    }
-    LVITEMW item{};
-    item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
-    item.state = row ? item.stateMask : 0;
-    const WPARAM which = row ? *row : static_cast<WPARAM>(-1); // -1: every one
-    SendMessageW(mList, LVM_SETITEMSTATE, which, pointer(&item));
-    if (row) {
-        SendMessageW(mList, LVM_ENSUREVISIBLE, *row, FALSE);
-    }
-}
-
-std::optional<std::size_t> ReportList::selected() const
-{
-    const LRESULT row =
-        SendMessageW(mList, LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED);
-    return row < 0 ? std::nullopt : std::optional(static_cast<std::size_t>(row));
-}
-
-std::optional<std::size_t> ReportList::newlySelected(const NMHDR& header)
-{
-    if (header.code != LVN_ITEMCHANGED) {
-        return std::nullopt;
-    }
-    const auto& change = reinterpret_cast<const NMLISTVIEW&>(header);
-    const bool isSelection =
-        change.iItem >= 0 && (change.uNewState & ~change.uOldState & LVIS_SELECTED) != 0;
-    return isSelection ? std::optional(static_cast<std::size_t>(change.iItem)) : std::nullopt;
 }
 
 } // namespace gige::ui

@@ -10,14 +10,9 @@
 
 #include <optional>
 #include <string>
-#include <string_view>
-#include <vector>
 
 namespace gige::ui
 {
-
-std::wstring wideText(std::string_view utf8);
-std::string utf8Text(std::wstring_view wide);
 
 /// In dialog units, which grow with the system's font.
 struct DialogSize {
@@ -93,27 +88,6 @@ class WindowsDialog
     int mBaseHeight = 0;
     std::wstring mTitle;
     DialogSize mSmallest{};
-};
-
-/// A list control in report view.
-class ReportList
-{
-  public:
-    ReportList() = default;
-    explicit ReportList(HWND list) : mList(list) {}
-
-    void addColumn(int index, const std::string& heading, int width);
-    /// Makes the rows show these texts; touches only what differs, so that nothing flickers.
-    void setRows(const std::vector<std::vector<std::string>>& rows);
-    void select(std::optional<std::size_t> row);
-    /// The row whose selection a list's notification reports. None: it reports something else.
-    static std::optional<std::size_t> newlySelected(const NMHDR& header);
-
-  private:
-    std::optional<std::size_t> selected() const;
-
-    HWND mList = nullptr;
-    std::vector<std::vector<std::string>> mShown;
 };
 
 } // namespace gige::ui

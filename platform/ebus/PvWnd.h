@@ -18,8 +18,8 @@ class PvWnd
 
     /// Shows the window and waits until the user closes it.
     /// @param parent  null: none
-    /// @return OK when the user confirmed, ABORTED when the user cancelled or no window can be
-    /// shown
+    /// @return OK when the user confirmed, or closed a window that asks for nothing; ABORTED when
+    /// the user cancelled or no window can be shown
     virtual PvResult ShowModal(PvWnd* parent = nullptr) = 0;
     virtual PvResult Close() = 0;
 };

@@ -210,6 +210,21 @@ TEST(LimitsText, NamesLimitsStepsAndUnit)
     EXPECT_EQ(limitsText(info(FeatureKind::Command), writable()), "");
 }
 
+TEST(AccessText, SaysWhatCanBeDoneWithAFeature)
+{
+    const auto text = [](FeatureKind kind, AccessMode access) {
+        FeatureState state;
+        state.access = access;
+        return accessText(info(kind), state);
+    };
+    EXPECT_EQ(text(FeatureKind::Integer, AccessMode::ReadWrite), "integer");
+    EXPECT_EQ(text(FeatureKind::Float, AccessMode::ReadOnly), "number, read only");
+    EXPECT_EQ(text(FeatureKind::Enumeration, AccessMode::NotAvailable), "choice, not available");
+    EXPECT_EQ(text(FeatureKind::String, AccessMode::WriteOnly), "text, write only");
+    EXPECT_EQ(text(FeatureKind::Command, AccessMode::WriteOnly), "command");
+    EXPECT_EQ(text(FeatureKind::Boolean, AccessMode::NotImplemented), "boolean, not available");
+}
+
 TEST(ChoicesOf, AreTheEntriesOrTheTwoTruthValues)
 {
     FeatureState state = writable();
