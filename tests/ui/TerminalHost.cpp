@@ -14,7 +14,7 @@
 namespace
 {
 
-constexpr std::chrono::seconds kLimit{30};
+constexpr std::chrono::seconds kLimit{60};
 constexpr winsize kSize{.ws_row = 30, .ws_col = 100, .ws_xpixel = 0, .ws_ypixel = 0};
 
 bool within(std::chrono::seconds limit, const std::function<bool()>& condition)

@@ -29,14 +29,14 @@ class TerminalHost
     /// Presses keys. What was on the screen before does not count for shows() any more.
     void press(const std::string& keys);
     /// Waits until the text appears on the screen, or is written by the program. @return false: it
-    /// did not within 30 seconds
+    /// did not within 60 seconds
     bool shows(const std::string& text);
     /// The same for the text at the beginning of the highlighted line, blanks before it left out.
     bool highlights(const std::string& text);
     /// Presses Down until the line with this text is highlighted, and waits until its value is
     /// read.
     bool goDownTo(const std::string& text);
-    /// Waits for the program's end. @return its exit code; -1: it does not end within 30 seconds
+    /// Waits for the program's end. @return its exit code; -1: it does not end within 60 seconds
     int exitCode();
     /// Whether the terminal shows what is typed and takes whole lines, as before the dialog.
     bool isTerminalRestored() const;
