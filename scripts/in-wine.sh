@@ -48,11 +48,12 @@ make_template()
     [ -e "$exact_bind" ] || cc -shared -fPIC -o "$exact_bind" "$scripts/ExactBind.c"
 }
 
-# Sets DISPLAY. The server listens on an abstract socket alone, which belongs to the namespace.
+# Sets DISPLAY. The server listens on an abstract socket alone, which belongs to the namespace. Keys
+# do not repeat: on a busy machine one may be down for long.
 start_display()
 {
     mkfifo "$1"
-    Xvfb -displayfd 8 -nolisten unix -nolisten tcp -screen 0 1280x1024x24 8>"$1" 2>/dev/null &
+    Xvfb -displayfd 8 -nolisten unix -nolisten tcp -r -screen 0 1280x1024x24 8>"$1" 2>/dev/null &
     display_server=$!
     read -r number <"$1" || {
         echo "in-wine.sh: Xvfb does not start" >&2

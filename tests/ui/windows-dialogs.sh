@@ -157,7 +157,11 @@ finder_by_mouse()
     local place
     place=$(last '^row [0-9,]+ 02:54:45:00:00:0c' | grep -Eo '[0-9]+,[0-9]+' | head -n 1)
     mark
-    xdotool mousemove "${place%,*}" "${place#*,}" click --repeat 2 --delay 50 1
+    for _ in {1..30}; do # on a busy machine two clicks may be too far apart
+        xdotool mousemove "${place%,*}" "${place#*,}" click --repeat 2 --delay 50 1
+        sleep 2
+        ! tail -n 1 "$log" | grep -q '^control' && break
+    done
     shows '^camera: 02:54:45:00:00:0c 127.0.0.12$'
 }
 
