@@ -16,6 +16,7 @@ namespace
 {
 
 constexpr std::int32_t kCamera = 1;
+constexpr std::int32_t kPatience = 60'000; // milliseconds
 
 void say(const std::string& line)
 {
@@ -29,6 +30,10 @@ bool connect(const std::string& mac, const std::string& ip)
     settings.useSettings = 1;
     settings.packetSize = 1440;
     const std::int32_t result = expConnectGrabber(mac.c_str(), ip.c_str(), 1, &settings, kCamera);
+    if (result >= 0) {
+        // On a busy machine the link must not be lost while the user sits before the dialog.
+        expSetStreamParam("HeartbeatTimeout", kPatience, kCamera);
+    }
     say("connect: " + std::to_string(result));
     return result >= 0;
 }
