@@ -13,6 +13,13 @@ test=$2 camera=$3 host=$4 pictures=${5:-}
 log=$WINEPREFIX/host.log
 seen=0 # bytes of the log that were there when a key was pressed last
 host_process=
+cameras=()
+
+clean_up()
+{
+    [ ${#cameras[@]} = 0 ] || kill "${cameras[@]}"
+}
+trap clean_up EXIT
 
 fail()
 {
@@ -40,6 +47,7 @@ start_camera()
 {
     local address=$1
     "$camera" --address "$@" --user-sets-prepared >"$WINEPREFIX/$address.log" 2>&1 &
+    cameras+=($!)
     await "the camera does not start" 'listens on' "$WINEPREFIX/$address.log"
 }
 
