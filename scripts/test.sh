@@ -24,7 +24,9 @@ build()
 run_tests()
 {
     heading "Tests: $1"
-    ctest --preset "$1" --parallel "$2"
+    # A test that fails is tried once more, and both tries are told: where a machine stalls for
+    # seconds, a camera is rightly taken for lost.
+    ctest --preset "$1" --parallel "$2" --repeat until-pass:2
 }
 
 for preset in asan tsan release windows; do
