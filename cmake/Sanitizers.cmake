@@ -4,3 +4,11 @@ if(TELVO_SANITIZE)
   add_compile_options(-fsanitize=${TELVO_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${TELVO_SANITIZE})
 endif()
+
+# telvo_builds_slowly(): for a folder whose programs include much of others' header-only code, which
+# takes minutes to optimise with sanitizers in it.
+macro(telvo_builds_slowly)
+  if(TELVO_SANITIZE)
+    add_compile_options(-O0)
+  endif()
+endmacro()

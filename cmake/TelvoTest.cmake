@@ -2,8 +2,8 @@
 # One GoogleTest program; every test case is a test of ctest's. With OWN_NETWORK each case runs in a
 # network namespace of its own. Cross-compiled, the whole program is one test, since starting Wine for
 # each case takes too long; it has a network of its own anyway.
+add_compile_options(-O0) # what is tested is optimised; the tests build faster
 if(CMAKE_CROSSCOMPILING)
-  add_compile_options(-O0) # what is tested is optimised; the tests build faster
   set(INSTALL_GTEST OFF)
   # Debian's package of the sources.
   add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)

@@ -1,7 +1,7 @@
 #!/bin/sh
-# Builds everything and runs every suite: under the address and undefined-behaviour sanitizers,
-# under the thread sanitizer, as released, and the Windows build under Wine. Stops at the first
-# failure.
+# Builds everything and runs every suite: under the address and undefined-behaviour sanitizers, as
+# released, and the Windows build under Wine; those with threads also under the thread sanitizer.
+# Stops at the first failure.
 set -eu
 
 cd "$(dirname "$0")/.."
