@@ -58,6 +58,9 @@ struct Slot {
     /// @return 0, or the error
     int post(SOCKET socket, LPFN_WSARECVMSG receiveMessage)
     {
+        if (receiveMessage == nullptr) {
+            return WSAEOPNOTSUPP;
+        }
         overlapped = {};
         overlapped.hEvent = done.handle;
         message = {};
