@@ -2,6 +2,7 @@
  * What single calls cost: a register's round trip on loopback, connect and initialise, and an
  * export that touches no device.
  */
+#include "HostSettings.h"
 #include "PvDevice.h"
 #include "TelvoDll.h"
 #include "VirtualCamera.h"
@@ -49,15 +50,7 @@ constexpr double kPrescribedPauses = 100 * (1 + 1 + 9 + 1 + 1);
 void connectAndInitialise(benchmark::State& state)
 {
     const auto camera = startCamera();
-    TelvoConnectionSettings settings{};
-    settings.useSettings = 1;
-    settings.packetSize = 1500;
-    settings.requestTimeout = 1100;
-    settings.packetTimeout = 1000;
-    settings.defaultImageTimeout = 1100;
-    settings.answerTimeout = 1000;
-    settings.heartbeatTimeout = 3000;
-    settings.heartbeatInterval = 1000;
+    const TelvoConnectionSettings settings = hostSettings(1500);
     double total = 0;
     for (auto _ : state) {
         const auto start = std::chrono::steady_clock::now();

@@ -3,6 +3,7 @@
  * whether a fetched picture is ever made of two.
  */
 #include "FrameRenderer.h"
+#include "HostSettings.h"
 #include "Require.h"
 #include "TelvoDll.h"
 #include "VirtualCamera.h"
@@ -26,15 +27,7 @@ constexpr std::int32_t kCamera = 1;
 
 void startLive(const camera::VirtualCamera& camera)
 {
-    TelvoConnectionSettings settings{};
-    settings.useSettings = 1;
-    settings.packetSize = 8000;
-    settings.packetTimeout = 1000;
-    settings.requestTimeout = 1100;
-    settings.defaultImageTimeout = 1100;
-    settings.answerTimeout = 1000;
-    settings.heartbeatTimeout = 3000;
-    settings.heartbeatInterval = 1000;
+    const TelvoConnectionSettings settings = hostSettings(8000);
     require(expConnectGrabber(camera.macText().c_str(), camera.options().address.c_str(), 1,
                               &settings, kCamera) == 0,
             "connecting");

@@ -3,6 +3,7 @@
  * loopback, with requests over the serial line and packets of 1500 and 9000 bytes. The camera runs
  * in a process of its own, so that the memory is the library's alone.
  */
+#include "HostSettings.h"
 #include "Require.h"
 #include "TelvoDll.h"
 #include "VirtualCamera.h"
@@ -80,16 +81,7 @@ double peakMemory()
 
 void connect(std::uint32_t packetSize)
 {
-    TelvoConnectionSettings settings{};
-    settings.useSettings = 1;
-    settings.packetSize = packetSize;
-    settings.packetTimeout = 1000;
-    settings.requestTimeout = 1100;
-    settings.defaultImageTimeout = 1100;
-    settings.answerTimeout = 1000;
-    settings.heartbeatTimeout = 3000;
-    settings.heartbeatInterval = 1000;
-    settings.requestMode = 1; // over the serial line
+    const TelvoConnectionSettings settings = hostSettings(packetSize);
     std::int32_t result = -1;
     for (int i = 0; i < 50 && result != 0; ++i) { // until the camera is up
         result = expConnectGrabber("02:54:45:00:00:35", kAddress, 1, &settings, kCamera);
