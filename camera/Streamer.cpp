@@ -35,8 +35,9 @@ std::size_t bytesOf(std::span<const PacketSlices> packets)
 
 } // namespace
 
-Streamer::Streamer(gige::net::UdpSocket& socket, Device& device, Faults& faults, CameraLog& log)
-    : mSocket(socket), mDevice(device), mFaults(faults), mLog(log), mSender(socket)
+Streamer::Streamer(gige::net::UdpSocket& socket, gige::net::SendMode mode, Device& device,
+                   Faults& faults, CameraLog& log)
+    : mSocket(socket), mDevice(device), mFaults(faults), mLog(log), mSender(socket, mode)
 {
 }
 

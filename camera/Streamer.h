@@ -28,7 +28,8 @@ class Streamer
 {
   public:
     /** socket, device, faults and log are borrowed for the streamer's life. */
-    Streamer(gige::net::UdpSocket& socket, Device& device, Faults& faults, CameraLog& log);
+    Streamer(gige::net::UdpSocket& socket, gige::net::SendMode mode, Device& device, Faults& faults,
+             CameraLog& log);
 
     /** Sends until stop() is called. */
     void run();

@@ -18,6 +18,7 @@ using Texts = std::vector<std::string>;
 /** What CLI11 collects as text and the camera wants as something better. */
 struct RawTexts {
     std::string sensor;
+    std::string send = "joined";
     Texts settings;
     Texts missing;
     Texts unavailable;
@@ -87,7 +88,6 @@ void addMemory(CLI::App& app, CommandLine& line, RawTexts& raw)
         ->check(CLI::PositiveNumber)
         ->option_text("SIZE=200MB");
     app.add_option("--flash-busy", raw.flashBusy, "Writes its flash card for so many ms at start");
-    app.add_flag("--unpaced", camera.unpaced, "Sends as fast as it can");
     app.add_option("--trigger-every", raw.triggerEvery,
                    "A pulse on the trigger input every so many ms");
     app.add_option("--save-recordings", line.recordingsFolder,
@@ -95,6 +95,18 @@ void addMemory(CLI::App& app, CommandLine& line, RawTexts& raw)
     app.add_flag("--commands", line.readCommands,
                  "Reads from standard input, line by line: trigger, high, low, silent, talk, "
                  "lose RATE, quit");
+}
+
+void addSending(CLI::App& app, CommandLine& line, RawTexts& raw)
+{
+    constexpr const char* kGroup = "Sending";
+    app.add_flag("--unpaced", line.camera.unpaced, "Sends as fast as it can")->group(kGroup);
+    app.add_option("--send", raw.send,
+                   "How packets are handed to the system: joined where it can take them so, for "
+                   "the least work, or single, as they come from a cable")
+        ->check(CLI::IsMember({"joined", "single"}))
+        ->option_text("WAY=joined")
+        ->group(kGroup);
 }
 
 void addFaults(CLI::App& app, CommandLine& line, RawTexts& raw)
@@ -162,6 +174,8 @@ void interpret(CommandLine& line, const RawTexts& raw)
     if (!raw.sensor.empty()) {
         line.camera.sensor = parseSensor(raw.sensor);
     }
+    line.camera.send =
+        raw.send == "single" ? gige::net::SendMode::Single : gige::net::SendMode::Joined;
     for (const std::string& setting : raw.settings) {
         const std::size_t equals = setting.find('=');
         if (equals == std::string::npos) {
@@ -210,6 +224,7 @@ CommandLine parseCommandLine(int argc, const char* const* argv)
     RawTexts raw;
     addIdentity(app, line, raw);
     addMemory(app, line, raw);
+    addSending(app, line, raw);
     addFaults(app, line, raw);
     try {
         app.parse(argc, argv);

@@ -18,16 +18,22 @@ struct PacketSlices {
     std::size_t size() const { return header.size() + payload.size(); }
 };
 
+/// How packets travel through the sending system.
+enum class SendMode : std::uint8_t {
+    Joined, // those of equal length together, where the system can: the least work
+    Single, // each is a datagram of its own from the start, as packets come from a cable
+};
+
 /**
  * Sends many datagrams per system call, without copying them first. On Linux datagrams of equal
  * length that follow each other (the last may be shorter) travel joined through the kernel
- * (UDP_SEGMENT); where that is refused, and elsewhere, they go one by one. For one thread; the
- * socket is borrowed for the sender's life.
+ * (UDP_SEGMENT) unless the mode forbids it; where that is refused, and elsewhere, they go one by
+ * one. For one thread; the socket is borrowed for the sender's life.
  */
 class BatchSender
 {
   public:
-    explicit BatchSender(UdpSocket& socket);
+    explicit BatchSender(UdpSocket& socket, SendMode mode = SendMode::Joined);
     ~BatchSender();
     BatchSender(const BatchSender&) = delete;
     BatchSender& operator=(const BatchSender&) = delete;

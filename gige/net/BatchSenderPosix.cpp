@@ -15,7 +15,7 @@ namespace gige::net
 namespace
 {
 
-constexpr std::size_t kMessages = 16;         // per system call
+constexpr std::size_t kMessages = 64;         // per system call
 constexpr std::size_t kMaxSegments = 64;      // UDP_MAX_SEGMENTS of the kernel
 constexpr std::size_t kMaxJoinedSize = 65507; // bytes: 65535 less the IP and UDP headers
 constexpr std::size_t kControlSize = CMSG_SPACE(sizeof(std::uint16_t));
@@ -53,7 +53,7 @@ struct BatchSender::Batch {
     std::array<std::size_t, kMessages> packetCounts{};
     std::size_t messageCount = 0;
     std::size_t vectorCount = 0;
-    bool segmentation = true; // until the kernel refuses it
+    bool segmentation = true; // until the mode or the kernel refuses it
 
     void addSlice(std::span<const std::uint8_t> slice)
     {
@@ -108,7 +108,11 @@ struct BatchSender::Batch {
     }
 };
 
-BatchSender::BatchSender(UdpSocket& socket) : mSocket(socket), mBatch(std::make_unique<Batch>()) {}
+BatchSender::BatchSender(UdpSocket& socket, SendMode mode)
+    : mSocket(socket), mBatch(std::make_unique<Batch>())
+{
+    mBatch->segmentation = mode == SendMode::Joined;
+}
 
 BatchSender::~BatchSender() = default;
 

@@ -41,7 +41,7 @@ bool sendOne(NativeSocket socket, const sockaddr_in& destination, const PacketSl
 struct BatchSender::Batch {
 };
 
-BatchSender::BatchSender(UdpSocket& socket) : mSocket(socket) {}
+BatchSender::BatchSender(UdpSocket& socket, SendMode /*mode: always single*/) : mSocket(socket) {}
 
 BatchSender::~BatchSender() = default;
 
