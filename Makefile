@@ -1,34 +1,47 @@
-# demo and test are all that a newcomer needs; both install what is missing first.
+# demo and test are all that a newcomer needs. Every target installs what it needs first.
 BUILD ?= release
 SOURCES = $(shell git ls-files '*.h' '*.c' '*.cpp')
 
-.PHONY: demo test bench build windows test-windows package reproducible format lint clean setup configure
+.PHONY: demo test check bench build windows test-windows package reproducible format lint clean
 
-demo: configure
-	cmake --build --preset $(BUILD) --target telvo telvo-camera
-	scripts/demo.sh build/$(BUILD)
+demo:
+	scripts/setup.sh build
+	mkdir -p build
+	cmake --preset demo >build/configure-demo.log || { cat build/configure-demo.log; false; }
+	cmake --build --preset demo --target telvo telvo-camera
+	scripts/demo.sh build/release
 
-test: setup
-	scripts/test.sh
+# The Windows suites meet the virtual camera of the release build, which so comes first.
+test:
+	scripts/setup.sh build test windows bench
+	scripts/test.sh release windows
+
+# What takes longer: every suite under the sanitizers, the fuzz targets' fixed runs included.
+check:
+	scripts/setup.sh build test
+	scripts/test.sh asan tsan
 
 bench: build
 	scripts/bench.sh build/$(BUILD)
 
-build: configure
+build:
+	scripts/setup.sh build test bench
+	mkdir -p build
+	cmake --preset $(BUILD) >build/configure-$(BUILD).log || { cat build/configure-$(BUILD).log; false; }
 	cmake --build --preset $(BUILD)
 
-configure: setup
-	cmake --preset $(BUILD) >build/configure-$(BUILD).log || { cat build/configure-$(BUILD).log; false; }
-
-windows: setup
+windows:
+	scripts/setup.sh build windows
+	mkdir -p build
 	cmake --preset windows >build/configure-windows.log || { cat build/configure-windows.log; false; }
 	cmake --build --preset windows --target TelvoDll telvo telvo-camera
 
-test-windows: windows
+test-windows:
+	scripts/setup.sh build test windows bench
+	mkdir -p build
 	cmake --preset release >build/configure-release.log || { cat build/configure-release.log; false; }
 	cmake --build --preset release --target telvo-camera
-	cmake --build --preset windows
-	ctest --preset windows --parallel $$(nproc)
+	scripts/test.sh windows
 
 package: windows
 	cpack --preset windows
@@ -41,11 +54,9 @@ format:
 	clang-format -i $(SOURCES)
 
 lint: build
+	scripts/setup.sh lint
 	clang-format --dry-run --Werror $(SOURCES)
 	run-clang-tidy -quiet -p build/$(BUILD) '^$(CURDIR)/(src|gige|platform|camera|tools|tests|bench)/'
 
 clean:
 	rm -rf build
-
-setup:
-	@scripts/setup.sh

@@ -1,17 +1,37 @@
 #!/bin/sh
-# Installs what building, testing and the demo need, as Debian packages by name, and fetches the
-# sources of the libraries that are built for Windows. Does nothing where all is there already.
+# Installs, as Debian packages by name, what the purposes given need; installs nothing where all is
+# there already. For Windows it also fetches the sources of the libraries that are built for it.
+#   usage: scripts/setup.sh PURPOSE...     build test windows bench lint
 set -eu
 
-packages="
-build-essential cmake ninja-build pkgconf git
-libpugixml-dev libminizip-dev zlib1g-dev libpng-dev libcli11-dev
-libgtest-dev libgmock-dev libbenchmark-dev
-g++-mingw-w64-x86-64-posix libz-mingw-w64-dev googletest
-wine wine64 xvfb xdotool
-aravis-tools aravis-tools-cli iproute2
-clang-format clang-tidy
-"
+# The library, the tool and the virtual camera: all that the demo needs.
+build="build-essential cmake ninja-build pkgconf git
+    libpugixml-dev libminizip-dev zlib1g-dev libpng-dev libcli11-dev"
+# The suites, the independent programs that they meet, and namespaces for their networks.
+test="libgtest-dev libgmock-dev aravis-tools aravis-tools-cli iproute2"
+# The cross-compiler, and a system to run what it makes.
+windows="g++-mingw-w64-x86-64-posix libz-mingw-w64-dev googletest wine wine64 xvfb xdotool"
+bench="libbenchmark-dev"
+lint="clang-format clang-tidy"
+
+packages=
+fetch_windows_libraries=false
+for purpose in "$@"; do
+    case $purpose in
+    build) packages="$packages $build" ;;
+    test) packages="$packages $test" ;;
+    windows)
+        packages="$packages $windows"
+        fetch_windows_libraries=true
+        ;;
+    bench) packages="$packages $bench" ;;
+    lint) packages="$packages $lint" ;;
+    *)
+        echo "setup: there is no purpose '$purpose'" >&2
+        exit 2
+        ;;
+    esac
+done
 
 missing=
 for package in $packages; do
@@ -31,4 +51,6 @@ else
     echo "All packages are installed."
 fi
 
-"$(dirname "$0")/windows-libraries.sh"
+if $fetch_windows_libraries; then
+    "$(dirname "$0")/windows-libraries.sh"
+fi
