@@ -45,7 +45,8 @@ Status BooleanNode::writeNumber(Evaluation& evaluation, const Number& value)
     return mSource->write(evaluation, value.isZero() ? mOff : mOn);
 }
 
-Result<NumberRange> BooleanNode::numberRange(Evaluation& /*evaluation*/)
+Result<NumberRange> BooleanNode::numberRange(Evaluation& /*evaluation*/,
+                                             const LimitChoice& /*wanted*/)
 {
     return NumberRange{Number(std::int64_t{0}), Number(std::int64_t{1}), Number(std::int64_t{1})};
 }

@@ -25,7 +25,7 @@ class BooleanNode : public Node
     Result<AccessMode> baseAccess(Evaluation& evaluation) override;
     Result<Number> readNumber(Evaluation& evaluation) override;
     Status writeNumber(Evaluation& evaluation, const Number& value) override;
-    Result<NumberRange> numberRange(Evaluation& evaluation) override;
+    Result<NumberRange> numberRange(Evaluation& evaluation, const LimitChoice& wanted) override;
 
   private:
     std::unique_ptr<NumberSource> mSource;

@@ -105,7 +105,8 @@ Status EnumerationNode::writeNumber(Evaluation& evaluation, const Number& value)
                                             : mSource->write(evaluation, *integer);
 }
 
-Result<NumberRange> EnumerationNode::numberRange(Evaluation& /*evaluation*/)
+Result<NumberRange> EnumerationNode::numberRange(Evaluation& /*evaluation*/,
+                                                 const LimitChoice& /*wanted*/)
 {
     return NumberRange{};
 }

@@ -48,19 +48,19 @@ Status FloatNode::setValue(double value)
 
 Result<double> FloatNode::minimum()
 {
-    const Result<NumberRange> range = rangeForHost();
+    const Result<NumberRange> range = rangeForHost({.minimum = true});
     return range ? Result(limitOr(range->minimum, -kHighest)) : range.status();
 }
 
 Result<double> FloatNode::maximum()
 {
-    const Result<NumberRange> range = rangeForHost();
+    const Result<NumberRange> range = rangeForHost({.maximum = true});
     return range ? Result(limitOr(range->maximum, kHighest)) : range.status();
 }
 
 Result<std::optional<double>> FloatNode::increment()
 {
-    const Result<NumberRange> range = rangeForHost();
+    const Result<NumberRange> range = rangeForHost({.increment = true});
     if (!range) {
         return range.status();
     }
@@ -69,7 +69,7 @@ Result<std::optional<double>> FloatNode::increment()
 
 Status FloatNode::writeNumber(Evaluation& evaluation, const Number& value)
 {
-    const Result<NumberRange> range = this->range(evaluation);
+    const Result<NumberRange> range = this->range(evaluation, kAllLimits);
     if (!range) {
         return range.status();
     }

@@ -63,6 +63,18 @@ Formula compile(ElementReader& reader, const FormulaScope& scope, std::string_vi
     return *std::move(formula);
 }
 
+Slope slopeOf(ElementReader& reader)
+{
+    const auto text = textOf(reader.child("Slope"));
+    if (text == "Increasing") {
+        return Slope::Increasing;
+    }
+    if (text == "Decreasing") {
+        return Slope::Decreasing;
+    }
+    return text == "Varying" ? Slope::Varying : Slope::Automatic;
+}
+
 } // namespace
 
 std::unique_ptr<NumberSource> readFormula(ElementReader& reader, Arithmetic arithmetic)
@@ -87,8 +99,8 @@ std::unique_ptr<NumberSource> readConverter(ElementReader& reader, Arithmetic ar
     if (reader.node().defect() != Status::Ok) {
         return nullptr;
     }
-    const bool isMonotonic = textOf(reader.child("Slope")) != "Varying";
-    return std::make_unique<ConverterSource>(*target, std::move(formulas), arithmetic, isMonotonic);
+    return std::make_unique<ConverterSource>(*target, std::move(formulas), arithmetic,
+                                             slopeOf(reader));
 }
 
 Node& readEmbeddedFormula(ElementReader& reader, const pugi::xml_node& element)

@@ -47,7 +47,10 @@ Result<Number> entryOf(const NodeProperty& property)
 
 Result<Number> limitOf(const NodeProperty& property, Evaluation& evaluation)
 {
-    const Result<NumberRange> range = property.node->range(evaluation);
+    const Result<NumberRange> range =
+        property.node->range(evaluation, {.minimum = property.item == Item::Minimum,
+                                          .maximum = property.item == Item::Maximum,
+                                          .increment = property.item == Item::Increment});
     if (!range) {
         return range.status();
     }

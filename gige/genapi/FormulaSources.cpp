@@ -25,17 +25,14 @@ Status FormulaSource::write(Evaluation& /*evaluation*/, const Number& /*value*/)
     return Status::ReadOnly;
 }
 
-Result<NumberRange> FormulaSource::range(Evaluation& /*evaluation*/)
+Result<NumberRange> FormulaSource::range(Evaluation& /*evaluation*/, const LimitChoice& /*wanted*/)
 {
     return NumberRange{};
 }
 
 ConverterSource::ConverterSource(Node& target, ConverterFormulas formulas, Arithmetic arithmetic,
-                                 bool isMonotonic)
-    : mTarget(target),
-      mFormulas(std::move(formulas)),
-      mArithmetic(arithmetic),
-      mIsMonotonic(isMonotonic)
+                                 Slope slope)
+    : mTarget(target), mFormulas(std::move(formulas)), mArithmetic(arithmetic), mSlope(slope)
 {
 }
 
@@ -62,23 +59,59 @@ Status ConverterSource::write(Evaluation& evaluation, const Number& value)
     return converted ? mTarget.write(evaluation, *converted) : converted.status();
 }
 
-// A decreasing slope swaps the limits. A limit that cannot be converted, such as 0 ticks to a rate,
-// does not limit.
-Result<NumberRange> ConverterSource::range(Evaluation& evaluation)
+// A limit that cannot be converted, such as 0 ticks to a rate, does not limit.
+Result<std::optional<Number>>
+ConverterSource::limitFromTarget(Evaluation& evaluation, const std::optional<Number>& limit) const
 {
-    const Result<NumberRange> target = mIsMonotonic ? mTarget.range(evaluation) : NumberRange{};
-    if (!target || !target->minimum || !target->maximum) {
-        return target ? NumberRange{} : target;
+    if (!limit) {
+        return limit;
     }
-    const Result<Number> first = fromTarget(evaluation, *target->minimum);
-    const Result<Number> second = fromTarget(evaluation, *target->maximum);
-    for (const Status status : {first.status(), second.status()}) {
-        if (status != Status::Ok) {
-            return status == Status::ArithmeticError ? Result(NumberRange{}) : status;
-        }
+    const Result<Number> converted = fromTarget(evaluation, *limit);
+    if (converted.status() == Status::ArithmeticError) {
+        return std::optional<Number>();
     }
-    const bool isSwapped = isLess(*second, *first);
-    return NumberRange{isSwapped ? *second : *first, isSwapped ? *first : *second, {}};
+    return converted ? Result(std::optional(*converted)) : converted.status();
+}
+
+Result<NumberRange> ConverterSource::convertedRange(Evaluation& evaluation,
+                                                    const LimitChoice& ends) const
+{
+    const Result<NumberRange> target = mTarget.range(evaluation, ends);
+    if (!target) {
+        return target;
+    }
+    const auto lower = limitFromTarget(evaluation, ends.minimum ? target->minimum : std::nullopt);
+    const auto upper = limitFromTarget(evaluation, ends.maximum ? target->maximum : std::nullopt);
+    if (!lower || !upper) {
+        return lower ? upper.status() : lower.status();
+    }
+    return NumberRange{*lower, *upper, {}};
+}
+
+// A decreasing slope swaps the limits. Where it is not told, only both limits together tell it.
+Result<NumberRange> ConverterSource::range(Evaluation& evaluation, const LimitChoice& wanted)
+{
+    if (mSlope == Slope::Varying || (!wanted.minimum && !wanted.maximum)) {
+        return NumberRange{};
+    }
+    LimitChoice ends{.minimum = wanted.minimum, .maximum = wanted.maximum};
+    if (mSlope == Slope::Automatic) {
+        ends = {.minimum = true, .maximum = true};
+    } else if (mSlope == Slope::Decreasing) {
+        std::swap(ends.minimum, ends.maximum);
+    }
+    Result<NumberRange> range = convertedRange(evaluation, ends);
+    if (!range) {
+        return range;
+    }
+    const bool isTold = mSlope != Slope::Automatic;
+    if (!isTold && (!range->minimum || !range->maximum)) {
+        return NumberRange{};
+    }
+    if (isTold ? mSlope == Slope::Decreasing : isLess(*range->maximum, *range->minimum)) {
+        std::swap(range->minimum, range->maximum);
+    }
+    return range;
 }
 
 } // namespace gige::genapi

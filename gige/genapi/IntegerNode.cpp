@@ -55,27 +55,27 @@ IntegerNode::Limits IntegerNode::limits(const NumberRange& range)
             std::max<std::int64_t>(limitOr(range.increment, 1), 1)};
 }
 
-Result<IntegerNode::Limits> IntegerNode::limitsForHost()
+Result<IntegerNode::Limits> IntegerNode::limitsForHost(const LimitChoice& wanted)
 {
-    const Result<NumberRange> range = rangeForHost();
+    const Result<NumberRange> range = rangeForHost(wanted);
     return range ? Result(limits(*range)) : range.status();
 }
 
 Result<std::int64_t> IntegerNode::minimum()
 {
-    const Result<Limits> limits = limitsForHost();
+    const Result<Limits> limits = limitsForHost({.minimum = true});
     return limits ? Result(limits->minimum) : limits.status();
 }
 
 Result<std::int64_t> IntegerNode::maximum()
 {
-    const Result<Limits> limits = limitsForHost();
+    const Result<Limits> limits = limitsForHost({.maximum = true});
     return limits ? Result(limits->maximum) : limits.status();
 }
 
 Result<std::int64_t> IntegerNode::increment()
 {
-    const Result<Limits> limits = limitsForHost();
+    const Result<Limits> limits = limitsForHost({.increment = true});
     return limits ? Result(limits->increment) : limits.status();
 }
 
@@ -85,7 +85,7 @@ Status IntegerNode::writeNumber(Evaluation& evaluation, const Number& value)
     if (!integer) {
         return Status::OutOfRange;
     }
-    const Result<NumberRange> range = this->range(evaluation);
+    const Result<NumberRange> range = this->range(evaluation, kAllLimits);
     if (!range) {
         return range.status();
     }

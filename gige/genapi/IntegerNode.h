@@ -35,7 +35,8 @@ class IntegerNode : public NumberNode
     };
 
     static Limits limits(const NumberRange& range);
-    Result<Limits> limitsForHost();
+    /// Counts for the wanted limits only.
+    Result<Limits> limitsForHost(const LimitChoice& wanted);
 };
 
 } // namespace gige::genapi

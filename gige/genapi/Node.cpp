@@ -105,11 +105,11 @@ Status Node::write(Evaluation& evaluation, const Number& value)
     return writeNumber(evaluation, value);
 }
 
-Result<NumberRange> Node::range(Evaluation& evaluation)
+Result<NumberRange> Node::range(Evaluation& evaluation, const LimitChoice& wanted)
 {
     const Evaluation::Visit visit(evaluation);
     const Status status = usable(visit);
-    return status == Status::Ok ? numberRange(evaluation) : status;
+    return status == Status::Ok ? numberRange(evaluation, wanted) : status;
 }
 
 Status Node::writeFromHost(const Number& value)
@@ -135,7 +135,7 @@ Status Node::writeNumber(Evaluation& /*evaluation*/, const Number& /*value*/)
     return Status::WrongKind;
 }
 
-Result<NumberRange> Node::numberRange(Evaluation& /*evaluation*/)
+Result<NumberRange> Node::numberRange(Evaluation& /*evaluation*/, const LimitChoice& /*wanted*/)
 {
     return Status::WrongKind;
 }

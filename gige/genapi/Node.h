@@ -20,6 +20,17 @@ struct NumberRange {
     std::optional<Number> increment;
 };
 
+/// Which limits somebody asks for. Each may cost a round trip to the device, and may fail.
+struct LimitChoice {
+    bool minimum = false;
+    bool maximum = false;
+    bool increment = false;
+
+    bool any() const { return minimum || maximum || increment; }
+};
+
+inline constexpr LimitChoice kAllLimits{.minimum = true, .maximum = true, .increment = true};
+
 /**
  * A node of the feature tree. Nodes belong to their NodeMap and live as long as it does. Functions
  * without an Evaluation are for users of the tree; they may be called from any thread. Those with
@@ -60,7 +71,8 @@ class Node
     Status writeChecked(Evaluation& evaluation, const Number& value);
     Result<Number> read(Evaluation& evaluation);
     Status write(Evaluation& evaluation, const Number& value);
-    Result<NumberRange> range(Evaluation& evaluation);
+    /// Reads what the wanted limits need, and nothing else. The others may be missing or not.
+    Result<NumberRange> range(Evaluation& evaluation, const LimitChoice& wanted);
     /// Null for nodes whose value is not in a register of their own.
     Register* registers() const { return mRegister.get(); }
 
@@ -68,7 +80,7 @@ class Node
     virtual Result<AccessMode> baseAccess(Evaluation& evaluation);
     virtual Result<Number> readNumber(Evaluation& evaluation);
     virtual Status writeNumber(Evaluation& evaluation, const Number& value);
-    virtual Result<NumberRange> numberRange(Evaluation& evaluation);
+    virtual Result<NumberRange> numberRange(Evaluation& evaluation, const LimitChoice& wanted);
 
     NodeMapState& state() const { return mState; }
     Status checkReadable(Evaluation& evaluation);

@@ -2,6 +2,7 @@
 
 #include "GenApiLimits.h"
 
+#include <tuple>
 #include <utility>
 
 namespace gige::genapi
@@ -60,23 +61,23 @@ Result<Number> NumberNode::readNumber(Evaluation& evaluation)
     return mSource->read(evaluation);
 }
 
-Result<NumberRange> NumberNode::numberRange(Evaluation& evaluation)
+Result<NumberRange> NumberNode::numberRange(Evaluation& evaluation, const LimitChoice& wanted)
 {
-    NumberRange range;
-    if (!mLimits.minimum || !mLimits.maximum || !mLimits.increment) {
-        const Result<NumberRange> inherited = mSource->range(evaluation);
-        if (!inherited) {
-            return inherited.status();
-        }
-        range = *inherited;
+    const LimitChoice inherited{.minimum = wanted.minimum && !mLimits.minimum,
+                                .maximum = wanted.maximum && !mLimits.maximum,
+                                .increment = wanted.increment && !mLimits.increment};
+    Result<NumberRange> range =
+        inherited.any() ? mSource->range(evaluation, inherited) : NumberRange{};
+    if (!range) {
+        return range;
     }
-    const std::pair<const std::optional<Operand>&, std::optional<Number>&> own[] = {
-        {mLimits.minimum, range.minimum},
-        {mLimits.maximum, range.maximum},
-        {mLimits.increment, range.increment},
+    const std::tuple<bool, const std::optional<Operand>&, std::optional<Number>&> own[] = {
+        {wanted.minimum, mLimits.minimum, range->minimum},
+        {wanted.maximum, mLimits.maximum, range->maximum},
+        {wanted.increment, mLimits.increment, range->increment},
     };
-    for (const auto& [limit, value] : own) {
-        if (limit) {
+    for (const auto& [isWanted, limit, value] : own) {
+        if (isWanted && limit) {
             const Result<Number> given = limit->read(evaluation);
             if (!given) {
                 return given.status();
@@ -93,10 +94,10 @@ Result<Number> NumberNode::valueFor(ReadFrom readFrom)
     return readChecked(evaluation);
 }
 
-Result<NumberRange> NumberNode::rangeForHost()
+Result<NumberRange> NumberNode::rangeForHost(const LimitChoice& wanted)
 {
     Evaluation evaluation(state());
-    return range(evaluation);
+    return range(evaluation, wanted);
 }
 
 } // namespace gige::genapi

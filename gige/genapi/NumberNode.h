@@ -58,11 +58,11 @@ class NumberNode : public Node
   protected:
     Result<AccessMode> baseAccess(Evaluation& evaluation) override;
     Result<Number> readNumber(Evaluation& evaluation) override;
-    Result<NumberRange> numberRange(Evaluation& evaluation) override;
+    Result<NumberRange> numberRange(Evaluation& evaluation, const LimitChoice& wanted) override;
 
     NumberSource& source() { return *mSource; }
     Result<Number> valueFor(ReadFrom readFrom);
-    Result<NumberRange> rangeForHost();
+    Result<NumberRange> rangeForHost(const LimitChoice& wanted);
 
   private:
     template <typename T>

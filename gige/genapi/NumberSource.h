@@ -18,8 +18,8 @@ class NumberSource
     virtual Result<AccessMode> access(Evaluation& evaluation) = 0;
     virtual Result<Number> read(Evaluation& evaluation) = 0;
     virtual Status write(Evaluation& evaluation, const Number& value) = 0;
-    /// Limits that come with the source.
-    virtual Result<NumberRange> range(Evaluation& evaluation) = 0;
+    /// Limits that come with the source; see Node::range.
+    virtual Result<NumberRange> range(Evaluation& evaluation, const LimitChoice& wanted) = 0;
     /// The node that the number is taken over from unchanged; null for every other source.
     virtual const Node* target() const { return nullptr; }
 };

@@ -121,7 +121,7 @@ Result<std::uint64_t> IntegerRegister::contentToPatch(Evaluation& evaluation,
     return content ? Result(assemble(*content, order(evaluation, place))) : content.status();
 }
 
-Result<NumberRange> IntegerRegister::range(Evaluation& evaluation)
+Result<NumberRange> IntegerRegister::range(Evaluation& evaluation, const LimitChoice& /*wanted*/)
 {
     const Result<Register::Place> place = mRegister->place(evaluation);
     const Result<Bits> bits = place ? this->bits(*place) : place.status();
@@ -184,7 +184,7 @@ Status FloatRegister::write(Evaluation& evaluation, const Number& value)
     return mRegister->write(evaluation, *place, content);
 }
 
-Result<NumberRange> FloatRegister::range(Evaluation& evaluation)
+Result<NumberRange> FloatRegister::range(Evaluation& evaluation, const LimitChoice& /*wanted*/)
 {
     const Result<Register::Place> place = this->place(evaluation);
     if (!place) {

@@ -33,7 +33,7 @@ class IntegerRegister : public NumberSource
     Result<AccessMode> access(Evaluation& evaluation) override;
     Result<Number> read(Evaluation& evaluation) override;
     Status write(Evaluation& evaluation, const Number& value) override;
-    Result<NumberRange> range(Evaluation& evaluation) override;
+    Result<NumberRange> range(Evaluation& evaluation, const LimitChoice& wanted) override;
 
   private:
     struct Bits;
@@ -55,7 +55,7 @@ class FloatRegister : public NumberSource
     Result<AccessMode> access(Evaluation& evaluation) override;
     Result<Number> read(Evaluation& evaluation) override;
     Status write(Evaluation& evaluation, const Number& value) override;
-    Result<NumberRange> range(Evaluation& evaluation) override;
+    Result<NumberRange> range(Evaluation& evaluation, const LimitChoice& wanted) override;
 
   private:
     Result<Register::Place> place(Evaluation& evaluation) const;

@@ -21,7 +21,7 @@ Status ConstantSource::write(Evaluation& /*evaluation*/, const Number& value)
     return Status::Ok;
 }
 
-Result<NumberRange> ConstantSource::range(Evaluation& /*evaluation*/)
+Result<NumberRange> ConstantSource::range(Evaluation& /*evaluation*/, const LimitChoice& /*wanted*/)
 {
     return NumberRange{};
 }
@@ -50,9 +50,9 @@ Status ReferenceSource::write(Evaluation& evaluation, const Number& value)
     return status;
 }
 
-Result<NumberRange> ReferenceSource::range(Evaluation& evaluation)
+Result<NumberRange> ReferenceSource::range(Evaluation& evaluation, const LimitChoice& wanted)
 {
-    return mTarget.range(evaluation);
+    return mTarget.range(evaluation, wanted);
 }
 
 IndexedSource::IndexedSource(Node& index, Elements elements,
@@ -91,10 +91,10 @@ Status IndexedSource::write(Evaluation& evaluation, const Number& value)
     return source ? (*source)->write(evaluation, value) : source.status();
 }
 
-Result<NumberRange> IndexedSource::range(Evaluation& evaluation)
+Result<NumberRange> IndexedSource::range(Evaluation& evaluation, const LimitChoice& wanted)
 {
     const Result<NumberSource*> source = selected(evaluation);
-    return source ? (*source)->range(evaluation) : source.status();
+    return source ? (*source)->range(evaluation, wanted) : source.status();
 }
 
 } // namespace gige::genapi

@@ -20,7 +20,7 @@ class ConstantSource : public NumberSource
     Result<AccessMode> access(Evaluation& evaluation) override;
     Result<Number> read(Evaluation& evaluation) override;
     Status write(Evaluation& evaluation, const Number& value) override;
-    Result<NumberRange> range(Evaluation& evaluation) override;
+    Result<NumberRange> range(Evaluation& evaluation, const LimitChoice& wanted) override;
 
   private:
     Number mValue;
@@ -35,7 +35,7 @@ class ReferenceSource : public NumberSource
     Result<AccessMode> access(Evaluation& evaluation) override;
     Result<Number> read(Evaluation& evaluation) override;
     Status write(Evaluation& evaluation, const Number& value) override;
-    Result<NumberRange> range(Evaluation& evaluation) override;
+    Result<NumberRange> range(Evaluation& evaluation, const LimitChoice& wanted) override;
     const Node* target() const override { return &mTarget; }
 
   private:
@@ -55,7 +55,7 @@ class IndexedSource : public NumberSource
     Result<AccessMode> access(Evaluation& evaluation) override;
     Result<Number> read(Evaluation& evaluation) override;
     Status write(Evaluation& evaluation, const Number& value) override;
-    Result<NumberRange> range(Evaluation& evaluation) override;
+    Result<NumberRange> range(Evaluation& evaluation, const LimitChoice& wanted) override;
 
   private:
     Result<NumberSource*> selected(Evaluation& evaluation);

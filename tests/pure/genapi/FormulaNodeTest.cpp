@@ -184,6 +184,36 @@ TEST(Converter, IgnoresALimitThatHasNoCounterpart)
     EXPECT_EQ(tree.real("Rate").setValue(0), Status::ArithmeticError);
 }
 
+constexpr const char* kTicksWithLimitsInRegisters = R"(
+<Integer Name="Ticks"><Value>10</Value><pMin>MinReg</pMin><pMax>MaxReg</pMax></Integer>
+<IntReg Name="MinReg"><Address>0x100</Address><Length>4</Length><pPort>Device</pPort><Cachable>NoCache</Cachable></IntReg>
+<IntReg Name="MaxReg"><Address>0x104</Address><Length>4</Length><pPort>Device</pPort><Cachable>NoCache</Cachable></IntReg>
+<Converter Name="Time"><FormulaTo>FROM * 2</FormulaTo><FormulaFrom>TO / 2</FormulaFrom><pValue>Ticks</pValue><Slope>Increasing</Slope></Converter>
+<Converter Name="Rate"><FormulaTo>80 / FROM</FormulaTo><FormulaFrom>80 / TO</FormulaFrom><pValue>Ticks</pValue><Slope>Decreasing</Slope></Converter>
+<Converter Name="Untold"><FormulaTo>80 / FROM</FormulaTo><FormulaFrom>80 / TO</FormulaFrom><pValue>Ticks</pValue></Converter>)";
+
+TEST(Converter, ReadsTheOneLimitOfItsTargetThatIsWanted)
+{
+    TestTree tree(kTicksWithLimitsInRegisters, "0200000028000000"); // 2 and 40
+    EXPECT_EQ(*tree.real("Time").minimum(), 1.0);
+    EXPECT_EQ(tree.port.takeAccesses(), (Accesses{"R 100+4"}));
+    EXPECT_EQ(*tree.real("Time").maximum(), 20.0);
+    EXPECT_EQ(tree.port.takeAccesses(), (Accesses{"R 104+4"}));
+    EXPECT_EQ(*tree.real("Rate").minimum(), 2.0);
+    EXPECT_EQ(tree.port.takeAccesses(), (Accesses{"R 104+4"}));
+    EXPECT_EQ(*tree.real("Rate").maximum(), 40.0);
+    EXPECT_EQ(tree.port.takeAccesses(), (Accesses{"R 100+4"}));
+    EXPECT_EQ(*tree.real("Rate").increment(), std::nullopt);
+    EXPECT_EQ(tree.port.takeAccesses(), (Accesses{}));
+}
+
+TEST(Converter, NeedsBothLimitsOfItsTargetWhereItsSlopeIsNotTold)
+{
+    TestTree tree(kTicksWithLimitsInRegisters, "0200000028000000");
+    EXPECT_EQ(*tree.real("Untold").minimum(), 2.0);
+    EXPECT_EQ(tree.port.takeAccesses(), (Accesses{"R 100+4", "R 104+4"}));
+}
+
 TEST(Converter, HasTheAccessOfItsTarget)
 {
     TestTree tree(R"(<IntReg Name="Reg"><Address>0x100</Address><Length>4</Length></IntReg>

@@ -4,6 +4,7 @@
 #include "MemoryPort.h"
 
 #include <gtest/gtest.h>
+#include <tuple>
 
 namespace
 {
@@ -91,6 +92,32 @@ TEST_F(GenParameters, ReadAndWriteIntegersWithinTheirLimits)
     EXPECT_EQ(mPort.hex(0x8000, 4), "00000320");
     EXPECT_EQ(width.SetValue(1032), PvResult(PvResult::Code::OutOfRange));
     EXPECT_EQ(width.SetValue(801), PvResult(PvResult::Code::OutOfRange));
+}
+
+constexpr const char* kRangeInRegisters = R"(<RegisterDescription
+  SchemaMajorVersion="1" SchemaMinorVersion="1"><Port Name="Device"/>
+<Integer Name="N"><pValue>Value</pValue><pMin>Min</pMin><pMax>Max</pMax></Integer>
+<IntReg Name="Value"><Address>0x100</Address><Length>4</Length><pPort>Device</pPort>
+  <Cachable>NoCache</Cachable></IntReg>
+<IntReg Name="Min"><Address>0x104</Address><Length>4</Length><pPort>Device</pPort>
+  <Cachable>NoCache</Cachable></IntReg>
+<IntReg Name="Max"><Address>0x108</Address><Length>4</Length><pPort>Device</pPort>
+  <Cachable>NoCache</Cachable></IntReg></RegisterDescription>)";
+
+TEST(GenParameterReads, OfARangeAreThree)
+{
+    MemoryPort port(0x100, "0A0000000200000028000000");
+    const std::unique_ptr<NodeMap> map = *NodeMap::load(kRangeInRegisters, port);
+    GenParameterArray array(*map, [] { return true; });
+    auto& number = dynamic_cast<PvGenInteger&>(*array.Get("N"));
+    std::int64_t minimum = 0;
+    std::int64_t maximum = 0;
+    std::int64_t value = 0;
+    EXPECT_TRUE(number.GetMin(minimum).IsOK());
+    EXPECT_TRUE(number.GetMax(maximum).IsOK());
+    EXPECT_TRUE(number.GetValue(value).IsOK());
+    EXPECT_EQ(std::tuple(minimum, maximum, value), std::tuple(2, 40, 10));
+    EXPECT_EQ(port.takeAccesses(), (std::vector<std::string>{"R 104+4", "R 108+4", "R 100+4"}));
 }
 
 TEST_F(GenParameters, ReadAndWriteEnumerationsByName)
