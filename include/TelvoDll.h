@@ -131,7 +131,9 @@ TELVO_API int32_t expInitializeGrabber(const TelvoConnectionSettings* settings,
  * Ends what the camera is doing for this host (waiting at most 5 s for each worker thread), writes
  * a name given with expSetUserDefinedName to the camera, gives up control and forgets the id. After
  * a lost link the camera itself is left alone. Every pointer that this id has returned becomes
- * invalid.
+ * invalid. May be called on any thread, in the changed callback too. No changed callback of this
+ * connection begins afterwards; one that is running is waited for half a second at most, and may
+ * go on after that.
  * @param cameraId  the camera
  * @return 0; -1: unknown id
  */
@@ -142,8 +144,12 @@ TELVO_API int32_t expDisconnectGrabber(int32_t cameraId) TELVO_NOEXCEPT;
  * @param callback  may be null: none
  * @param cameraId  the camera
  * @return 0; -1: unknown id
- * The callback runs once per connection, on a thread of the library. It must not call
- * expDisconnectGrabber.
+ * The callback runs at most once per connection, on a thread of the library that holds no lock. It
+ * may call any function, expDisconnectGrabber for its own camera too, and may wait as long as it
+ * wants, even for another thread that disconnects the camera: no disconnect waits for its end. It
+ * must return, not throw. What it uses has to exist until it has returned. A library that is to be
+ * unloaded stays in memory until the process ends if a disconnect has left a callback behind,
+ * because the callback has to return into it.
  */
 TELVO_API int32_t expSetChangedCallback(TelvoChangedCallback callback,
                                         int32_t cameraId) TELVO_NOEXCEPT;

@@ -38,7 +38,7 @@ class DeviceConnection
      * @param settings  borrowed for the connection's life
      * @param linkLost  called once when the device stays silent for the heartbeat timeout or gives
      *                  control to another host; on a thread of this connection, never by
-     *                  disconnect()
+     *                  disconnect(); it may outlive the connection, throws nothing
      * @return refused with AccessDenied: another host holds the device; Timeout; NetworkError
      */
     static ControlValue<std::unique_ptr<DeviceConnection>> open(const DeviceAddress& address,
@@ -51,8 +51,8 @@ class DeviceConnection
     DeviceConnection& operator=(const DeviceConnection&) = delete;
 
     /// Ends waiting commands at once, gives the control privilege back (CCP = 0) and ends the
-    /// heartbeat. Waits for a running `linkLost`, except when called by it. Takes a second at most
-    /// when the device has gone silent.
+    /// heartbeat. Waits half a second at most for a running `linkLost`, and not at all when called
+    /// by it. Takes a second at most when the device has gone silent.
     void disconnect();
     [[nodiscard]] bool isConnected() const { return !mChannel->isClosed(); }
 

@@ -1,6 +1,7 @@
 #include "Heartbeat.h"
 
 #include "BootstrapRegisters.h"
+#include "LoadedModule.h"
 
 #include <algorithm>
 #include <utility>
@@ -16,6 +17,9 @@ constexpr std::uint32_t kOwningBits = wire::kPrivilegeExclusive | wire::kPrivile
 /// Pause after an unanswered heartbeat: each has already waited for its answer.
 constexpr std::chrono::milliseconds kUnansweredPause{50};
 constexpr std::chrono::milliseconds kShortestInterval{10};
+/// Wait for a running `lost`: as good as any that ends, but a host's may wait for the one who
+/// stops.
+constexpr std::chrono::milliseconds kTellingLimit{500};
 /// Heartbeats per timeout of the device, at least: two may be lost.
 constexpr int kBeatsPerTimeout = 3;
 
@@ -28,26 +32,44 @@ Heartbeat::Heartbeat(ControlChannel& channel, DeviceRegisters& registers,
       mRegisters(registers),
       mSettings(settings),
       mDuty(duty),
-      mThread([this, lost = std::move(lost)] { run(lost); })
+      mThread([this, lost = std::move(lost), end = std::move(mEnd)]() mutable {
+          run(lost);
+          end.set_value();
+      })
 {
 }
 
 Heartbeat::~Heartbeat()
 {
     stop();
-    if (mThread.joinable()) { // destroyed by `lost`: run() touches nothing after that
-        mThread.detach();
-    }
+    leaveThread();
 }
 
 bool Heartbeat::stop()
 {
-    mStopped = true;
-    const bool closedNow = mChannel.close();
-    if (mThreadId.load() != std::this_thread::get_id() && mThread.joinable()) {
+    bool closedNow = false;
+    bool isTelling = false;
+    {
+        const std::lock_guard lock(mLock);
+        mStopped = true;
+        closedNow = mChannel.close();
+        isTelling = mIsTelling;
+    }
+    const bool isOwnThread = mThreadId.load() == std::this_thread::get_id();
+    const bool ends =
+        !isOwnThread && (!isTelling || mEnded.wait_for(kTellingLimit) == std::future_status::ready);
+    if (ends && mThread.joinable()) {
         mThread.join();
     }
     return closedNow;
+}
+
+void Heartbeat::leaveThread()
+{
+    if (mThread.joinable()) { // within `lost`, where run() touches nothing of this object
+        net::keepLoaded();
+        mThread.detach();
+    }
 }
 
 void Heartbeat::run(const std::function<void()>& lost)
@@ -57,10 +79,19 @@ void Heartbeat::run(const std::function<void()>& lost)
     while (last != Beat::LinkLost && mChannel.sleep(pauseAfter(last))) {
         last = beat();
     }
-    if (!mStopped) {
-        mChannel.close();
+    if (giveUp()) {
         lost(); // may destroy this object
     }
+}
+
+bool Heartbeat::giveUp()
+{
+    const std::lock_guard lock(mLock);
+    if (!mStopped) {
+        mIsTelling = true;
+        mChannel.close();
+    }
+    return mIsTelling;
 }
 
 Heartbeat::Beat Heartbeat::beat()

@@ -9,6 +9,8 @@
 #include <chrono>
 #include <cstdint>
 #include <functional>
+#include <future>
+#include <mutex>
 #include <optional>
 #include <thread>
 #include <vector>
@@ -41,22 +43,27 @@ struct HeartbeatDuty {
  * and notices when the device is gone or another host has taken control. It then closes the channel
  * and calls `lost`, once, on its own thread. A channel that closes for another reason is a lost
  * link too.
- * Threads: one of its own; the public operations any. mStopped and mThreadId are atomic, mDuty
- * belongs to the thread.
+ * Threads: one of its own; the public operations any. mLock guards mStopped and mIsTelling,
+ * mThreadId is atomic, mDuty belongs to the thread. Nothing of this object is used once `lost` is
+ * called.
  */
 class Heartbeat
 {
   public:
-    /// All references are borrowed for the object's life; `lost` only until stop() returns.
+    /// All references are borrowed for the object's life.
+    /// @param lost  kept, with what it holds, until it has returned, which may be after this
+    ///              object's end; throws nothing
     Heartbeat(ControlChannel& channel, DeviceRegisters& registers, const LinkSettings& settings,
               const HeartbeatDuty& duty, std::function<void()> lost);
-    /// Stops. Allowed within `lost`.
+    /// Stops. Allowed within `lost`. The program that contains this code stays loaded from now on
+    /// if `lost` is still running.
     ~Heartbeat();
     Heartbeat(const Heartbeat&) = delete;
     Heartbeat& operator=(const Heartbeat&) = delete;
 
-    /// Closes the channel. No heartbeat and no call of `lost` after this; waits for a running call,
-    /// except on its own thread.
+    /// Closes the channel. No heartbeat after this, and no call of `lost` begins; waits for a
+    /// running one half a second at most, since nobody knows what it waits for, and not on its own
+    /// thread.
     /// @return false: the channel was closed already
     bool stop();
 
@@ -64,6 +71,10 @@ class Heartbeat
     enum class Beat : std::uint8_t { Answered, Unanswered, LinkLost };
 
     void run(const std::function<void()>& lost);
+    /// @return whether `lost` shall be called
+    bool giveUp();
+    /// Ends the thread, or lets it finish `lost` alone.
+    void leaveThread();
     Beat beat();
     [[nodiscard]] std::vector<std::uint32_t> watchedRegisters() const;
     /// @param values  of the watched registers
@@ -74,9 +85,13 @@ class Heartbeat
     DeviceRegisters& mRegisters;
     const LinkSettings& mSettings;
     HeartbeatDuty mDuty;
-    std::atomic<bool> mStopped{false};
+    std::mutex mLock;
+    bool mStopped = false;
+    bool mIsTelling = false;
     std::atomic<std::thread::id> mThreadId{}; // none until the thread runs
-    std::thread mThread;                      // last: it uses all others
+    std::promise<void> mEnd;
+    std::future<void> mEnded{mEnd.get_future()}; // the thread has come to its end
+    std::thread mThread;                         // last: it uses all others
 };
 
 } // namespace gige::control

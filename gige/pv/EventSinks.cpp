@@ -1,39 +1,58 @@
 #include "EventSinks.h"
 
 #include <algorithm>
+#include <utility>
 
-PvResult EventSinks::add(PvDeviceEventSink* sink)
+namespace
+{
+
+bool contains(const std::vector<std::shared_ptr<PvDeviceEventSink>>& sinks,
+              const PvDeviceEventSink* sink)
+{
+    return std::ranges::any_of(sinks, [sink](const auto& entry) { return entry.get() == sink; });
+}
+
+} // namespace
+
+PvResult EventSinks::add(std::shared_ptr<PvDeviceEventSink> sink)
 {
     if (sink == nullptr) {
         return PvResult::Code::InvalidParameter;
     }
     const std::lock_guard lock(mLock);
-    if (contains(sink)) {
+    if (contains(*mSinks, sink.get())) {
         return PvResult::Code::StateError;
     }
-    mSinks.push_back(sink);
+    List longer = *mSinks;
+    longer.push_back(std::move(sink));
+    mSinks = std::make_shared<const List>(std::move(longer));
     return PvResult::Code::Ok;
 }
 
-PvResult EventSinks::remove(PvDeviceEventSink* sink)
+PvResult EventSinks::remove(const PvDeviceEventSink* sink)
 {
     const std::lock_guard lock(mLock);
-    return std::erase(mSinks, sink) == 0 ? PvResult::Code::NotFound : PvResult::Code::Ok;
+    List shorter = *mSinks;
+    if (std::erase_if(shorter, [sink](const auto& entry) { return entry.get() == sink; }) == 0) {
+        return PvResult::Code::NotFound;
+    }
+    mSinks = std::make_shared<const List>(std::move(shorter));
+    return PvResult::Code::Ok;
 }
 
-void EventSinks::notifyLinkDisconnected(PvDevice* device)
+void EventSinks::notifyLinkDisconnected(PvDevice* device) const noexcept
 {
-    const std::lock_guard lock(mLock);
-    const std::vector<PvDeviceEventSink*> sinks = mSinks;
-    for (PvDeviceEventSink* sink : sinks) {
+    const auto sinks = list();
+    for (const auto& sink : *sinks) {
         // A sink told earlier may have removed this one.
-        if (contains(sink)) {
+        if (contains(*list(), sink.get())) {
             sink->OnLinkDisconnected(device);
         }
     }
 }
 
-bool EventSinks::contains(const PvDeviceEventSink* sink) const
+std::shared_ptr<const EventSinks::List> EventSinks::list() const
 {
-    return std::find(mSinks.begin(), mSinks.end(), sink) != mSinks.end();
+    const std::lock_guard lock(mLock);
+    return mSinks;
 }

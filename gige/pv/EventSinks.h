@@ -4,28 +4,32 @@
 #include "PvDeviceEventSink.h"
 #include "PvResult.h"
 
+#include <memory>
 #include <mutex>
 #include <vector>
 
 /**
- * The receivers of one device's notifications.
- * Threads: any. A notification holds the lock, so that remove() waits for it; on the notifying
- * thread itself the lock is entered again.
+ * The receivers of one device's notifications. A notification shares those that it tells, and holds
+ * no lock while it does: a receiver may do and wait for what it wants.
+ * Threads: any; mLock guards the list's pointer, the list itself is never changed.
  */
 class EventSinks
 {
   public:
     /// @return INVALID_PARAMETER for null, STATE_ERROR if it is there already
-    PvResult add(PvDeviceEventSink* sink);
+    PvResult add(std::shared_ptr<PvDeviceEventSink> sink);
     /// @return NOT_FOUND
-    PvResult remove(PvDeviceEventSink* sink);
-    void notifyLinkDisconnected(PvDevice* device);
+    PvResult remove(const PvDeviceEventSink* sink);
+    /// @param device  handed on; may be gone when a receiver has destroyed it
+    void notifyLinkDisconnected(PvDevice* device) const noexcept;
 
   private:
-    bool contains(const PvDeviceEventSink* sink) const;
+    using List = std::vector<std::shared_ptr<PvDeviceEventSink>>;
 
-    std::recursive_mutex mLock;
-    std::vector<PvDeviceEventSink*> mSinks;
+    std::shared_ptr<const List> list() const;
+
+    mutable std::mutex mLock;
+    std::shared_ptr<const List> mSinks = std::make_shared<const List>();
 };
 
 #endif

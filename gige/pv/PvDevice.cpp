@@ -135,12 +135,12 @@ PvResult PvDevice::ResetStreamDestination(std::uint32_t channel)
                    : PvResult(PvResult::Code::NotConnected);
 }
 
-PvResult PvDevice::RegisterEventSink(PvDeviceEventSink* sink)
+PvResult PvDevice::RegisterEventSink(std::shared_ptr<PvDeviceEventSink> sink)
 {
-    return mImpl->sinks().add(sink);
+    return mImpl->sinks().add(std::move(sink));
 }
 
-PvResult PvDevice::UnregisterEventSink(PvDeviceEventSink* sink)
+PvResult PvDevice::UnregisterEventSink(const PvDeviceEventSink* sink)
 {
     return mImpl->sinks().remove(sink);
 }

@@ -30,7 +30,7 @@ class PvDevice::Impl
 
   private:
     PvDevice& mOwner;
-    // Shared with a running notification, whose receiver may destroy the device.
+    // Shared with a running notification, which may outlive the device.
     std::shared_ptr<EventSinks> mSinks = std::make_shared<EventSinks>();
     LinkParameters mLink;
     HostParameters mNoFeatures;

@@ -51,10 +51,11 @@ class PvDevice
                                   std::uint32_t channel);
     PvResult ResetStreamDestination(std::uint32_t channel);
 
-    /// The sink is borrowed until it is unregistered. Unregistering waits for a running
-    /// notification, except on the notifying thread itself.
-    PvResult RegisterEventSink(PvDeviceEventSink* sink);
-    PvResult UnregisterEventSink(PvDeviceEventSink* sink);
+    /// The device shares the sink until it is unregistered, and a running notification does: nobody
+    /// waits for a notification, which may last as long as the host's own code wants. So it may
+    /// still run when the sink is unregistered and when the device is destroyed.
+    PvResult RegisterEventSink(std::shared_ptr<PvDeviceEventSink> sink);
+    PvResult UnregisterEventSink(const PvDeviceEventSink* sink);
 
     /// The camera's features. The array lives until the device is destroyed or connected again;
     /// without a connection it is empty, and after a disconnect its objects answer NOT_CONNECTED.

@@ -3,9 +3,14 @@
 #include "CQuorAcquisitionThread.h"
 #include "CQuorReadoutThread.h"
 #include "FrameExchange.h"
+#include "LinkLossSink.h"
 #include "LogText.h"
 
-CQuorGrabber::CQuorGrabber() : mFrames(std::make_unique<FrameExchange>()) {}
+CQuorGrabber::CQuorGrabber()
+    : mFrames(std::make_unique<FrameExchange>()),
+      mLinkLossSink(std::make_shared<LinkLossSink>(*this))
+{
+}
 
 CQuorGrabber::~CQuorGrabber()
 {
@@ -19,6 +24,7 @@ CQuorGrabber::~CQuorGrabber()
     if (!mIsConnectionLost) {
         releaseDevice();
     }
+    mLinkLossSink->leave();
     mOverdueThreads.clear(); // what they waited for has failed by now; they use the frames
     mFrames.reset();         // deletes its lock
     logLine("Grabber disconnected!.");
@@ -28,7 +34,7 @@ void CQuorGrabber::releaseDevice()
 {
     if (mDevice.IsConnected()) {
         logLine("Unregister event sink.");
-        (void)mDevice.UnregisterEventSink(this);
+        (void)mDevice.UnregisterEventSink(mLinkLossSink.get());
     }
     (void)mDevice.ResetStreamDestination(kStreamChannel);
     if (!mDevice.IsConnected()) {

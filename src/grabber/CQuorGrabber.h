@@ -15,7 +15,6 @@
 
 #include "PvBuffer.h"
 #include "PvDevice.h"
-#include "PvDeviceEventSink.h"
 #include "PvSerialPortIPEngine.h"
 #include "PvStream.h"
 
@@ -28,6 +27,7 @@
 class CQuorAcquisitionThread;
 class CQuorReadoutThread;
 class FrameExchange;
+class LinkLossSink;
 class Thread;
 
 /**
@@ -35,20 +35,22 @@ class Thread;
  * per thing that a host can ask of it. Each subject has its own source, named above its operations.
  *
  * Threads: the host's thread calls the operations, one at a time. The stack's thread calls
- * OnLinkDisconnected. The worker threads call the operations of the last public section. What they
+ * noteLinkLost. The worker threads call the operations of the last public section. What they
  * share is atomic (connection-lost flag, mode, geometry, transfer settings, changed callback) or
  * guards itself (mFrames, mReadoutThread).
  *
  * Unless said otherwise operations return kSuccess or kFailure; out parameters are never null and
  * keep their value on failure.
  */
-class CQuorGrabber : public PvDeviceEventSink
+class CQuorGrabber
 {
   public:
     CQuorGrabber();
     /// Disconnects: ends the worker threads, closes the stream, writes a changed user-defined name
     /// to the camera and gives the device up, unless the link was lost before.
-    ~CQuorGrabber() override;
+    ~CQuorGrabber();
+    CQuorGrabber(const CQuorGrabber&) = delete;
+    CQuorGrabber& operator=(const CQuorGrabber&) = delete;
 
     // grabber/Connection.cpp
     /// @return kFailure, 0 connected, 1 connected and the camera is copying to its flash card
@@ -62,11 +64,8 @@ class CQuorGrabber : public PvDeviceEventSink
     }
 
     // grabber/LinkLost.cpp: the stack's thread
-    void OnNotification1(PvDevice* device) override;
-    void OnNotification2(PvDevice* device) override;
-    void OnNotification3(PvDevice* device) override;
-    void OnLinkDisconnected(PvDevice* device) override;
-    void OnNotification5(PvDevice* device) override;
+    /// @return what the host has to be told with; null: nothing, or it was told before
+    TelvoChangedCallback noteLinkLost();
 
     // grabber/Initialization.cpp
     /// @return kFailure link lost, -2 the camera's user set had to be prepared, 0, 1 attached to a
@@ -360,8 +359,7 @@ class CQuorGrabber : public PvDeviceEventSink
 
     std::int32_t openSerialPort();
 
-    // Members die in reverse order: serial line, stream and device first, and what the link-lost
-    // handler uses only after the device, which waits for a running notification.
+    // Members die in reverse order: serial line, stream and device first.
     std::atomic<bool> mIsConnectionLost = false;
     std::atomic<TelvoChangedCallback> mChangedCallback = nullptr;
     TelvoDataAvailableCallback mDataAvailableCallback = nullptr; // the library never calls it
@@ -382,6 +380,7 @@ class CQuorGrabber : public PvDeviceEventSink
     PvStream mStream;
     PvSerialPortIPEngine mSerialPort;
     CameraFeatures mFeatures{mDevice};
+    std::shared_ptr<LinkLossSink> mLinkLossSink; // never null
     // Workers that did not end in time. They use this object until they have.
     std::vector<std::shared_ptr<Thread>> mOverdueThreads;
 };

@@ -1,6 +1,7 @@
 // From a MAC and an IP address to a connected camera with an open stream.
 
 #include "CQuorGrabber.h"
+#include "LinkLossSink.h"
 #include "LogText.h"
 #include "PvWnd.h"
 #include "Timing.h"
@@ -49,7 +50,7 @@ std::int32_t CQuorGrabber::connect(const char* macAddress, const char* ipAddress
         return kFailure;
     }
     mIsConnectionLost = false;
-    (void)mDevice.RegisterEventSink(this);
+    (void)mDevice.RegisterEventSink(mLinkLossSink);
     (void)openSerialPort(); // a camera without one is asked for frames through its features
     executeAckEnable();
     mIdentity.ipAddress = ip.GetAscii();

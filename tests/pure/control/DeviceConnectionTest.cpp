@@ -3,6 +3,7 @@
 #include "ControlFixture.h"
 
 #include <atomic>
+#include <future>
 #include <gtest/gtest.h>
 #include <thread>
 
@@ -415,6 +416,44 @@ TEST_F(DeviceConnectionTest, TheLossMayDisconnect)
 TEST_F(DeviceConnectionTest, TheLossMayEndTheObject)
 {
     loseTo(mDevice, mSettings, [](auto& device) { device.reset(); });
+}
+
+TEST_F(DeviceConnectionTest, ALossThatNeverReturnsKeepsNobodyFromEndingTheObject)
+{
+    std::promise<void> told;
+    std::promise<void> mayReturn;
+    std::promise<void> returned;
+    auto device = DeviceConnection::open({.ip = {0x7F00021F}, .interface = loopback()},
+                                         AccessType::Control, mSettings, [&] {
+                                             told.set_value();
+                                             mayReturn.get_future().wait();
+                                             returned.set_value();
+                                         });
+    ASSERT_TRUE(device.ok());
+    mDevice.setRegister(kCcp, 0);
+    told.get_future().wait();
+    const auto start = std::chrono::steady_clock::now();
+    device->reset();
+    EXPECT_LT(elapsed(start), 5000);
+    mayReturn.set_value();
+    returned.get_future().wait();
+}
+
+TEST_F(DeviceConnectionTest, ALossThatReturnsSoonIsWaitedFor)
+{
+    std::promise<void> told;
+    std::atomic<bool> hasReturned{false};
+    auto device = DeviceConnection::open({.ip = {0x7F00021F}, .interface = loopback()},
+                                         AccessType::Control, mSettings, [&] {
+                                             told.set_value();
+                                             std::this_thread::sleep_for(milliseconds(20));
+                                             hasReturned = true;
+                                         });
+    ASSERT_TRUE(device.ok());
+    mDevice.setRegister(kCcp, 0);
+    told.get_future().wait();
+    device->reset();
+    EXPECT_TRUE(hasReturned);
 }
 
 } // namespace

@@ -2,6 +2,8 @@
 #include "GrabberTest.h"
 
 #include <algorithm>
+#include <future>
+#include <thread>
 #include <vector>
 
 namespace
@@ -222,6 +224,50 @@ TEST_F(LinkLossTest, CallsNoCallbackThatWasReplacedByNull)
     ASSERT_EQ(expSetChangedCallback(rememberReason, kCamera), 0);
     ASSERT_EQ(expSetChangedCallback(nullptr, kCamera), 0);
     s.loseLink();
+    EXPECT_TRUE(callbackReasons.empty());
+}
+
+TEST_F(LinkLossTest, ACallbackMayDisconnect)
+{
+    static std::int32_t result;
+    result = -1;
+    ASSERT_EQ(expSetChangedCallback([](std::int32_t) { result = expDisconnectGrabber(kCamera); },
+                                    kCamera),
+              0);
+    s.loseLink();
+    EXPECT_EQ(result, 0);
+    EXPECT_EQ(s.takeCalls(), (Texts{"log Connection to device lost!", "PvStream.Close",
+                                    "log Grabber disconnected!."}));
+}
+
+TEST_F(LinkLossTest, ACallbackMayWaitForADisconnectOfAnotherThread)
+{
+    static std::promise<void> told;
+    static std::promise<void> disconnected;
+    ASSERT_EQ(expSetChangedCallback(
+                  [](std::int32_t) {
+                      told.set_value();
+                      disconnected.get_future().wait();
+                  },
+                  kCamera),
+              0);
+    std::thread losing([this] { s.notifyLinkLost(); });
+    told.get_future().wait();
+    EXPECT_EQ(expDisconnectGrabber(kCamera), 0);
+    disconnected.set_value();
+    losing.join();
+}
+
+TEST_F(LinkLossTest, ThatComesAtTheEndOfADisconnectTellsNobody)
+{
+    s.dropConnection(); // and nobody has been told yet
+    ASSERT_EQ(expSetChangedCallback(rememberReason, kCamera), 0);
+    s.onCall([this](const std::string& call) {
+        if (call == "log Grabber disconnected!.") {
+            s.notifyLinkLost();
+        }
+    });
+    EXPECT_EQ(expDisconnectGrabber(kCamera), 0);
     EXPECT_TRUE(callbackReasons.empty());
 }
 

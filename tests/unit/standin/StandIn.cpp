@@ -277,7 +277,7 @@ void StandIn::notifyLinkLost()
         devices = mDevices;
     }
     for (PvDevice* device : devices) {
-        if (PvDeviceEventSink* sink = device->impl().sink) {
+        if (const auto sink = device->impl().sink.get()) {
             std::thread([=] { sink->OnLinkDisconnected(device); }).join();
         }
     }

@@ -3,6 +3,7 @@
 #include "StandIn.h"
 
 #include <initializer_list>
+#include <utility>
 
 namespace
 {
@@ -97,19 +98,19 @@ PvResult PvDevice::ResetStreamDestination(std::uint32_t channel)
     return StandIn::current().call(mImpl->label + ".ResetStreamDestination", number(channel));
 }
 
-PvResult PvDevice::RegisterEventSink(PvDeviceEventSink* sink)
+PvResult PvDevice::RegisterEventSink(std::shared_ptr<PvDeviceEventSink> sink)
 {
-    mImpl->sink = sink; // the link may be lost while this call lasts
+    mImpl->sink.set(std::move(sink)); // the link may be lost while this call lasts
     const PvResult result = StandIn::current().call(mImpl->label + ".RegisterEventSink");
     if (!result.IsOK()) {
-        mImpl->sink = nullptr;
+        mImpl->sink.set(nullptr);
     }
     return result;
 }
 
-PvResult PvDevice::UnregisterEventSink(PvDeviceEventSink* /*sink*/)
+PvResult PvDevice::UnregisterEventSink(const PvDeviceEventSink* /*sink*/)
 {
-    mImpl->sink = nullptr;
+    mImpl->sink.set(nullptr);
     return StandIn::current().call(mImpl->label + ".UnregisterEventSink");
 }
 

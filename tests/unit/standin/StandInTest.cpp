@@ -121,15 +121,15 @@ TEST(StandIn, TellsRegisteredSinksOfALostLink)
 {
     StandIn s;
     PvDevice device;
-    RecordingSink sink;
+    const auto sink = std::make_shared<RecordingSink>();
     device.Connect("x", PvAccessType::Exclusive);
-    device.RegisterEventSink(&sink);
+    device.RegisterEventSink(sink);
     s.loseLink();
-    EXPECT_EQ(sink.losses, 1);
+    EXPECT_EQ(sink->losses, 1);
     EXPECT_FALSE(device.IsConnected());
-    device.UnregisterEventSink(&sink);
+    device.UnregisterEventSink(sink.get());
     s.loseLink();
-    EXPECT_EQ(sink.losses, 1);
+    EXPECT_EQ(sink->losses, 1);
 }
 
 TEST(StandIn, RunsTheHookAtEveryCall)
