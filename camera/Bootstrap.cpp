@@ -19,9 +19,10 @@ constexpr StreamChannelRegisters kStream{0};
 constexpr std::uint32_t kStreamLength = 0x40;
 constexpr std::uint32_t kNameLength = 16;
 constexpr std::uint32_t kTickFrequency = 1'000'000'000; // Hz: ticks are nanoseconds
-constexpr std::uint32_t kLinkSpeed = 10'000;            // Mbit/s
-constexpr std::uint32_t kShortestHeartbeat = 500;       // ms
-constexpr std::uint32_t kPendingTimeout = 200;          // ms
+constexpr std::uint32_t kLinkSpeed = 10'000;            // Mbit/s, when the cable is not set
+constexpr std::uint64_t kMegabit = 1'000'000;
+constexpr std::uint32_t kShortestHeartbeat = 500; // ms
+constexpr std::uint32_t kPendingTimeout = 200;    // ms
 constexpr std::uint32_t kCapabilities =
     kCapabilityConcatenation | kCapabilityWriteMemory | kCapabilityPacketResend |
     kCapabilityPendingAck | kCapabilityPrimaryApplication | kCapabilityLinkSpeed |
@@ -84,7 +85,7 @@ std::optional<std::uint32_t> Bootstrap::read(std::uint32_t address) const
     case kRegPersistentSubnetMask:
         return mNetwork.netmask.value;
     case kRegLinkSpeed:
-        return kLinkSpeed;
+        return mOptions.linkRate == 0 ? kLinkSpeed : low(mOptions.linkRate / kMegabit);
     case kRegStreamChannelsCapability:
         return kStreamCapabilities;
     case kRegGvcpCapability:

@@ -25,6 +25,7 @@ struct CameraCounters {
     std::uint64_t commands = 0;       ///< control commands executed
     std::uint64_t repeats = 0;        ///< commands seen again and answered from memory
     std::uint64_t blocks = 0;         ///< images and info frames sent
+    std::uint64_t leftOut = 0;        ///< live images for which the stream was too slow
     std::uint64_t packets = 0;        ///< stream packets sent, resent ones included
     std::uint64_t bytes = 0;          ///< image bytes sent
     std::uint64_t resendRequests = 0; ///< PACKETRESEND commands
@@ -66,6 +67,7 @@ class CameraLog
         return {.commands = commands,
                 .repeats = repeats,
                 .blocks = blocks,
+                .leftOut = leftOut,
                 .packets = packets,
                 .bytes = bytes,
                 .resendRequests = resendRequests,
@@ -76,6 +78,7 @@ class CameraLog
     std::atomic<std::uint64_t> commands{0};
     std::atomic<std::uint64_t> repeats{0};
     std::atomic<std::uint64_t> blocks{0};
+    std::atomic<std::uint64_t> leftOut{0};
     std::atomic<std::uint64_t> packets{0};
     std::atomic<std::uint64_t> bytes{0};
     std::atomic<std::uint64_t> resendRequests{0};

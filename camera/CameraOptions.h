@@ -43,6 +43,7 @@ struct CameraOptions {
     bool userSetsPrepared = false;  ///< UserSet1 is saved, selected and the default
     bool unpaced = false;           ///< send as fast as possible, whatever rate and delays say
     std::uint64_t unpacedLimit = 0; ///< bytes a second that an unpaced camera sends; 0: no limit
+    std::uint64_t linkRate = 0;     ///< bits a second of the camera's cable; 0: no limit
     gige::net::SendMode send = gige::net::SendMode::Joined; ///< stream packets' way out
     std::chrono::milliseconds flashBusy{0}; ///< writes its flash card for so long from the start
     DescriptionForm description = DescriptionForm::Xml;

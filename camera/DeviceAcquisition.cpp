@@ -130,6 +130,7 @@ std::optional<StreamOrder> Device::liveOrder(CameraTime time, CameraTime& due)
         return std::nullopt;
     }
     // Only the newest frame: what the stream is too slow for is left out.
+    const std::uint64_t leftOut = exposed - mLiveSent - 1;
     mLiveSent = exposed;
     const bool irigB = isOn(FeatureId::IRIGBEnable);
     int flags = isOn(FeatureId::SyncInEnable) ? kFlagSyncIn : 0;
@@ -143,6 +144,7 @@ std::optional<StreamOrder> Device::liveOrder(CameraTime time, CameraTime& due)
     }
     StreamOrder block = order(shownView(), stamp);
     block.position = stamp.number;
+    block.leftOut = leftOut;
     return block;
 }
 

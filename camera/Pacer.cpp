@@ -1,36 +1,46 @@
 #include "Pacer.h"
 
+#include "EthernetCable.h"
+#include "PacketArithmetic.h"
+
 #include <algorithm>
 
 namespace camera
 {
 
-void Pacer::set(std::uint32_t delay, std::uint64_t bytesPerSecond)
+std::size_t Pacer::take(Clock::time_point now, std::span<const gige::net::PacketSlices> packets)
 {
-    mDelay = std::chrono::nanoseconds(delay);
-    mBytesPerSecond = bytesPerSecond;
+    if (now - mNext > kMostCredit) {
+        mNext = now;
+    }
+    const std::size_t most = std::min(packets.size(), kMostPackets);
+    std::size_t count = 0;
+    while (count < most && mNext <= now) {
+        mNext += timeOf(packets[count]);
+        ++count;
+    }
+    return count;
 }
 
-Pacer::Clock::time_point Pacer::book(Clock::time_point now, std::size_t packets, std::size_t bytes)
+Pacer::Clock::time_point Pacer::wakeUp(Clock::time_point now) const
 {
-    const Clock::time_point start = std::max(mNext, now - kMostCredit);
-    mNext = start + duration(packets, bytes);
-    return start;
+    constexpr auto kShortestSleep =
+        std::chrono::nanoseconds(std::chrono::seconds(1)) / kMostWakeUps;
+    return std::max(mNext, now + kShortestSleep);
 }
 
-std::size_t Pacer::batchPackets(std::size_t packetBytes) const
+std::chrono::nanoseconds Pacer::timeOf(const gige::net::PacketSlices& packet) const
 {
-    const auto one = std::max(duration(1, packetBytes), std::chrono::nanoseconds(1));
-    return std::clamp<std::size_t>(static_cast<std::size_t>(kBatchTime / one), 1, kMostPackets);
-}
-
-std::chrono::nanoseconds Pacer::duration(std::size_t packets, std::size_t bytes) const
-{
-    constexpr std::uint64_t kSecond = 1'000'000'000;
-    const std::chrono::nanoseconds spaced = mDelay * packets;
-    const std::chrono::nanoseconds limited(
-        mBytesPerSecond == 0 ? 0 : std::uint64_t{bytes} * kSecond / mBytesPerSecond);
-    return std::max(spaced, limited);
+    constexpr std::uint64_t kSecond = 1'000'000'000; // nanoseconds
+    const std::size_t bytes = packet.size() + gige::wire::kIpUdpHeaderSize;
+    std::chrono::nanoseconds time = mPace.delay;
+    if (mPace.bytesPerSecond != 0) {
+        time = std::max(time, std::chrono::nanoseconds(bytes * kSecond / mPace.bytesPerSecond));
+    }
+    if (mPace.linkRate != 0) {
+        time = std::max(time, timeOnCable(bytes, mPace.linkRate));
+    }
+    return time;
 }
 
 } // namespace camera

@@ -1,43 +1,51 @@
 #ifndef TELVO_CAMERA_PACER_H
 #define TELVO_CAMERA_PACER_H
 
+#include "BatchSender.h"
+
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <span>
 
 namespace camera
 {
 
+/** What holds packets back. For each packet the slowest of these counts; 0: no such limit. */
+struct Pace {
+    std::chrono::nanoseconds delay{0}; ///< from the start of a packet to the start of the next
+    std::uint64_t bytesPerSecond = 0;  ///< ceiling for IP datagrams
+    std::uint64_t linkRate = 0;        ///< bits a second of the cable
+};
+
 /**
- * Spreads packets over time: at least `delay` between two packets, at most `bytesPerSecond`. Works
- * in batches, since no sleep is short enough for a single packet. Time lost is made up only within
- * kMostCredit, so a stall is not followed by a flood.
+ * Says which packets may go when. No packet goes before its time; those whose time has come go
+ * together, since no sleep is as short as a packet: at most kMostWakeUps of these batches a second.
+ * Sleeping too long is made up for, but not a stall of more than kMostCredit, so that no flood
+ * follows: at a gigabit, what comes at once is at most the 250 kB that a port of a switch holds.
+ * After an idle time the cable starts anew.
  */
 class Pacer
 {
   public:
     using Clock = std::chrono::steady_clock;
 
-    /** @param delay  nanoseconds between packets; @param bytesPerSecond  0: no ceiling */
-    void set(std::uint32_t delay, std::uint64_t bytesPerSecond);
-    /** True when packets need not wait at all. */
-    [[nodiscard]] bool isFree() const { return mDelay.count() == 0 && mBytesPerSecond == 0; }
-    /** When the next batch may go; books it. */
-    [[nodiscard]] Clock::time_point book(Clock::time_point now, std::size_t packets,
-                                         std::size_t bytes);
-    /** How many packets of this size make one batch: about kBatchTime of the stream. */
-    [[nodiscard]] std::size_t batchPackets(std::size_t packetBytes) const;
+    static constexpr std::size_t kMostPackets = 1024; ///< of one batch
+    static constexpr int kMostWakeUps = 20'000;       ///< a second
+    static constexpr std::chrono::milliseconds kMostCredit{2};
+
+    void set(const Pace& pace) { mPace = pace; }
+    /** How many packets from the front may go now; books them. 0: none before wakeUp(). */
+    [[nodiscard]] std::size_t take(Clock::time_point now,
+                                   std::span<const gige::net::PacketSlices> packets);
+    /** When it is worth to ask again. */
+    [[nodiscard]] Clock::time_point wakeUp(Clock::time_point now) const;
 
   private:
-    static constexpr std::chrono::microseconds kMostCredit{300};
-    static constexpr std::chrono::microseconds kBatchTime{150};
-    static constexpr std::size_t kMostPackets = 1024;
+    [[nodiscard]] std::chrono::nanoseconds timeOf(const gige::net::PacketSlices& packet) const;
 
-    [[nodiscard]] std::chrono::nanoseconds duration(std::size_t packets, std::size_t bytes) const;
-
-    std::chrono::nanoseconds mDelay{0};
-    std::uint64_t mBytesPerSecond = 0;
-    Clock::time_point mNext;
+    Pace mPace;
+    Clock::time_point mNext; // when the next packet may start
 };
 
 } // namespace camera

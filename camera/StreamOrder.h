@@ -39,6 +39,7 @@ struct StreamOrder {
     std::optional<std::array<std::uint8_t, kInfoFrameSize>> info{};
     std::uint32_t position = 0;       ///< place in the requested range; live: frame number
     std::uint64_t bytesPerSecond = 0; ///< ceiling, 0: none
+    std::uint64_t leftOut = 0; ///< live images before this one for which the stream was too slow
 };
 
 } // namespace camera

@@ -20,24 +20,26 @@ constexpr std::chrono::milliseconds kPatience{5};      // until resend requests 
 constexpr std::chrono::milliseconds kLongestPause{20}; // between looks at the stop flag
 constexpr std::size_t kBlocksKept = 256;               // for resends
 constexpr std::size_t kMostResends = 4096;             // requests that wait
-constexpr std::size_t kFreeBatch = 1024;               // packets between looks at resend requests
-// Below this a sleep takes longer than it should.
-constexpr std::chrono::microseconds kShortestSleep{60};
 
 std::size_t bytesOf(std::span<const PacketSlices> packets)
 {
     std::size_t bytes = 0;
     for (const PacketSlices& packet : packets) {
-        bytes += packet.size() + kIpUdpHeaderSize;
+        bytes += packet.size();
     }
     return bytes;
 }
 
 } // namespace
 
-Streamer::Streamer(gige::net::UdpSocket& socket, gige::net::SendMode mode, Device& device,
+Streamer::Streamer(gige::net::UdpSocket& socket, const CameraOptions& options, Device& device,
                    Faults& faults, CameraLog& log)
-    : mSocket(socket), mDevice(device), mFaults(faults), mLog(log), mSender(socket, mode)
+    : mSocket(socket),
+      mOptions(options),
+      mDevice(device),
+      mFaults(faults),
+      mLog(log),
+      mSender(socket, options.send)
 {
 }
 
@@ -88,6 +90,7 @@ void Streamer::sendInTurn(const std::optional<StreamOrder>& order)
 
 void Streamer::sendBlock(StreamOrder order, const std::optional<FrameFault>& fault)
 {
+    mLog.leftOut += order.leftOut;
     const auto is = [&fault](FrameFaultKind kind) { return fault && fault->kind == kind; };
     if (is(FrameFaultKind::Lose)) {
         return;
@@ -97,11 +100,13 @@ void Streamer::sendBlock(StreamOrder order, const std::optional<FrameFault>& fau
     }
     remember(order);
     mPackets.make(order, mMaker.make(order));
-    mPacer.set(order.channel.delay, order.bytesPerSecond);
+    mPacer.set({.delay = std::chrono::nanoseconds(order.channel.delay),
+                .bytesPerSecond = order.bytesPerSecond,
+                .linkRate = mOptions.linkRate});
     if (is(FrameFaultKind::StopMiddle) || is(FrameFaultKind::Silence)) {
         const std::size_t count = std::min<std::size_t>(fault->amount, mPackets.last());
         sendPackets(order, mPackets.all().first(count));
-        pause(fault->pause);
+        sleepUntil(Pacer::Clock::now() + fault->pause);
     } else if (mFaults.disturbsPackets()) {
         sendDisturbed(order);
     } else {
@@ -119,19 +124,27 @@ void Streamer::sendBlock(StreamOrder order, const std::optional<FrameFault>& fau
 
 void Streamer::sendPackets(const StreamOrder& order, std::span<const PacketSlices> packets)
 {
-    const std::size_t batchSize =
-        mPacer.isFree() ? kFreeBatch : mPacer.batchPackets(order.channel.packetSize);
     while (!packets.empty() && !mStop && !mFaults.isSilent()) {
-        const auto batch = packets.first(std::min(batchSize, packets.size()));
-        if (!mPacer.isFree()) {
-            const auto now = Pacer::Clock::now();
-            pause(mPacer.book(now, batch.size(), bytesOf(batch)) - now);
-        }
-        mLog.packets += mSender.send(order.channel.destination, batch);
-        mLog.bytes += bytesOf(batch) - batch.size() * kIpUdpHeaderSize;
-        packets = packets.subspan(batch.size());
+        const std::size_t count = sendDue(order.channel.destination, packets);
+        mLog.bytes += bytesOf(packets.first(count));
+        packets = packets.subspan(count);
         serveResends();
     }
+}
+
+/// Waits until the first packet may go. @return how many went with it
+std::size_t Streamer::sendDue(const gige::net::Endpoint& destination,
+                              std::span<const PacketSlices> packets)
+{
+    auto now = Pacer::Clock::now();
+    std::size_t count = mPacer.take(now, packets);
+    while (count == 0 && !mStop) {
+        sleepUntil(mPacer.wakeUp(now));
+        now = Pacer::Clock::now();
+        count = mPacer.take(now, packets);
+    }
+    mLog.packets += mSender.send(destination, packets.first(count));
+    return count;
 }
 
 void Streamer::sendDisturbed(const StreamOrder& order)
@@ -140,7 +153,7 @@ void Streamer::sendDisturbed(const StreamOrder& order)
     const auto packets = mPackets.all();
     std::size_t next = 0;
     while (next < mSteps.size() && !mStop) {
-        pause(mSteps[next].pauseBefore);
+        sleepUntil(Pacer::Clock::now() + mSteps[next].pauseBefore);
         // As many as follow each other undisturbed go together.
         const std::uint32_t first = mSteps[next].packetId;
         std::size_t count = 1;
@@ -153,12 +166,8 @@ void Streamer::sendDisturbed(const StreamOrder& order)
     }
 }
 
-void Streamer::pause(std::chrono::nanoseconds time)
+void Streamer::sleepUntil(Pacer::Clock::time_point end)
 {
-    if (time < kShortestSleep) {
-        return;
-    }
-    const auto end = Pacer::Clock::now() + time;
     while (!mStop && Pacer::Clock::now() < end) {
         std::this_thread::sleep_until(std::min(end, Pacer::Clock::now() + kLongestPause));
     }
@@ -226,9 +235,7 @@ void Streamer::serve(const PacketResend& request)
         if (!mFaults.losesResend()) {
             mResendPackets.markResent(id);
             const auto packet = mResendPackets.all().subspan(id, 1);
-            const std::size_t count = mSender.send(sent->channel.destination, packet);
-            mLog.packets += count;
-            mLog.resentPackets += count;
+            mLog.resentPackets += sendDue(sent->channel.destination, packet);
         }
     }
 }

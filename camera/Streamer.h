@@ -27,9 +27,9 @@ namespace camera
 class Streamer
 {
   public:
-    /** socket, device, faults and log are borrowed for the streamer's life. */
-    Streamer(gige::net::UdpSocket& socket, gige::net::SendMode mode, Device& device, Faults& faults,
-             CameraLog& log);
+    /** All are borrowed for the streamer's life. */
+    Streamer(gige::net::UdpSocket& socket, const CameraOptions& options, Device& device,
+             Faults& faults, CameraLog& log);
 
     /** Sends until stop() is called. */
     void run();
@@ -54,8 +54,10 @@ class Streamer
     void sendInTurn(const std::optional<StreamOrder>& order);
     void sendBlock(StreamOrder order, const std::optional<FrameFault>& fault);
     void sendPackets(const StreamOrder& order, std::span<const gige::net::PacketSlices> packets);
+    std::size_t sendDue(const gige::net::Endpoint& destination,
+                        std::span<const gige::net::PacketSlices> packets);
     void sendDisturbed(const StreamOrder& order);
-    void pause(std::chrono::nanoseconds time);
+    void sleepUntil(Pacer::Clock::time_point end);
     void remember(const StreamOrder& order);
     void serveResends();
     void serve(const gige::wire::PacketResend& request);
@@ -63,6 +65,7 @@ class Streamer
     void refuse(const gige::wire::PacketResend& request);
 
     gige::net::UdpSocket& mSocket;
+    const CameraOptions& mOptions;
     Device& mDevice;
     Faults& mFaults;
     CameraLog& mLog;

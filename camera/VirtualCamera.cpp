@@ -89,7 +89,7 @@ struct VirtualCamera::Running {
           registers(bootstrap, device, std::move(description.bytes)),
           controlSocket(std::move(control)),
           streamSocket(std::move(stream)),
-          streamer(streamSocket, camera.mOptions.send, device, camera.mFaults, camera.mLog),
+          streamer(streamSocket, camera.mOptions, device, camera.mFaults, camera.mLog),
           server(
               bootstrap, registers, device, camera.mFaults, camera.mLog,
               {.sendTestPacket = [this](const auto& channel) { streamer.sendTestPacket(channel); },

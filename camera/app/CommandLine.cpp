@@ -12,6 +12,9 @@ namespace
 {
 
 constexpr int kUsageError = 2;
+constexpr std::uint64_t kSlowestLink = 1'000'000; // bits a second
+constexpr std::uint64_t kFastestLink =
+    400'000'000'000; // bits a second; beyond it comes no Ethernet
 
 using Texts = std::vector<std::string>;
 
@@ -106,6 +109,14 @@ void addSending(CLI::App& app, CommandLine& line, RawTexts& raw)
                    "the least work, or single, as they come from a cable")
         ->check(CLI::IsMember({"joined", "single"}))
         ->option_text("WAY=joined")
+        ->group(kGroup);
+    app.add_option("--link-rate", line.camera.linkRate,
+                   "Sends no faster than a cable of so many bits a second, such as 1G or 10G; "
+                   "live images for which it is too slow are left out (default: no limit)")
+        ->transform(CLI::AsNumberWithUnit(
+            std::map<std::string, std::uint64_t>{{"M", 1'000'000}, {"G", 1'000'000'000}}))
+        ->check(CLI::Range(kSlowestLink, kFastestLink))
+        ->option_text("BITS")
         ->group(kGroup);
 }
 

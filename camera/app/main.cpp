@@ -141,6 +141,15 @@ void run(const CommandLine& line, const Cameras& cameras)
     }
 }
 
+/** What the camera has sent, for who asks himself where his images are. */
+void sumUp(const VirtualCamera& device)
+{
+    const camera::CameraCounters counters = device.log().counters();
+    std::cout << "telvo-camera: " << device.options().address << " sent " << counters.blocks
+              << " images in " << counters.packets << " packets, " << counters.resentPackets
+              << " of them again, and left out " << counters.leftOut << " images" << std::endl;
+}
+
 int runCameras(const CommandLine& line)
 {
     Cameras cameras;
@@ -153,6 +162,9 @@ int runCameras(const CommandLine& line)
     std::signal(SIGINT, end);
     std::signal(SIGTERM, end);
     run(line, cameras);
+    for (const auto& device : cameras) {
+        sumUp(*device);
+    }
     if (!line.recordingsFolder.empty()) {
         for (const auto& device : cameras) {
             camera::saveRecordings(*device, line.recordingsFolder);

@@ -62,5 +62,21 @@ TEST(CameraCommandLine, ExplainsTheWaysOfSending)
     EXPECT_THAT(leave.text, HasSubstr("Sending:"));
 }
 
+TEST(CameraCommandLine, TakesTheRateOfTheCable)
+{
+    EXPECT_EQ(parse({}).camera.linkRate, 0U);
+    EXPECT_EQ(parse({"--link-rate", "1000000000"}).camera.linkRate, 1'000'000'000U);
+    EXPECT_EQ(parse({"--link-rate", "1G"}).camera.linkRate, 1'000'000'000U);
+    EXPECT_EQ(parse({"--link-rate", "10G"}).camera.linkRate, 10'000'000'000U);
+    EXPECT_EQ(parse({"--link-rate", "2500M"}).camera.linkRate, 2'500'000'000U);
+}
+
+TEST(CameraCommandLine, RefusesARateThatNoCableHas)
+{
+    for (const char* rate : {"0", "-1", "5", "500G", "18446744073710G", "1.5G", "fast", "1K", ""}) {
+        expectRefusal({"--link-rate", rate}, "--link-rate: ");
+    }
+}
+
 } // namespace
 } // namespace camera

@@ -129,6 +129,23 @@ TEST(CameraRecord, SendsARangeByFeaturesAndBySerial)
     expectRange(3, 9);
 }
 
+TEST(CameraRecord, FramesOfARangeWaitForTheCable)
+{
+    RecordSetup setup(CameraOptions{.address = "127.0.4.99", .linkRate = 10'000'000});
+    setup.record(30ms);
+    setup.host.startPlayback();
+    setup.host.write(FeatureId::StreamStartNumber, 0);
+    setup.host.write(FeatureId::StreamEndNumber, 9);
+    const auto start = std::chrono::steady_clock::now();
+    setup.host.execute(FeatureId::StreamSequenceStart);
+    for (std::uint32_t index = 0; index < 10; ++index) {
+        EXPECT_EQ(setup.host.receiveBlock().image, setup.camera.recordedBytes(0, index));
+    }
+    // Each takes 110 + 1478 + 718 + 84 bytes on the cable; the last trailer is at its start here.
+    EXPECT_GE(std::chrono::steady_clock::now() - start, 19ms);
+    EXPECT_EQ(setup.camera.log().counters().leftOut, 0U);
+}
+
 TEST(CameraRecord, RefusesARangeThatWasNotRecorded)
 {
     RecordSetup setup("127.0.4.84");

@@ -208,5 +208,83 @@ TEST(CameraStream, SendsBayerPixelsFromAColourSensor)
     EXPECT_EQ(block.image, truth(setup.camera, block.image));
 }
 
+/** From the command for one image of 25 packets to its last packet. */
+std::chrono::nanoseconds timeOfOneImage(RawHost& host)
+{
+    host.write(FeatureId::AcquisitionMode, 1); // one image
+    const auto start = std::chrono::steady_clock::now();
+    host.execute(FeatureId::AcquisitionStart);
+    EXPECT_TRUE(host.receiveBlock().hasTrailer);
+    return std::chrono::steady_clock::now() - start;
+}
+
+TEST(CameraStream, KeepsThePacketDelayInTime)
+{
+    LiveSetup setup("127.0.4.54");
+    setup.host.write(FeatureId::GevSCPD, 1'000'000); // ns
+    EXPECT_GE(timeOfOneImage(setup.host), 24ms);
+}
+
+TEST(CameraStream, TakesAsLongAsItsCableDoes)
+{
+    LiveSetup setup(
+        CameraOptions{.address = "127.0.4.55", .unpaced = true, .linkRate = 10'000'000});
+    // On the cable, before the trailer: a leader of 110 bytes, 22 data packets of 1478, one of
+    // 1186.
+    EXPECT_GE(timeOfOneImage(setup.host), 27'049us);
+}
+
+TEST(CameraStream, KeepsTheSlowerOfCableAndPacketDelay)
+{
+    LiveSetup setup(CameraOptions{.address = "127.0.4.56", .linkRate = 10'000'000});
+    setup.host.write(FeatureId::GevSCPD, 2'000'000); // ns; the cable needs 1.2 ms
+    EXPECT_GE(timeOfOneImage(setup.host), 48ms);
+}
+
+TEST(CameraStream, LeavesOutLiveImagesForWhichTheCableIsTooSlow)
+{
+    LiveSetup setup(CameraOptions{.address = "127.0.4.57", .linkRate = 20'000'000});
+    setup.host.write(FeatureId::AcquisitionFrameRateRaw, 1000); // the cable takes 14 ms of each
+    setup.host.execute(FeatureId::AcquisitionStart);
+    const auto number = [](const ReceivedBlock& block) {
+        EXPECT_TRUE(block.hasTrailer);
+        return block.image.at(0) | (block.image.at(1) << 8);
+    };
+    const int first = number(setup.host.receiveBlock());
+    int last = first;
+    for (int i = 0; i < 5; ++i) {
+        last = number(setup.host.receiveBlock());
+    }
+    setup.host.execute(FeatureId::AcquisitionStop);
+    EXPECT_GE(last - first, 5 * 12);
+    const CameraCounters counters = setup.camera.log().counters();
+    EXPECT_GE(counters.leftOut, 5U * 11);
+    EXPECT_GE(counters.blocks, 5U);
+}
+
+TEST(CameraStream, ResendsNoFasterThanTheCable)
+{
+    LiveSetup setup(
+        CameraOptions{.address = "127.0.4.58", .unpaced = true, .linkRate = 10'000'000});
+    setup.host.write(FeatureId::AcquisitionMode, 1); // one image
+    setup.host.execute(FeatureId::AcquisitionStart);
+    const ReceivedBlock block = setup.host.receiveBlock();
+    ASSERT_TRUE(block.hasTrailer);
+    const auto start = std::chrono::steady_clock::now();
+    setup.host.askResend(block.blockId, 0, 0xFFFFFF);
+    EXPECT_EQ(setup.host.receiveBlock().image, block.image);
+    // What is left of the cable's time for the image counts, up to the 2 ms that a pacer makes up
+    // for.
+    EXPECT_GE(std::chrono::steady_clock::now() - start, 25ms);
+}
+
+TEST(CameraStream, TellsTheRateOfItsCable)
+{
+    LiveSetup unlimited("127.0.4.59");
+    EXPECT_EQ(unlimited.host.readRegister(0x0670), 10'000U); // Mbit/s
+    LiveSetup setup(CameraOptions{.address = "127.0.4.60", .linkRate = 1'000'000'000});
+    EXPECT_EQ(setup.host.readRegister(0x0670), 1000U);
+}
+
 } // namespace
 } // namespace camera

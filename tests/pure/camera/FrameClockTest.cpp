@@ -1,6 +1,5 @@
 #include "FrameClock.h"
 #include "CameraModel.h"
-#include "Pacer.h"
 
 #include <gtest/gtest.h>
 
@@ -48,41 +47,6 @@ TEST(CameraModel, LimitsTheRateByThePixels)
     EXPECT_EQ(fastestRate(modelFor("TOVI1"), 1280, 1024), 1068U);
     EXPECT_EQ(fastestRate(modelFor("TOVI1"), 16, 16), 200'000U);
     EXPECT_EQ(fastestRate(modelFor("ORVALE6 Fenrow Lite"), 704, 528), 1000U);
-}
-
-TEST(Pacer, SpacesPacketsByTheirDelay)
-{
-    Pacer pacer;
-    pacer.set(10'000, 0);
-    const Pacer::Clock::time_point now{1h};
-    const auto first = pacer.book(now, 100, 144'000);
-    EXPECT_EQ(pacer.book(now, 100, 144'000) - first, 1ms);
-}
-
-TEST(Pacer, TakesTheSlowerOfDelayAndRate)
-{
-    Pacer pacer;
-    pacer.set(10'000, 100'000'000);
-    const Pacer::Clock::time_point now{1h};
-    const auto first = pacer.book(now, 10, 1'000'000);
-    EXPECT_EQ(pacer.book(now, 10, 1'000'000) - first, 10ms);
-}
-
-TEST(Pacer, DoesNotMakeUpForALongStall)
-{
-    Pacer pacer;
-    pacer.set(10'000, 0);
-    const Pacer::Clock::time_point now{1h};
-    static_cast<void>(pacer.book(now, 1, 1440));
-    EXPECT_GE(pacer.book(now + 1s, 1, 1440), now + 1s - 1ms);
-}
-
-TEST(Pacer, IsFreeWithoutLimits)
-{
-    Pacer pacer;
-    EXPECT_TRUE(pacer.isFree());
-    pacer.set(0, 1);
-    EXPECT_FALSE(pacer.isFree());
 }
 
 } // namespace
