@@ -1,14 +1,149 @@
-#include "FormulaParser.h"
+#include "Formula.h"
 
 #include "GenApiLimits.h"
+#include "Number.h"
 
 #include <algorithm>
+#include <charconv>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <system_error>
 
 namespace gige::genapi
 {
 
 namespace
 {
+
+struct FormulaToken {
+    enum class Kind : std::uint8_t { Number, Name, Symbol, End, Invalid };
+
+    Kind kind = Kind::End;
+    std::string_view text;           // as in the formula
+    Number number = std::int64_t{0}; // of a Number
+};
+
+/// Cuts a formula into numbers, names (letters, digits, `_` and dots) and symbols.
+class FormulaLexer
+{
+  public:
+    /// @param formula must outlive this object and its tokens
+    explicit FormulaLexer(std::string_view formula);
+
+    const FormulaToken& current() const { return mCurrent; }
+    void advance();
+
+  private:
+    FormulaToken scan();
+    FormulaToken scanNumber();
+    FormulaToken scanSymbol();
+    FormulaToken take(FormulaToken::Kind kind, std::size_t length);
+
+    std::string_view mRest;
+    FormulaToken mCurrent;
+};
+
+// Longest first, so that "<<" is not read as two "<".
+constexpr std::string_view kSymbols[] = {"**", "<<", ">>", "<=", ">=", "<>", "!=", "==", "&&",
+                                         "||", "+",  "-",  "*",  "/",  "%",  "&",  "|",  "^",
+                                         "~",  "<",  ">",  "=",  "?",  ":",  "(",  ")",  ","};
+
+constexpr int kHexadecimal = 16;
+
+bool isDigit(char character)
+{
+    return character >= '0' && character <= '9';
+}
+
+bool startsName(char character)
+{
+    return (character >= 'A' && character <= 'Z') || (character >= 'a' && character <= 'z') ||
+           character == '_';
+}
+
+bool continuesName(char character)
+{
+    return startsName(character) || isDigit(character) || character == '.';
+}
+
+bool isBlank(char character)
+{
+    return character == ' ' || (character >= '\t' && character <= '\r');
+}
+
+FormulaLexer::FormulaLexer(std::string_view formula) : mRest(formula)
+{
+    advance();
+}
+
+void FormulaLexer::advance()
+{
+    mCurrent = scan();
+}
+
+FormulaToken FormulaLexer::scan()
+{
+    mRest.remove_prefix(
+        static_cast<std::size_t>(std::ranges::find_if_not(mRest, isBlank) - mRest.begin()));
+    if (mRest.empty()) {
+        return {};
+    }
+    const char first = mRest.front();
+    if (isDigit(first) || (first == '.' && mRest.size() > 1 && isDigit(mRest[1]))) {
+        return scanNumber();
+    }
+    if (startsName(first)) {
+        const auto end = std::ranges::find_if_not(mRest, continuesName);
+        return take(FormulaToken::Kind::Name, static_cast<std::size_t>(end - mRest.begin()));
+    }
+    return scanSymbol();
+}
+
+FormulaToken FormulaLexer::scanNumber()
+{
+    const char* const begin = mRest.data();
+    const char* const end = begin + mRest.size();
+    const bool isHexadecimal = mRest.starts_with("0x") || mRest.starts_with("0X");
+    if (isHexadecimal) {
+        std::uint64_t value = 0;
+        const auto [stop, error] = std::from_chars(begin + 2, end, value, kHexadecimal);
+        FormulaToken token =
+            take(error == std::errc{} ? FormulaToken::Kind::Number : FormulaToken::Kind::Invalid,
+                 static_cast<std::size_t>(stop - begin));
+        token.number = static_cast<std::int64_t>(value);
+        return token;
+    }
+    double decimal = 0;
+    const auto [stop, error] = std::from_chars(begin, end, decimal);
+    FormulaToken token =
+        take(error == std::errc{} ? FormulaToken::Kind::Number : FormulaToken::Kind::Invalid,
+             static_cast<std::size_t>(stop - begin));
+    token.number = decimal;
+    std::int64_t integer = 0;
+    if (const auto whole = std::from_chars(begin, stop, integer);
+        whole.ec == std::errc{} && whole.ptr == stop) {
+        token.number = integer;
+    }
+    return token;
+}
+
+FormulaToken FormulaLexer::scanSymbol()
+{
+    const auto* const symbol = std::ranges::find_if(
+        kSymbols, [this](std::string_view candidate) { return mRest.starts_with(candidate); });
+    return symbol == std::end(kSymbols) ? take(FormulaToken::Kind::Invalid, 1)
+                                        : take(FormulaToken::Kind::Symbol, symbol->size());
+}
+
+FormulaToken FormulaLexer::take(FormulaToken::Kind kind, std::size_t length)
+{
+    FormulaToken token;
+    token.kind = kind;
+    token.text = mRest.substr(0, length);
+    mRest.remove_prefix(length);
+    return token;
+}
 
 using Kind = FormulaToken::Kind;
 
@@ -54,6 +189,47 @@ const BinaryRow* findBinary(const FormulaToken& token)
 }
 
 } // namespace
+
+/// Compiles one formula by precedence climbing. Chains (`a + b + …`, `c ? x : d ? y : …`) are
+/// loops; only what is nested in parentheses, signs, powers or branches recurses, up to
+/// kFormulaDepthLimit.
+class FormulaParser
+{
+  public:
+    /// Both must outlive this object.
+    FormulaParser(std::string_view text, const FormulaNames& names);
+
+    Result<Formula> parse();
+
+  private:
+    using Operation = Formula::Operation;
+
+    using Rule = bool (FormulaParser::*)();
+
+    bool nested(Rule rule);
+    bool parseConditional();
+    bool parseBinary(int leastPrecedence);
+    bool parseRight(int precedence);
+    bool parsePower();
+    bool parseUnary();
+    bool parsePrimary();
+    bool parseName();
+    bool parseCall(const FormulaFunction& function);
+    bool parseConstant(double value);
+
+    bool fail(Status status);
+    bool accept(std::string_view symbol);
+    bool expect(std::string_view symbol);
+    bool emitConstant(const Number& value);
+    std::size_t emit(Operation operation, std::size_t argument = 0);
+    void jumpHere(std::size_t instruction);
+
+    FormulaLexer mLexer;
+    const FormulaNames& mNames;
+    Formula mFormula;
+    Status mStatus = Status::Ok;
+    std::size_t mDepth = 0;
+};
 
 FormulaParser::FormulaParser(std::string_view text, const FormulaNames& names)
     : mLexer(text), mNames(names)
