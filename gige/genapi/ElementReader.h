@@ -2,7 +2,7 @@
 #define TELVO_GIGE_GENAPI_ELEMENTREADER_H
 
 #include "NodeStore.h"
-#include "Operand.h"
+#include "NumberSource.h"
 
 #include <pugixml.hpp>
 

@@ -7,12 +7,12 @@
 #include "FloatNode.h"
 #include "FormulaReader.h"
 #include "IntegerNode.h"
+#include "NumberSource.h"
 #include "PortNode.h"
 #include "RegisterNode.h"
 #include "RegisterReader.h"
 #include "SourceReader.h"
 #include "StringNode.h"
-#include "ValueSources.h"
 
 #include <algorithm>
 #include <utility>

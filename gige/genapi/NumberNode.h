@@ -2,7 +2,6 @@
 #define TELVO_GIGE_GENAPI_NUMBERNODE_H
 
 #include "NumberSource.h"
-#include "Operand.h"
 
 #include <memory>
 #include <string>

@@ -1,7 +1,7 @@
 #include "SourceReader.h"
 
+#include "NumberSource.h"
 #include "TextNumbers.h"
-#include "ValueSources.h"
 
 #include <utility>
 

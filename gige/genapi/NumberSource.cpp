@@ -1,4 +1,4 @@
-#include "ValueSources.h"
+#include "NumberSource.h"
 
 #include <utility>
 
