@@ -1,7 +1,7 @@
 #ifndef TELVO_GIGE_GENAPI_DESCRIPTIONFILE_H
 #define TELVO_GIGE_GENAPI_DESCRIPTIONFILE_H
 
-#include "GenApiResult.h"
+#include "GenApiStatus.h"
 
 #include <cstdint>
 #include <span>

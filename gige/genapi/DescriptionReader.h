@@ -1,7 +1,7 @@
 #ifndef TELVO_GIGE_GENAPI_DESCRIPTIONREADER_H
 #define TELVO_GIGE_GENAPI_DESCRIPTIONREADER_H
 
-#include "GenApiResult.h"
+#include "GenApiStatus.h"
 #include "NodeStore.h"
 
 #include <pugixml.hpp>

@@ -1,7 +1,7 @@
 #ifndef TELVO_GIGE_GENAPI_DESCRIPTIONURL_H
 #define TELVO_GIGE_GENAPI_DESCRIPTIONURL_H
 
-#include "GenApiResult.h"
+#include "GenApiStatus.h"
 
 #include <cstddef>
 #include <cstdint>

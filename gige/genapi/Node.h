@@ -2,7 +2,7 @@
 #define TELVO_GIGE_GENAPI_NODE_H
 
 #include "Evaluation.h"
-#include "GenApiResult.h"
+#include "GenApiStatus.h"
 #include "NodeInfo.h"
 #include "Number.h"
 

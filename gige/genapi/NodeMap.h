@@ -6,7 +6,7 @@
 #include "CommandNode.h"
 #include "EnumerationNode.h"
 #include "FloatNode.h"
-#include "GenApiResult.h"
+#include "GenApiStatus.h"
 #include "IntegerNode.h"
 #include "NodeStore.h"
 #include "RegisterNode.h"

@@ -1,7 +1,7 @@
 #ifndef TELVO_GIGE_GENAPI_NUMBER_H
 #define TELVO_GIGE_GENAPI_NUMBER_H
 
-#include "GenApiResult.h"
+#include "GenApiStatus.h"
 
 #include <cstdint>
 #include <variant>
