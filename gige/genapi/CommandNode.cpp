@@ -1,6 +1,6 @@
 #include "CommandNode.h"
 
-#include "AccessModes.h"
+#include "AccessMode.h"
 
 #include <utility>
 

@@ -1,6 +1,6 @@
 #include "Node.h"
 
-#include "AccessModes.h"
+#include "AccessMode.h"
 #include "Register.h"
 
 #include <utility>

@@ -2,6 +2,8 @@
 #ifndef TELVO_GIGE_GENAPI_NODEINFO_H
 #define TELVO_GIGE_GENAPI_NODEINFO_H
 
+#include "AccessMode.h"
+
 #include <chrono>
 #include <cstdint>
 #include <optional>
@@ -26,15 +28,6 @@ enum class NodeKind : std::uint8_t {
     Enumeration,
     EnumEntry,
     Register,
-};
-
-/// In the order of the numbers by which formulas know them: 0 to 4.
-enum class AccessMode : std::uint8_t {
-    NotImplemented,
-    NotAvailable,
-    WriteOnly,
-    ReadOnly,
-    ReadWrite,
 };
 
 /// In the order of the numbers by which formulas know them: 0 to 3.

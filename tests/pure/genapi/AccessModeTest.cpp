@@ -1,4 +1,4 @@
-#include "AccessModes.h"
+#include "AccessMode.h"
 
 #include "TestTree.h"
 

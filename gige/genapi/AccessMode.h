@@ -1,11 +1,21 @@
-#ifndef TELVO_GIGE_GENAPI_ACCESSMODES_H
-#define TELVO_GIGE_GENAPI_ACCESSMODES_H
+#ifndef TELVO_GIGE_GENAPI_ACCESSMODE_H
+#define TELVO_GIGE_GENAPI_ACCESSMODE_H
 
 #include "GenApiStatus.h"
-#include "NodeInfo.h"
+
+#include <cstdint>
 
 namespace gige::genapi
 {
+
+/// In the order of the numbers by which formulas know them: 0 to 4.
+enum class AccessMode : std::uint8_t {
+    NotImplemented,
+    NotAvailable,
+    WriteOnly,
+    ReadOnly,
+    ReadWrite,
+};
 
 /// What both modes allow: ReadOnly and WriteOnly together leave NotAvailable.
 [[nodiscard]] AccessMode intersect(AccessMode first, AccessMode second);
