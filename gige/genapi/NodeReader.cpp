@@ -3,22 +3,77 @@
 #include "BooleanNode.h"
 #include "CategoryNode.h"
 #include "CommandNode.h"
-#include "EnumerationReader.h"
+#include "ElementReader.h"
+#include "EnumerationNode.h"
 #include "FloatNode.h"
-#include "FormulaReader.h"
 #include "IntegerNode.h"
 #include "NumberSource.h"
 #include "PortNode.h"
 #include "RegisterNode.h"
-#include "RegisterReader.h"
-#include "SourceReader.h"
 #include "StringNode.h"
+#include "TextNumbers.h"
 
 #include <algorithm>
 #include <utility>
 
 namespace gige::genapi
 {
+
+namespace
+{
+
+constexpr std::pair<std::string_view, Visibility> kVisibilities[] = {
+    {"Beginner", Visibility::Beginner},
+    {"Expert", Visibility::Expert},
+    {"Guru", Visibility::Guru},
+    {"Invisible", Visibility::Invisible},
+};
+
+constexpr std::pair<std::string_view, AccessMode> kImposedModes[] = {
+    {"RO", AccessMode::ReadOnly},
+    {"WO", AccessMode::WriteOnly},
+    {"RW", AccessMode::ReadWrite},
+};
+
+void readTexts(const ElementReader& reader, NodeInfo& info)
+{
+    info.displayName = reader.text("DisplayName").value_or(info.displayName);
+    info.toolTip = reader.text("ToolTip").value_or("");
+    info.description = reader.text("Description").value_or("");
+    info.documentation = reader.text("DocuURL").value_or("");
+}
+
+void readConditions(ElementReader& reader)
+{
+    NodeConditions& conditions = reader.node().conditions();
+    conditions.isImplemented = reader.conditionIn("pIsImplemented");
+    conditions.isAvailable = reader.conditionIn("pIsAvailable");
+    conditions.isLocked = reader.conditionIn("pIsLocked");
+    conditions.imposed =
+        reader.required<AccessMode>("ImposedAccessMode", kImposedModes, AccessMode::ReadWrite);
+}
+
+} // namespace
+
+void readCommon(ElementReader& reader)
+{
+    Node& node = reader.node();
+    NodeInfo& info = node.info();
+    readTexts(reader, info);
+    info.visibility =
+        reader.choice<Visibility>("Visibility", kVisibilities).value_or(Visibility::Beginner);
+    info.isStandard = reader.attribute("NameSpace") == "Standard";
+    info.isDeprecated = reader.isYes("IsDeprecated");
+    info.isStreamable = reader.isYes("Streamable");
+    info.eventId = parseHexadecimal(textOf(reader.child("EventID")));
+    const auto polling = parseInteger(textOf(reader.child("PollingTime")));
+    info.pollingTime = std::chrono::milliseconds(std::max<std::int64_t>(polling.value_or(0), 0));
+    readConditions(reader);
+    for (Node* const invalidator : reader.linksIn("pInvalidator")) {
+        invalidator->links().invalidates.push_back(&node);
+    }
+    node.links().selected = reader.linksIn("pSelected");
+}
 
 namespace
 {
@@ -160,9 +215,35 @@ void readCommand(ElementReader& reader)
                                        value.value_or(Operand(Number(std::int64_t{1}))));
 }
 
-void readEnumerationNode(ElementReader& reader)
+std::unique_ptr<EnumEntryNode> readEntry(ElementReader& parent, const pugi::xml_node& element)
 {
-    readEnumeration(reader, nodeOf<EnumerationNode>(reader));
+    auto entry =
+        std::make_unique<EnumEntryNode>(parent.store().state(), element.attribute("Name").value());
+    ElementReader reader(parent.store(), *entry, element);
+    readCommon(reader);
+    const std::optional<std::int64_t> value = reader.integer("Value");
+    if (!value || entry->name().empty()) {
+        return nullptr;
+    }
+    entry->define(*value, reader.text("Symbolic"), parseReal(textOf(reader.child("NumericValue"))),
+                  reader.isYes("IsSelfClearing"));
+    parent.node().links().below.push_back(entry.get());
+    return entry;
+}
+
+void readEnumeration(ElementReader& reader)
+{
+    std::vector<std::unique_ptr<EnumEntryNode>> entries;
+    for (const pugi::xml_node& element : reader.children("EnumEntry")) {
+        if (std::unique_ptr<EnumEntryNode> entry = readEntry(reader, element); entry != nullptr) {
+            entries.push_back(std::move(entry));
+        }
+    }
+    std::unique_ptr<NumberSource> source = readSource(reader, true);
+    if (source == nullptr) {
+        reader.fail(Status::BadNode);
+    }
+    nodeOf<EnumerationNode>(reader).define(std::move(source), std::move(entries));
 }
 
 constexpr NodeRecipe kRecipes[] = {
@@ -174,7 +255,7 @@ constexpr NodeRecipe kRecipes[] = {
     {"Boolean", create<BooleanNode>, readBoolean},
     {"String", create<StringNode>, readString},
     {"Command", create<CommandNode>, readCommand},
-    {"Enumeration", create<EnumerationNode>, readEnumerationNode},
+    {"Enumeration", create<EnumerationNode>, readEnumeration},
     {"Register", create<RegisterNode>, readByteRegister},
     {"IntReg", create<IntegerNode>, readIntegerRegister<false>},
     {"MaskedIntReg", create<IntegerNode>, readIntegerRegister<true>},

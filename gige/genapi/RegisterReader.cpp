@@ -1,6 +1,5 @@
-#include "RegisterReader.h"
+#include "NodeReader.h"
 
-#include "FormulaReader.h"
 #include "GenApiLimits.h"
 #include "PortNode.h"
 #include "TextNumbers.h"

@@ -1,5 +1,7 @@
-#include "SourceReader.h"
+#include "NodeReader.h"
 
+#include "FormulaSources.h"
+#include "IntegerNode.h"
 #include "NumberSource.h"
 #include "TextNumbers.h"
 
@@ -103,6 +105,117 @@ Presentation readPresentation(ElementReader& reader)
         presentation.precision = static_cast<int>(*precision);
     }
     return presentation;
+}
+
+namespace
+{
+
+void readConstants(ElementReader& reader, Arithmetic arithmetic, FormulaScope& scope)
+{
+    for (const pugi::xml_node& element : reader.children("Constant")) {
+        const std::string name = element.attribute("Name").value();
+        const std::optional<std::int64_t> integer = parseInteger(textOf(element));
+        const std::optional<double> real = parseReal(textOf(element));
+        if (!real && !integer) {
+            reader.fail(Status::BadNode);
+        } else if (integer) {
+            scope.addConstant(name, *integer);
+        } else {
+            const Result<Number> constant = convert(*real, arithmetic);
+            constant ? scope.addConstant(name, *constant) : reader.fail(constant.status());
+        }
+    }
+}
+
+FormulaScope readScope(ElementReader& reader, Arithmetic arithmetic, bool isConverter)
+{
+    FormulaScope scope;
+    for (const pugi::xml_node& element : reader.children("pVariable")) {
+        const std::string name = element.attribute("Name").value();
+        if (Node* const target = reader.reference(textOf(element)); target != nullptr) {
+            scope.addVariable(name, propertyOf(*target, name));
+        }
+    }
+    readConstants(reader, arithmetic, scope);
+    // Reserved names: they win.
+    if (isConverter) {
+        scope.addArgument("FROM");
+        scope.addArgument("TO");
+    }
+    for (const pugi::xml_node& element : reader.children("Expression")) {
+        const Status status =
+            scope.addExpression(element.attribute("Name").value(), textOf(element));
+        if (status != Status::Ok) {
+            reader.fail(status);
+        }
+    }
+    return scope;
+}
+
+Formula compile(ElementReader& reader, const FormulaScope& scope, std::string_view tag)
+{
+    Result<Formula> formula = scope.compile(textOf(reader.child(tag)));
+    if (!formula) {
+        reader.fail(formula.status());
+        return {};
+    }
+    return *std::move(formula);
+}
+
+Slope slopeOf(ElementReader& reader)
+{
+    const auto text = textOf(reader.child("Slope"));
+    if (text == "Increasing") {
+        return Slope::Increasing;
+    }
+    if (text == "Decreasing") {
+        return Slope::Decreasing;
+    }
+    return text == "Varying" ? Slope::Varying : Slope::Automatic;
+}
+
+} // namespace
+
+std::unique_ptr<NumberSource> readFormula(ElementReader& reader, Arithmetic arithmetic)
+{
+    FormulaScope scope = readScope(reader, arithmetic, false);
+    Formula formula = compile(reader, scope, "Formula");
+    if (reader.node().defect() != Status::Ok) {
+        return nullptr;
+    }
+    return std::make_unique<FormulaSource>(std::move(scope), std::move(formula), arithmetic);
+}
+
+std::unique_ptr<NumberSource> readConverter(ElementReader& reader, Arithmetic arithmetic)
+{
+    ConverterFormulas formulas{readScope(reader, arithmetic, true), {}, {}};
+    formulas.to = compile(reader, formulas.scope, "FormulaTo");
+    formulas.from = compile(reader, formulas.scope, "FormulaFrom");
+    Node* const target = reader.referenceIn("pValue");
+    if (target == nullptr) {
+        reader.fail(Status::BadNode);
+    }
+    if (reader.node().defect() != Status::Ok) {
+        return nullptr;
+    }
+    return std::make_unique<ConverterSource>(*target, std::move(formulas), arithmetic,
+                                             slopeOf(reader));
+}
+
+Node& readEmbeddedFormula(ElementReader& reader, const pugi::xml_node& element)
+{
+    auto owned = std::make_unique<IntegerNode>(reader.store().state(), "");
+    IntegerNode& node = *owned;
+    reader.store().add(std::move(owned));
+    ElementReader inner(reader.store(), node, element);
+    std::unique_ptr<NumberSource> source = readFormula(inner, Arithmetic::Integer);
+    if (source == nullptr) {
+        reader.fail(node.defect());
+    }
+    node.define(std::move(source), {}, {});
+    reader.node().links().below.push_back(&node);
+    node.links().above.push_back(&reader.node());
+    return node;
 }
 
 } // namespace gige::genapi
