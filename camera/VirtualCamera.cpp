@@ -82,10 +82,11 @@ std::string defaultSerial(const std::string& address)
 } // namespace
 
 struct VirtualCamera::Running {
-    Running(VirtualCamera& camera, const NetworkIdentity& network, DescriptionFile description,
-            UdpSocket control, UdpSocket stream)
-        : device(camera.mOptions, camera.mFaults),
-          bootstrap(camera.mOptions, network, description.url, device, camera.mFaults),
+    Running(VirtualCamera& camera, const NetworkIdentity& identity, const NetworkInterface& home,
+            DescriptionFile description, UdpSocket control, UdpSocket stream)
+        : network(home),
+          device(camera.mOptions, camera.mFaults),
+          bootstrap(camera.mOptions, identity, description.url, device, camera.mFaults),
           registers(bootstrap, device, std::move(description.bytes)),
           controlSocket(std::move(control)),
           streamSocket(std::move(stream)),
@@ -141,6 +142,13 @@ struct VirtualCamera::Running {
         }
     }
 
+    /// The limited broadcast is heard from every interface, but only hosts on this machine's
+    /// loopback reach a camera there.
+    [[nodiscard]] bool isNear(const Endpoint& host) const
+    {
+        return !network.isLoopback || network.contains(host.address);
+    }
+
     void listenForBroadcasts(UdpSocket& socket)
     {
         std::array<std::uint8_t, kControlBuffer> buffer{};
@@ -149,12 +157,13 @@ struct VirtualCamera::Running {
             if (received.status == ReceiveStatus::Woken) {
                 return;
             }
-            if (received.status == ReceiveStatus::Data) {
+            if (received.status == ReceiveStatus::Data && isNear(received.source)) {
                 server.executeBroadcast(std::span(buffer).first(received.size), received.source);
             }
         }
     }
 
+    const NetworkInterface network;
     Device device;
     Bootstrap bootstrap;
     RegisterMap registers;
@@ -206,13 +215,9 @@ std::optional<std::string> VirtualCamera::start()
     const NetworkInterface network = interfaceOf(*address);
     mRunning = std::make_unique<Running>(
         *this, NetworkIdentity{.mac = *mac, .address = *address, .netmask = network.netmask},
-        describe(mOptions), std::move(*control), std::move(*stream));
+        network, describe(mOptions), std::move(*control), std::move(*stream));
     // Without these the camera is still found under its own address.
-    std::vector<Ipv4Address> broadcasts{network.broadcast()};
-    if (!network.isLoopback) {
-        broadcasts.push_back(kLimitedBroadcast);
-    }
-    for (const Ipv4Address broadcast : broadcasts) {
+    for (const Ipv4Address broadcast : {network.broadcast(), kLimitedBroadcast}) {
         auto socket = UdpSocket::open({broadcast, kGvcpPort}, {.reuseAddress = true});
         if (socket) {
             mRunning->broadcastSockets.push_back(std::move(*socket));

@@ -1,7 +1,11 @@
 #include "Program.h"
+#include "UdpSocket.h"
 #include "VirtualCamera.h"
 
+#include <array>
 #include <gtest/gtest.h>
+#include <memory>
+#include <vector>
 
 namespace
 {
@@ -17,7 +21,25 @@ testing::AssertionResult contains(const std::string& output, const std::string& 
                                                         << output;
 }
 
-/// An address of a real interface, since other programs do not look for cameras on loopback.
+/// Who answers DISCOVERY until nothing more is heard, in the order of answers.
+std::vector<std::string> answering(gige::net::Ipv4Address from, gige::net::Ipv4Address destination)
+{
+    auto host = gige::net::UdpSocket::open({from, 0}, {.broadcast = true});
+    EXPECT_TRUE(host);
+    const std::array<std::uint8_t, 8> discovery{0x42, 0x01, 0x00, 0x02, 0x00, 0x00, 0x12, 0x34};
+    EXPECT_TRUE(host->send(discovery, {destination, 3956}));
+    std::vector<std::string> addresses;
+    std::array<std::uint8_t, 600> answer{};
+    while (true) {
+        const auto received = host->receive(answer, std::chrono::milliseconds(500));
+        if (received.status != gige::net::ReceiveStatus::Data) {
+            return addresses;
+        }
+        addresses.push_back(toText(received.source.address));
+    }
+}
+
+/// A camera on an address of a real interface.
 class OurCamera : public testing::Test
 {
   protected:
@@ -50,6 +72,15 @@ TEST_F(OurCamera, IsFoundByStrangers)
     EXPECT_TRUE(contains(outputOf({"arv-tool-0.8"}), "Fenrow 5"));
 }
 
+TEST_F(OurCamera, OnLoopbackKeepsToHostsOfLoopback)
+{
+    start({});
+    camera::VirtualCamera elsewhere({.address = "127.0.0.11"});
+    ASSERT_FALSE(elsewhere.start());
+    EXPECT_EQ(answering({0x0A4D0001}, gige::net::kLimitedBroadcast),
+              std::vector<std::string>{"10.77.0.1"});
+}
+
 TEST_F(OurCamera, HasFeaturesThatStrangersReadAndWrite)
 {
     start({});
@@ -78,6 +109,25 @@ TEST_F(OurCamera, StreamsToStrangersWithoutFailures)
     EXPECT_GE(numberAfter(output, "n_completed_buffers"), 20) << output;
     EXPECT_EQ(numberAfter(output, "n_failures"), 0) << output;
     EXPECT_EQ(numberAfter(output, "n_size_mismatch_errors"), 0) << output;
+}
+
+TEST(OurCamerasOnLoopback, AreAllFoundByStrangersBesideAStranger)
+{
+    const Program stranger({"arv-fake-gv-camera-0.8", "-i", "127.0.0.1"});
+    constexpr gige::net::Ipv4Address kStranger{0x7F000001};
+    for (int i = 0; i < 100 && answering(kStranger, kStranger).empty(); ++i) {
+    }
+    std::vector<std::unique_ptr<camera::VirtualCamera>> cameras;
+    for (const char* address : {"127.0.0.11", "127.0.0.12", "127.0.0.13"}) {
+        cameras.push_back(
+            std::make_unique<camera::VirtualCamera>(camera::CameraOptions{.address = address}));
+        ASSERT_FALSE(cameras.back()->start());
+    }
+    const std::string output = outputOf({"arv-tool-0.8"});
+    EXPECT_TRUE(contains(output, "(127.0.0.11)"));
+    EXPECT_TRUE(contains(output, "(127.0.0.12)"));
+    EXPECT_TRUE(contains(output, "(127.0.0.13)"));
+    EXPECT_TRUE(contains(output, "(127.0.0.1)"));
 }
 
 } // namespace

@@ -79,6 +79,41 @@ TEST(CameraControl, IsFoundByBroadcast)
     }
 }
 
+/** Who answers DISCOVERY until nothing more is heard, in the order of answers. */
+std::vector<std::string> answering(gige::net::UdpSocket& host,
+                                   const gige::net::Endpoint& destination)
+{
+    EXPECT_TRUE(host.send(fromHex("42 01 0002 0000 1234"), destination));
+    std::vector<std::string> addresses;
+    std::array<std::uint8_t, 600> buffer{};
+    while (true) {
+        const auto received = host.receive(buffer, 500ms);
+        if (received.status != gige::net::ReceiveStatus::Data) {
+            return addresses;
+        }
+        EXPECT_EQ(received.size, 256U);
+        addresses.push_back(toText(received.source.address));
+    }
+}
+
+TEST(CameraControl, AllOfOneMachineAreFoundByEitherBroadcast)
+{
+    const Station first("127.0.4.24");
+    const Station second("127.0.4.25");
+    const Station third("127.0.4.26");
+    auto host = gige::net::UdpSocket::open({{0x7F000001}, 0}, {.broadcast = true});
+    ASSERT_TRUE(host);
+    for (const std::uint32_t broadcast : {0x7FFFFFFFU, 0xFFFFFFFFU}) {
+        const auto found = answering(*host, {{broadcast}, 3956});
+        // Other cameras of this machine may answer, too.
+        EXPECT_EQ(std::ranges::count(found, "127.0.4.24"), 1) << std::hex << broadcast;
+        EXPECT_EQ(std::ranges::count(found, "127.0.4.25"), 1) << std::hex << broadcast;
+        EXPECT_EQ(std::ranges::count(found, "127.0.4.26"), 1) << std::hex << broadcast;
+    }
+    EXPECT_EQ(answering(*host, {{0x7F000419}, 3956}), std::vector<std::string>{"127.0.4.25"})
+        << "what goes to one is not heard by another";
+}
+
 TEST(CameraControl, SaysThatItsAddressIsTaken)
 {
     Station setup("127.0.4.3");
