@@ -4,6 +4,7 @@
 #include "UdpSocket.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -39,6 +40,11 @@ class BatchReceiver
     /// @param waker  ends the wait, may be null; looked at only when no datagram is there
     ReceiveStatus receive(Timeout timeout, const Waker* waker);
 
+    /// Whether the last receive took as much as it could at once, so that more may be waiting.
+    bool mayHaveMore() const { return mMayHaveMore; }
+    /// Lets datagrams gather. @return TimedOut, or Woken: the waker ended it
+    ReceiveStatus pause(std::chrono::microseconds time, const Waker& waker);
+
     /// What the last receive brought; valid until the next.
     std::span<const DatagramRun> runs() const { return {mRuns.data(), mRunCount}; }
 
@@ -68,6 +74,7 @@ class BatchReceiver
     UdpSocket& mSocket;
     std::vector<DatagramRun> mRuns;
     std::size_t mRunCount = 0;
+    bool mMayHaveMore = false;
     std::unique_ptr<Buffers> mBuffers;
 };
 

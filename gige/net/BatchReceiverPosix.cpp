@@ -1,7 +1,9 @@
 #include "BatchReceiver.h"
 
 #include "PosixAddress.h"
+#include "SlotSizing.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstring>
@@ -14,10 +16,6 @@ namespace gige::net
 namespace
 {
 
-/// Slots per call: together they stay within a core's second-level cache, so that the copy out of
-/// them reads what the kernel has just written there.
-constexpr std::size_t kSlots = 8;
-constexpr std::size_t kSlotSize = 65536; // bytes; the longest run that the kernel joins
 constexpr std::size_t kControlSize = CMSG_SPACE(sizeof(int));
 
 /// Length of each datagram in the run; 0: the kernel joined nothing.
@@ -36,41 +34,85 @@ std::size_t segmentSizeOf(msghdr& message)
 
 } // namespace
 
+/**
+ * A message lies in its slot. One that is longer goes on in the slot's overflow, whose beginning is
+ * left free for the part in the slot: so nothing is lost before the slots have grown. Overflows
+ * that nothing was written to take up no memory.
+ */
 struct BatchReceiver::Buffers {
     struct alignas(cmsghdr) Control {
         std::array<std::uint8_t, kControlSize> bytes;
     };
+    using Memory = std::unique_ptr<std::uint8_t[]>; // NOLINT(modernize-avoid-c-arrays): not zeroed
 
-    std::vector<std::uint8_t> memory = std::vector<std::uint8_t>(kSlots * kSlotSize);
-    std::array<iovec, kSlots> vectors{};
-    std::array<sockaddr_in, kSlots> sources{};
-    std::array<Control, kSlots> controls{};
-    std::array<mmsghdr, kSlots> messages{};
+    SlotSizing sizing;
+    SlotLayout layout;
+    std::size_t used = 0; // messages that the last call filled
+    Memory slots = std::make_unique_for_overwrite<std::uint8_t[]>(kSlotMemory);
+    Memory overflows = std::make_unique_for_overwrite<std::uint8_t[]>(kMostSlots * kLongestMessage);
+    std::array<std::array<iovec, 2>, kMostSlots> vectors{};
+    std::array<sockaddr_in, kMostSlots> sources{};
+    std::array<Control, kMostSlots> controls{};
+    std::array<mmsghdr, kMostSlots> messages{};
 
-    Buffers()
+    Buffers() { arrange(); }
+
+    std::uint8_t* slot(std::size_t i) { return &slots[i * layout.slotSize]; }
+    std::uint8_t* overflow(std::size_t i) { return &overflows[i * kLongestMessage]; }
+
+    void arrange()
     {
-        for (std::size_t i = 0; i < kSlots; ++i) {
-            vectors[i] = {.iov_base = &memory[i * kSlotSize], .iov_len = kSlotSize};
+        layout = sizing.layout();
+        for (std::size_t i = 0; i < layout.count; ++i) {
+            vectors[i] = {{{.iov_base = slot(i), .iov_len = layout.slotSize},
+                           {.iov_base = overflow(i) + layout.slotSize,
+                            .iov_len = kLongestMessage - layout.slotSize}}};
         }
+        prepare(layout.count);
     }
 
-    /// The call overwrites the lengths.
-    void prepare()
+    /// The call overwrites the lengths of those that it fills.
+    void prepare(std::size_t count)
     {
-        for (std::size_t i = 0; i < kSlots; ++i) {
+        for (std::size_t i = 0; i < count; ++i) {
             messages[i].msg_hdr = {.msg_name = &sources[i],
                                    .msg_namelen = sizeof sources[i],
-                                   .msg_iov = &vectors[i],
-                                   .msg_iovlen = 1,
+                                   .msg_iov = vectors[i].data(),
+                                   .msg_iovlen = vectors[i].size(),
                                    .msg_control = &controls[i],
                                    .msg_controllen = kControlSize,
                                    .msg_flags = 0};
         }
     }
+
+    void prepareNextCall()
+    {
+        if (used > 0) {
+            sizing.note(
+                std::ranges::max(std::span(messages).first(used), {}, &mmsghdr::msg_len).msg_len);
+            sizing.layout() == layout ? prepare(used) : arrange();
+            used = 0;
+        }
+    }
+
+    DatagramRun run(std::size_t i)
+    {
+        const std::size_t length = messages[i].msg_len;
+        const std::size_t segment = segmentSizeOf(messages[i].msg_hdr);
+        return {.bytes = {length > layout.slotSize ? wholeInOverflow(i) : slot(i), length},
+                .segmentSize = segment == 0 ? length : segment,
+                .source = fromNative(sources[i])};
+    }
+
+    const std::uint8_t* wholeInOverflow(std::size_t i)
+    {
+        std::memcpy(overflow(i), slot(i), layout.slotSize);
+        return overflow(i);
+    }
 };
 
 BatchReceiver::BatchReceiver(UdpSocket& socket)
-    : mSocket(socket), mRuns(kSlots), mBuffers(std::make_unique<Buffers>())
+    : mSocket(socket), mRuns(kMostSlots), mBuffers(std::make_unique<Buffers>())
 {
     // Kernels without it deliver the datagrams one by one.
     const int on = 1;
@@ -82,28 +124,33 @@ BatchReceiver::~BatchReceiver() = default;
 ReceiveStatus BatchReceiver::take()
 {
     Buffers& buffers = *mBuffers;
-    buffers.prepare();
+    buffers.prepareNextCall();
     int count = 0;
     do {
-        count = recvmmsg(mSocket.handle(), buffers.messages.data(), kSlots, MSG_DONTWAIT, nullptr);
+        count = recvmmsg(mSocket.handle(), buffers.messages.data(),
+                         static_cast<unsigned>(buffers.layout.count), MSG_DONTWAIT, nullptr);
     } while (count < 0 && (errno == EINTR || errno == ECONNREFUSED));
     if (count < 0) {
         return errno == EAGAIN ? ReceiveStatus::TimedOut : ReceiveStatus::Failed;
     }
-    mRunCount = static_cast<std::size_t>(count);
+    buffers.used = static_cast<std::size_t>(count);
+    mRunCount = buffers.used;
     for (std::size_t i = 0; i < mRunCount; ++i) {
-        mmsghdr& message = buffers.messages[i];
-        const std::size_t segment = segmentSizeOf(message.msg_hdr);
-        mRuns[i] = {.bytes = {&buffers.memory[i * kSlotSize], message.msg_len},
-                    .segmentSize = segment == 0 ? message.msg_len : segment,
-                    .source = fromNative(buffers.sources[i])};
+        mRuns[i] = buffers.run(i);
     }
+    mMayHaveMore = mRunCount == buffers.layout.count;
     return ReceiveStatus::Data;
 }
 
 ReceiveStatus BatchReceiver::wait(Timeout timeout, const Waker* waker)
 {
     return waitReadable(mSocket.handle(), timeout, waker);
+}
+
+ReceiveStatus BatchReceiver::pause(std::chrono::microseconds time, const Waker& waker)
+{
+    const ReceiveStatus status = waitReadable(waker.handle(), time, nullptr);
+    return status == ReceiveStatus::Data ? ReceiveStatus::Woken : status;
 }
 
 } // namespace gige::net

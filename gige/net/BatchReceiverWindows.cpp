@@ -20,6 +20,7 @@ constexpr int kUdpRecvMaxCoalescedSize = 3; // UDP_RECV_MAX_COALESCED_SIZE
 constexpr INT kUdpCoalescedInfo = 3;        // UDP_COALESCED_INFO
 constexpr DWORD kLongestRun = 65527;        // bytes; what a datagram may carry at most
 constexpr std::size_t kControlSize = 64;    // bytes; room for that one piece of information
+constexpr DWORD kHighResolutionTimer = 2;   // CREATE_WAITABLE_TIMER_HIGH_RESOLUTION
 
 LPFN_WSARECVMSG findReceiveMessage(SOCKET socket)
 {
@@ -37,6 +38,30 @@ bool isOfOneReceive(int error)
 {
     return error == WSAECONNRESET || error == WSA_OPERATION_ABORTED;
 }
+
+/// A timer with the precision of the processor's. None on systems older than it: their timers are
+/// too coarse for the pauses here.
+struct PreciseTimer {
+    HANDLE handle =
+        CreateWaitableTimerExW(nullptr, nullptr, kHighResolutionTimer, TIMER_ALL_ACCESS);
+    PreciseTimer() = default;
+    ~PreciseTimer()
+    {
+        if (handle != nullptr) {
+            CloseHandle(handle);
+        }
+    }
+    PreciseTimer(const PreciseTimer&) = delete;
+    PreciseTimer& operator=(const PreciseTimer&) = delete;
+
+    bool start(std::chrono::microseconds time)
+    {
+        LARGE_INTEGER due{};
+        due.QuadPart = -10 * time.count(); // relative, in units of 100 ns
+        return handle != nullptr &&
+               SetWaitableTimer(handle, &due, 0, nullptr, nullptr, FALSE) != FALSE;
+    }
+};
 
 struct WsaEvent {
     WSAEVENT handle = WSACreateEvent();
@@ -112,6 +137,7 @@ struct BatchReceiver::Buffers {
     std::size_t first = 0;
     std::size_t posted = 0;
     WsaEvent woken;
+    PreciseTimer timer;
 
     explicit Buffers(SOCKET ofSocket)
         : socket(ofSocket), receiveMessage(findReceiveMessage(ofSocket))
@@ -137,6 +163,13 @@ struct BatchReceiver::Buffers {
 
     Buffers(const Buffers&) = delete;
     Buffers& operator=(const Buffers&) = delete;
+
+    /// Has the event signalled when the waker is, at once if it is awake already.
+    void watch(const Waker& waker)
+    {
+        WSAResetEvent(woken.handle);
+        WSAEventSelect(waker.handle(), woken.handle, FD_READ);
+    }
 
     void advance()
     {
@@ -184,6 +217,7 @@ ReceiveStatus BatchReceiver::take()
             return ReceiveStatus::Failed;
         }
     }
+    mMayHaveMore = mRunCount == kBatch;
     return mRunCount == 0 ? ReceiveStatus::TimedOut : ReceiveStatus::Data;
 }
 
@@ -194,9 +228,8 @@ ReceiveStatus BatchReceiver::wait(Timeout timeout, const Waker* waker)
         return ReceiveStatus::Failed;
     }
     const std::array<WSAEVENT, 2> events{ring.slots[ring.first].done.handle, ring.woken.handle};
-    if (waker != nullptr) { // signals at once if it is awake already
-        WSAResetEvent(ring.woken.handle);
-        WSAEventSelect(waker->handle(), ring.woken.handle, FD_READ);
+    if (waker != nullptr) {
+        ring.watch(*waker);
     }
     switch (WSAWaitForMultipleEvents(waker == nullptr ? 1 : 2, events.data(), FALSE,
                                      static_cast<DWORD>(waitLimit(timeout)), FALSE)) {
@@ -209,6 +242,19 @@ ReceiveStatus BatchReceiver::wait(Timeout timeout, const Waker* waker)
     default:
         return ReceiveStatus::Failed;
     }
+}
+
+ReceiveStatus BatchReceiver::pause(std::chrono::microseconds time, const Waker& waker)
+{
+    Buffers& ring = *mBuffers;
+    if (!ring.timer.start(time)) {
+        return ReceiveStatus::TimedOut;
+    }
+    ring.watch(waker);
+    const std::array<HANDLE, 2> events{ring.timer.handle, ring.woken.handle};
+    return WaitForMultipleObjects(2, events.data(), FALSE, INFINITE) == WAIT_OBJECT_0 + 1
+               ? ReceiveStatus::Woken
+               : ReceiveStatus::TimedOut;
 }
 
 } // namespace gige::net

@@ -17,6 +17,11 @@ using Bytes = std::vector<std::uint8_t>;
 constexpr Endpoint kHost{{0x7F000111}, 0};   // 127.0.1.17
 constexpr Endpoint kDevice{{0x7F000112}, 0}; // 127.0.1.18
 constexpr auto kLong = 20s;                  // never reached unless something is broken
+#ifdef _WIN32
+constexpr std::size_t kLargestBatch = 32;
+#else
+constexpr std::size_t kLargestBatch = 200; // all of them
+#endif
 
 Bytes pattern(std::size_t size, std::size_t seed)
 {
@@ -62,13 +67,13 @@ class BatchTransfer : public testing::Test
         return packets;
     }
 
-    void expectRoundTrip(const std::vector<std::size_t>& sizes)
+    void expectRoundTrip(const std::vector<std::size_t>& sizes, SendMode mode = SendMode::Joined)
     {
         std::vector<Bytes> packets;
         for (const std::size_t size : sizes) {
             packets.push_back(pattern(size, packets.size()));
         }
-        BatchSender sender(*mDevice);
+        BatchSender sender(*mDevice, mode);
         ASSERT_EQ(sender.send(mHost->localEndpoint(), slices(packets)), packets.size());
         EXPECT_EQ(receive(packets.size()), packets);
     }
@@ -100,6 +105,56 @@ TEST_F(BatchTransfer, KeepsMixedSizes)
 TEST_F(BatchTransfer, KeepsEmptyDatagrams)
 {
     expectRoundTrip({0, 100, 100, 0, 0, 100});
+}
+
+TEST_F(BatchTransfer, KeepsPacketsThatComeSingly)
+{
+    for (int i = 0; i < 10; ++i) {
+        expectRoundTrip(std::vector<std::size_t>(300, 1472), SendMode::Single);
+    }
+}
+
+TEST_F(BatchTransfer, KeepsWhatIsLongerThanAnythingBefore)
+{
+    for (int i = 0; i < 100; ++i) { // the receiver has fitted itself to these
+        expectRoundTrip({100}, SendMode::Single);
+    }
+    std::vector<std::size_t> sizes{100};
+    sizes.insert(sizes.end(), 40, 9000);
+    sizes.insert(sizes.end(), {65507, 44, 65507});
+    expectRoundTrip(sizes, SendMode::Single);
+    expectRoundTrip(std::vector<std::size_t>(300, 1472), SendMode::Joined);
+}
+
+TEST_F(BatchTransfer, TakesAllThatIsWaitingAtOnce)
+{
+    BatchSender sender(*mDevice, SendMode::Single);
+    const std::vector<Bytes> packets(200, pattern(1472, 1));
+    std::size_t received = 0;
+    for (int i = 0; i < 70; ++i) { // enough for the receiver to fit itself to them
+        ASSERT_EQ(sender.send(mHost->localEndpoint(), slices(packets)), packets.size());
+        received = receive(packets.size()).size();
+    }
+    EXPECT_EQ(received, packets.size());
+    ASSERT_EQ(sender.send(mHost->localEndpoint(), slices(packets)), packets.size());
+    ASSERT_EQ(mReceiver.receive(kLong, nullptr), ReceiveStatus::Data);
+    EXPECT_EQ(mReceiver.runs().size(), kLargestBatch);
+}
+
+TEST_F(BatchTransfer, TellsWhetherMoreMayBeWaiting)
+{
+    BatchSender sender(*mDevice, SendMode::Single);
+    ASSERT_EQ(sender.send(mHost->localEndpoint(), slices({pattern(10, 1)})), 1U);
+    ASSERT_EQ(mReceiver.receive(kLong, nullptr), ReceiveStatus::Data);
+    EXPECT_FALSE(mReceiver.mayHaveMore());
+    const std::vector<Bytes> packets(100, pattern(10, 1));
+    ASSERT_EQ(sender.send(mHost->localEndpoint(), slices(packets)), packets.size());
+    std::size_t received = 0;
+    while (received < packets.size()) {
+        ASSERT_EQ(mReceiver.receive(kLong, nullptr), ReceiveStatus::Data);
+        received += mReceiver.runs().size();
+        EXPECT_TRUE(received == packets.size() || mReceiver.mayHaveMore());
+    }
 }
 
 TEST_F(BatchTransfer, StopsAtAPacketThatCannotBeSent)
@@ -152,6 +207,24 @@ TEST_F(BatchTransfer, WaitIsEndedByTheWaker)
     waking.join();
     waker.clear();
     EXPECT_EQ(mReceiver.receive(1ms, &waker), ReceiveStatus::TimedOut);
+}
+
+TEST_F(BatchTransfer, PauseIsEndedByTheWaker)
+{
+    Waker waker;
+    EXPECT_EQ(mReceiver.pause(100us, waker), ReceiveStatus::TimedOut);
+    waker.wake();
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(mReceiver.pause(kLong, waker), ReceiveStatus::Woken);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, kLong);
+}
+
+TEST_F(BatchTransfer, PauseLastsDespiteWaitingDatagrams)
+{
+    Waker waker;
+    ASSERT_TRUE(mDevice->send(Bytes{1}, mHost->localEndpoint()));
+    EXPECT_EQ(mReceiver.pause(100us, waker), ReceiveStatus::TimedOut);
+    EXPECT_EQ(receive(1), std::vector<Bytes>{Bytes{1}});
 }
 
 } // namespace
