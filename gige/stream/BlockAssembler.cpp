@@ -79,6 +79,16 @@ std::optional<Time> BlockAssembler::nextTime()
     return next;
 }
 
+std::uint32_t BlockAssembler::packetsToCome() const
+{
+    if (mOpenCount == 0) {
+        return 0;
+    }
+    const OpenBlock& newest = slot(mOpenCount - 1).block;
+    const std::uint32_t last = newest.expectedTrailerId();
+    return last > newest.highestId() ? last - newest.highestId() : 0;
+}
+
 void BlockAssembler::abort()
 {
     while (mOpenCount > 0) {

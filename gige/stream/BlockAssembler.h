@@ -62,6 +62,10 @@ class BlockAssembler
     /// When onTime() has something to do if no packet comes before; none: never.
     std::optional<Time> nextTime();
 
+    /// Packets that the newest open block still has to get behind those received; 0: none is open,
+    /// or its length is not known.
+    std::uint32_t packetsToCome() const;
+
     /// Completes the open blocks as Aborted. What may still come of them is late.
     void abort();
 
@@ -99,6 +103,7 @@ class BlockAssembler
     std::optional<Time> firstPacketLimit();
 
     Slot& slot(std::size_t age) { return mSlots[(mOldest + age) % mSlots.size()]; }
+    const Slot& slot(std::size_t age) const { return mSlots[(mOldest + age) % mSlots.size()]; }
 
     AssemblerHost& mHost;
     StreamSettings mSettings;

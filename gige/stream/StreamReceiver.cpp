@@ -50,9 +50,10 @@ StreamReceiver::StreamReceiver(const StreamConfig& config, net::UdpSocket socket
       mChannel(config.channel),
       mDevicePort(config.devicePort),
       mSocket(std::move(socket)),
-      mSocketBuffer(mSocket.setReceiveBuffer(kSocketBufferSize))
+      mSocketBuffer(mSocket.setReceiveBuffer(kSocketBufferSize)),
+      mGathering(mSocketBuffer)
 {
-    mAssembler.setSettings(config.settings);
+    apply(config.settings);
     mQueueWakes = config.settings.firstPacketTimeout.count() > 0;
 }
 
@@ -121,10 +122,9 @@ void StreamReceiver::run()
         const net::ReceiveStatus status =
             mBatches.receive(timeoutUntil(mAssembler.nextTime()), &mWaker);
         const Time now = Clock::now();
+        Taken taken;
         if (status == net::ReceiveStatus::Data) {
-            mBatches.forEach([&](wire::ByteView datagram, const net::Endpoint& source) {
-                onDatagram(datagram, source, now);
-            });
+            taken = placeReceived(now);
         } else if (status == net::ReceiveStatus::Woken) {
             mWaker.clear();
         } else if (status == net::ReceiveStatus::Failed) {
@@ -132,6 +132,33 @@ void StreamReceiver::run()
         }
         mAssembler.onTime(now);
         mStatistics.publish(mAssembler.statistics());
+        gather(taken, now);
+    }
+}
+
+Taken StreamReceiver::placeReceived(Time now)
+{
+    Taken taken;
+    mBatches.forEach([&](wire::ByteView datagram, const net::Endpoint& source) {
+        onDatagram(datagram, source, now);
+        ++taken.packets;
+        taken.bytes += datagram.size();
+    });
+    return taken;
+}
+
+/// Lets packets gather, as long as that delays nothing.
+void StreamReceiver::gather(const Taken& taken, Time now)
+{
+    auto pause = mGathering.pauseAfter(taken, mAssembler.packetsToCome(), now);
+    if (pause.count() == 0 || mBatches.mayHaveMore()) {
+        return;
+    }
+    if (const auto due = timeoutUntil(mAssembler.nextTime())) {
+        pause = std::min(pause, *due);
+    }
+    if (mBatches.pause(pause, mWaker) == net::ReceiveStatus::Woken) {
+        mWaker.clear();
     }
 }
 
@@ -145,7 +172,7 @@ void StreamReceiver::serveCommands()
         mHasCommands = false;
         const Commands commands = std::exchange(mCommands, {});
         if (commands.settings) {
-            mAssembler.setSettings(*commands.settings);
+            apply(*commands.settings);
         }
         if (commands.flush) {
             dropReceived();
@@ -158,6 +185,13 @@ void StreamReceiver::serveCommands()
         mCommandsServed = mCommandsGiven;
     }
     mCommandServed.notify_all();
+}
+
+void StreamReceiver::apply(const StreamSettings& settings)
+{
+    mAssembler.setSettings(settings);
+    mGathering.setLongest(settings.maximumPendingResends > 0 ? kLongestWithResends
+                                                             : kLongestGathering);
 }
 
 void StreamReceiver::dropReceived()

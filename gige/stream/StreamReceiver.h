@@ -4,6 +4,7 @@
 #include "BatchReceiver.h"
 #include "BlockAssembler.h"
 #include "BufferQueue.h"
+#include "Gathering.h"
 #include "Ipv4Address.h"
 #include "SharedStatistics.h"
 #include "StreamSettings.h"
@@ -100,7 +101,10 @@ class StreamReceiver final : private AssemblerHost
     StreamReceiver(const StreamConfig& config, net::UdpSocket socket);
 
     void run();
+    Taken placeReceived(Time now);
+    void gather(const Taken& taken, Time now);
     void serveCommands();
+    void apply(const StreamSettings& settings);
     template <typename Change>
     void command(Change change);
     void dropReceived();
@@ -125,6 +129,7 @@ class StreamReceiver final : private AssemblerHost
     // The receiving thread's own.
     net::BatchReceiver mBatches{mSocket};
     BlockAssembler mAssembler{*this};
+    Gathering mGathering;
     std::uint16_t mRequestId = 0;
 
     std::mutex mCommandLock;

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
 #include <list>
 #include <thread>
@@ -107,6 +108,43 @@ TEST_F(StreamReceiverTest, ReceivesJoinedPackets)
     net::BatchSender sender(*device);
     ASSERT_EQ(sender.send(receiver->localEndpoint(), slices), slices.size());
     expectBlock(block);
+}
+
+/// Packets come in bursts, as of a paced camera; pictures come with their last one.
+TEST_F(StreamReceiverTest, GathersSinglePacketsButNotPictures)
+{
+    constexpr std::uint64_t kBlocks = 15;
+    TestBlock block{.size = 60'000, .dataSize = 300};
+    queueBuffers(kBlocks, block.size);
+    std::vector<Clock::duration> delays;
+    for (block.id = 1; block.id <= kBlocks; ++block.id) {
+        std::vector<std::uint32_t> burst;
+        for (const std::uint32_t id : block.order()) {
+            burst.push_back(id);
+            if (burst.size() == 10 || id == block.trailerId()) {
+                send(block, burst);
+                burst.clear();
+            }
+        }
+        const Time sent = Clock::now();
+        expectBlock(block);
+        delays.push_back(Clock::now() - sent);
+    }
+    std::ranges::sort(delays);
+    EXPECT_LT(delays[kBlocks / 2], 50ms);
+    EXPECT_EQ(receiver->statistics().packetsReceived, kBlocks * 202);
+}
+
+/// However many packets it has reason to wait for.
+TEST_F(StreamReceiverTest, ServesCommandsWithinABlock)
+{
+    const TestBlock block{.id = 1, .size = 20'000};
+    queueBuffers(1, block.size);
+    auto order = block.order();
+    order.resize(order.size() / 2);
+    send(block, order);
+    receiver->abortQueued();
+    expectResult(BlockResult::Aborted);
 }
 
 TEST_F(StreamReceiverTest, TellsItsEndpointAndSocketBuffer)

@@ -1,0 +1,66 @@
+#ifndef TELVO_GIGE_STREAM_GATHERING_H
+#define TELVO_GIGE_STREAM_GATHERING_H
+
+#include "StreamSettings.h"
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+
+namespace gige::stream
+{
+
+/// Longest pause while resends are on. With what the system adds to a sleep, a request goes out at
+/// most 0.5 ms later than without pauses.
+constexpr std::chrono::microseconds kLongestWithResends{400};
+/// Longest pause without: a picture is complete at most 1 ms later, should its end come early.
+constexpr std::chrono::microseconds kLongestGathering{800};
+/// Below this a sleep takes longer than it should.
+constexpr std::chrono::microseconds kShortestGathering{60};
+/// A pause that gathers fewer packets costs as much as it saves.
+constexpr double kFewestGathered = 3;
+/// Most that a pause gathers, bytes: more would no longer be in a core's second-level cache.
+constexpr std::size_t kMostGathered = 256 * 1024;
+
+/// What one receive brought.
+struct Taken {
+    std::size_t packets = 0;
+    std::size_t bytes = 0;
+};
+
+/**
+ * Decides how long the receiving thread lets packets gather before it takes them, since waking up
+ * for each costs more than taking it. It pauses only within a block, by the rate at which that
+ * comes, and not for its end: the block's last packet is waited for as it comes. Pure, with the
+ * time handed in.
+ */
+class Gathering
+{
+  public:
+    /// @param capacity  bytes that the system keeps meanwhile
+    explicit Gathering(std::size_t capacity);
+
+    /// @param longest  the pause's limit
+    void setLongest(std::chrono::microseconds longest) { mLongest = longest; }
+
+    /// @param toCome  packets of the newest open block that are still to come; 0: not known
+    /// @param now     when the packets were taken
+    /// @return how long to pause; 0: wait for the next packet
+    std::chrono::microseconds pauseAfter(const Taken& taken, std::uint32_t toCome, Time now);
+
+  private:
+    void measure(const Taken& taken, Time now);
+
+    const double mMostBytes;
+    std::chrono::microseconds mLongest = kLongestGathering;
+    // Sums over the last receives within a block, the older the less.
+    double mSeconds = 0;
+    double mPackets = 0;
+    double mBytes = 0;
+    Time mLastTaken;
+    bool mWithinBlock = false; // after the last receive
+};
+
+} // namespace gige::stream
+
+#endif
