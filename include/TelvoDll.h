@@ -13,8 +13,12 @@
  * read as its unsigned counterpart. Flags are one byte, 0 or 1. Names in quotation marks are the
  * camera's features, whose units and limits are the camera's.
  *
- * Threads: the host calls one function at a time in its process. The exception is
+ * Threads: functions of different cameras may be called at the same time, connecting and
+ * disconnecting them too. For one camera the host calls one function at a time. The exception is
  * expAbortCurrentFrameBlockRequest, which may be called while expGetRecordedFrameBlockResult waits.
+ *
+ * Cameras may be disconnected up to the end of the process, in static destructors and atexit
+ * handlers too, whenever those were registered.
  *
  * Pointers returned are the library's: read only, never freed by the host, valid as long as the
  * function says. Texts are single-byte and NUL-terminated. Pointers passed are not kept.

@@ -2,6 +2,30 @@
 
 #include <memory>
 
+namespace
+{
+
+std::int32_t connectUnder(std::int32_t cameraId, const char* macAddress, const char* ipAddress,
+                          bool ipConfigurationValid, const TelvoConnectionSettings& settings)
+{
+    ReservedId id(cameraId);
+    auto grabber = std::make_unique<CQuorGrabber>();
+    const std::int32_t result =
+        grabber->connect(macAddress, ipAddress, ipConfigurationValid, settings);
+    if (result < 0) {
+        return result;
+    }
+    // An id in use keeps its camera, and this one stays connected without an id: hosts rely on a
+    // second connect not ending the first, and must disconnect an id before they use it again.
+    if (id.tryAgain()) {
+        id.giveTo(grabber.get());
+    }
+    static_cast<void>(grabber.release());
+    return result;
+}
+
+} // namespace
+
 std::int32_t expConnectGrabber(const char* macAddress, const char* ipAddress,
                                std::uint8_t ipConfigurationValid,
                                const TelvoConnectionSettings* settings,
@@ -10,21 +34,9 @@ std::int32_t expConnectGrabber(const char* macAddress, const char* ipAddress,
     if (isAnyNull(macAddress, ipAddress, settings)) {
         return kFailure;
     }
-    CameraRegistry& registry = cameraRegistry();
-    auto grabber = std::make_unique<CQuorGrabber>();
-    registry.setCurrent(grabber.get());
-    const TelvoConnectionSettings copy = *settings;
-    const std::int32_t result =
-        grabber->connect(macAddress, ipAddress, ipConfigurationValid != 0, copy);
-    if (result < 0) {
-        grabber.reset();
-        registry.setCurrent(nullptr);
-        return result;
-    }
-    // An id in use keeps its camera, and this one stays connected without an id: hosts rely on a
-    // second connect not ending the first, and must disconnect an id before they use it again.
-    registry.insert(cameraId, grabber.release());
-    return result;
+    return orFailure(kFailure, [=, copy = *settings] {
+        return connectUnder(cameraId, macAddress, ipAddress, ipConfigurationValid != 0, copy);
+    });
 }
 
 std::int32_t expInitializeGrabber(const TelvoConnectionSettings* settings,
@@ -41,14 +53,12 @@ std::int32_t expInitializeGrabber(const TelvoConnectionSettings* settings,
 std::int32_t expDisconnectGrabber(std::int32_t cameraId) noexcept
 {
     CameraRegistry& registry = cameraRegistry();
-    CQuorGrabber* const grabber = registry.find(cameraId);
+    CQuorGrabber* const grabber = registry.take(cameraId);
     if (grabber == nullptr) {
         return kFailure;
     }
-    registry.setCurrent(grabber);
     delete grabber;
-    registry.setCurrent(nullptr);
-    registry.erase(cameraId);
+    registry.release(cameraId);
     return kSuccess;
 }
 

@@ -23,28 +23,52 @@ bool isAnyNull(Args... args)
     return (isNull(args) || ...);
 }
 
+/// Nothing unwinds into a host, not even for want of memory or threads: what is thrown in there is
+/// a failure like any other.
+template <typename Result, typename Body>
+Result orFailure(Result failure, Body body) noexcept
+{
+    try {
+        return body();
+    } catch (...) {
+        return failure;
+    }
+}
+
 /// Finds the camera, calls exactly one operation and returns its result.
 /// @return failure for an unknown id or a null pointer among the arguments
 template <typename Result, typename Operation, typename... Args>
-Result callGrabber(std::int32_t cameraId, Result failure, Operation operation, Args... args)
+Result callGrabber(std::int32_t cameraId, Result failure, Operation operation,
+                   Args... args) noexcept
 {
-    CQuorGrabber* const grabber = cameraRegistry().find(cameraId);
-    if (grabber == nullptr || isAnyNull(args...)) {
-        return failure;
-    }
-    return std::invoke(operation, *grabber, args...);
+    return orFailure(failure, [&]() -> Result {
+        CQuorGrabber* const grabber = cameraRegistry().find(cameraId);
+        if (grabber == nullptr || isAnyNull(args...)) {
+            return failure;
+        }
+        return std::invoke(operation, *grabber, args...);
+    });
 }
 
 /// The frame of an export that returns a result code.
 template <typename Operation, typename... Args>
-std::int32_t onGrabber(std::int32_t cameraId, Operation operation, Args... args)
+std::int32_t onGrabber(std::int32_t cameraId, Operation operation, Args... args) noexcept
 {
     return callGrabber<std::int32_t>(cameraId, kFailure, operation, args...);
 }
 
+/// The frame of one of the few exports that answer 0 for an unknown id.
+template <typename Operation, typename... Args>
+std::int32_t onKnownGrabber(std::int32_t cameraId, Operation operation, Args... args) noexcept
+{
+    const bool isKnown = cameraRegistry().find(cameraId) != nullptr;
+    return isKnown ? onGrabber(cameraId, operation, args...) : 0;
+}
+
 /// The frame of an export that returns image memory.
 template <typename Operation, typename... Args>
-const std::uint8_t* imageOnGrabber(std::int32_t cameraId, Operation operation, Args... args)
+const std::uint8_t* imageOnGrabber(std::int32_t cameraId, Operation operation,
+                                   Args... args) noexcept
 {
     return callGrabber<const std::uint8_t*>(cameraId, nullptr, operation, args...);
 }

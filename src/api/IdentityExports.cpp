@@ -23,12 +23,6 @@ std::int32_t expIsMultiSequenceModeAvailable(std::uint8_t* available,
 std::int32_t expGetUsedCameraType(std::uint8_t* cameraCase, std::int32_t cameraId,
                                   std::uint32_t* maxWidth, std::uint32_t* maxHeight) noexcept
 {
-    CQuorGrabber* const grabber = cameraRegistry().find(cameraId);
-    if (grabber == nullptr) {
-        return 0;
-    }
-    if (isAnyNull(cameraCase, maxWidth, maxHeight)) {
-        return kFailure;
-    }
-    return grabber->getUsedCameraType(cameraCase, asSigned(maxWidth), asSigned(maxHeight));
+    return onKnownGrabber(cameraId, &CQuorGrabber::getUsedCameraType, cameraCase,
+                          asSigned(maxWidth), asSigned(maxHeight));
 }

@@ -36,11 +36,7 @@ std::int32_t expGetLastRecordDimensions(std::uint32_t* width, std::uint32_t* hei
 
 std::int32_t expGetNumberOfAllRecordedFrames(std::uint32_t* count, std::int32_t cameraId) noexcept
 {
-    CQuorGrabber* const grabber = cameraRegistry().find(cameraId);
-    if (grabber == nullptr) {
-        return 0;
-    }
-    return isAnyNull(count) ? kFailure : grabber->getNumberOfAllRecordedFrames(asSigned(count));
+    return onKnownGrabber(cameraId, &CQuorGrabber::getNumberOfAllRecordedFrames, asSigned(count));
 }
 
 std::int32_t expGetRecordInfo(std::uint32_t* offsetX, std::uint32_t* offsetY, std::uint32_t* width,
@@ -48,15 +44,9 @@ std::int32_t expGetRecordInfo(std::uint32_t* offsetX, std::uint32_t* offsetY, st
                               std::int64_t* reserved, void* /*unused*/,
                               std::int32_t cameraId) noexcept
 {
-    CQuorGrabber* const grabber = cameraRegistry().find(cameraId);
-    if (grabber == nullptr) {
-        return 0;
-    }
-    if (isAnyNull(offsetX, offsetY, width, height, frameCount, reserved)) {
-        return kFailure;
-    }
-    return grabber->getRecordInfo(asSigned(offsetX), asSigned(offsetY), asSigned(width),
-                                  asSigned(height), frameCount, reserved);
+    return onKnownGrabber(cameraId, &CQuorGrabber::getRecordInfo, asSigned(offsetX),
+                          asSigned(offsetY), asSigned(width), asSigned(height), frameCount,
+                          reserved);
 }
 
 std::int32_t expIsFlashCardAvailable(std::uint8_t* available, std::int32_t cameraId) noexcept

@@ -5,6 +5,8 @@
 #include <cstdlib>
 #include <gmock/gmock.h>
 #include <limits>
+#include <string>
+#include <thread>
 
 #ifdef __SANITIZE_ADDRESS__
 #include <sanitizer/lsan_interface.h>
@@ -86,6 +88,57 @@ TEST_F(RegistryTest, EachCameraIsDisconnectedAlone)
                      "PvDevice#2.Disconnect", "log Grabber disconnected!."}));
     EXPECT_EQ(ipAddress(1), "127.0.0.1");
     EXPECT_EQ(ipAddress(2), "unknown");
+}
+
+TEST_F(RegistryTest, AnIdThatIsBeingConnectedIsNeitherKnownNorTakenByAnotherThread)
+{
+#ifdef __SANITIZE_ADDRESS__
+    const __lsan::ScopedDisabler theSecondGrabberIsNeverDestroyed;
+#endif
+    s.onCall([this](const std::string& call) {
+        if (call.starts_with("PvDevice.Connect")) {
+            EXPECT_EQ(ipAddress(kCamera), "unknown");
+            EXPECT_EQ(expDisconnectGrabber(kCamera), -1);
+            std::thread([this] { EXPECT_EQ(connect(kMac, "127.0.0.2", 1, {}), 0); }).join();
+            EXPECT_EQ(ipAddress(kCamera), "unknown");
+        }
+    });
+    ASSERT_EQ(connect(kMac, "127.0.0.1", 1, {}), 0);
+    EXPECT_EQ(ipAddress(kCamera), "127.0.0.1");
+}
+
+TEST_F(RegistryTest, AnIdWhoseConnectHasFailedGoesToTheThreadThatStillConnects)
+{
+    s.answerAlways("PvDevice#2.Connect", Code::NotFound);
+    s.onCall([this](const std::string& call) {
+        if (call.starts_with("PvDevice.Connect")) {
+            std::thread([this] { EXPECT_EQ(connect(kMac, "127.0.0.2", 1, {}), -1); }).join();
+        }
+    });
+    ASSERT_EQ(connect(kMac, "127.0.0.1", 1, {}), 0);
+    EXPECT_EQ(ipAddress(kCamera), "127.0.0.1");
+    EXPECT_EQ(expDisconnectGrabber(kCamera), 0);
+}
+
+TEST_F(RegistryTest, AnIdThatIsBeingDisconnectedIsNeitherKnownNorTakenByAnotherThread)
+{
+#ifdef __SANITIZE_ADDRESS__
+    const __lsan::ScopedDisabler theSecondGrabberIsNeverDestroyed;
+#endif
+    ASSERT_EQ(connect(kMac, "127.0.0.1", 1, {}), 0);
+    s.onCall([this](const std::string& call) {
+        if (call == "PvDevice.Disconnect") {
+            std::thread([this] {
+                EXPECT_EQ(expSetChangedCallback(nullptr, kCamera), -1);
+                EXPECT_EQ(expDisconnectGrabber(kCamera), -1);
+                EXPECT_EQ(connect(kMac, "127.0.0.2", 1, {}), 0);
+            }).join();
+        }
+    });
+    EXPECT_EQ(expDisconnectGrabber(kCamera), 0);
+    EXPECT_EQ(ipAddress(kCamera), "unknown");
+    ASSERT_EQ(connect(kMac, "127.0.0.3", 1, {}), 0);
+    EXPECT_EQ(ipAddress(kCamera), "127.0.0.3");
 }
 
 TEST_F(RegistryTest, ACameraWithALostLinkStaysKnown)
