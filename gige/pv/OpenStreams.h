@@ -12,6 +12,7 @@
 /**
  * The open streams of this process. A device tells here from which port it sends, as soon as it
  * knows; the stream then takes packets of no other. Threads: any; mLock guards the map.
+ * The one instance exists from its first use to the end of the process.
  */
 class OpenStreams
 {
@@ -19,6 +20,8 @@ class OpenStreams
     static OpenStreams& instance();
 
     void add(const std::shared_ptr<gige::stream::StreamReceiver>& stream);
+    /// Before the stream is closed for good.
+    void remove(const gige::stream::StreamReceiver& stream);
     /// @param destination  where the device sends to
     /// @param devicePort   0: not known, the stream learns it
     void setDevicePort(const gige::net::Endpoint& destination, std::uint16_t devicePort);

@@ -66,15 +66,17 @@ PvResult PvStreamBase::Impl::open(const PvString& deviceAddress, std::uint16_t l
         return PvResult::Code::StateError;
     }
     std::error_code error;
-    mReceiver = StreamReceiver::open({.local = {.address = *local, .port = localPort},
-                                      .device = *device,
-                                      .channel = static_cast<std::uint16_t>(channel),
-                                      .settings = mParameters.settings()},
-                                     error);
-    if (mReceiver == nullptr) {
+    std::shared_ptr<StreamReceiver> opened =
+        StreamReceiver::open({.local = {.address = *local, .port = localPort},
+                              .device = *device,
+                              .channel = static_cast<std::uint16_t>(channel),
+                              .settings = mParameters.settings()},
+                             error);
+    if (opened == nullptr) {
         return PvResult::Code::NetworkError;
     }
-    OpenStreams::instance().add(mReceiver);
+    OpenStreams::instance().add(opened);
+    mReceiver = std::move(opened);
     return PvResult::Code::Ok;
 }
 
@@ -86,6 +88,7 @@ void PvStreamBase::Impl::close()
         closing = std::exchange(mReceiver, nullptr);
     }
     if (closing != nullptr) {
+        OpenStreams::instance().remove(*closing);
         closing->abortQueued();
         closing->wakeRetrievals();
     }

@@ -1,5 +1,6 @@
 #include "KernelPosix.h"
 
+#include <atomic>
 #include <cstddef>
 #include <cstring>
 #include <string_view>
@@ -14,37 +15,60 @@ namespace
 constexpr std::string_view kViewerSocket = "TelvoDll.debug"; // abstract: no file, no permissions
 constexpr suseconds_t kSlowViewerLimit = 100'000;            // microseconds
 
-/// One unconnected socket per process, opened with the first line and closed at unload.
-class DebugSocket
+constexpr int kNone = -1;
+
+/// One unconnected socket per process, opened with the first line. A plain number: a line may come
+/// from an exit handler that runs after the destructors of statics.
+std::atomic<int> viewerSocket{kNone};
+
+int openSocket()
 {
-  public:
-    DebugSocket() : mSocket(socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0))
-    {
-        const timeval limit{.tv_sec = 0, .tv_usec = kSlowViewerLimit};
-        setsockopt(mSocket, SOL_SOCKET, SO_SNDTIMEO, &limit, sizeof limit);
-        mViewer.sun_family = AF_UNIX;
-        std::memcpy(mViewer.sun_path + 1, kViewerSocket.data(), kViewerSocket.size());
-    }
-    ~DebugSocket() { close(mSocket); }
-    DebugSocket(const DebugSocket&) = delete;
-    DebugSocket& operator=(const DebugSocket&) = delete;
+    const int opened = socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0);
+    const timeval limit{.tv_sec = 0, .tv_usec = kSlowViewerLimit};
+    setsockopt(opened, SOL_SOCKET, SO_SNDTIMEO, &limit, sizeof limit);
+    return opened;
+}
 
-    void send(std::string_view line) const
-    {
-        sendto(mSocket, line.data(), line.size(), MSG_NOSIGNAL,
-               reinterpret_cast<const sockaddr*>(&mViewer), // the socket interface's own idiom
-               static_cast<socklen_t>(offsetof(sockaddr_un, sun_path) + 1 + kViewerSocket.size()));
+/// The socket of all threads; kNone when the system gives none now.
+int socketToViewer()
+{
+    int present = viewerSocket;
+    if (present != kNone) {
+        return present;
     }
+    const int opened = openSocket();
+    if (opened != kNone && !viewerSocket.compare_exchange_strong(present, opened)) {
+        close(opened); // another thread was first
+        return present;
+    }
+    return opened;
+}
 
-  private:
-    int mSocket;
-    sockaddr_un mViewer{};
-};
+/// At unload, and after all exit handlers at the end of the process.
+[[gnu::destructor]] void closeSocket()
+{
+    if (const int open = viewerSocket.exchange(kNone); open != kNone) {
+        close(open);
+    }
+}
+
+sockaddr_un viewerAddress()
+{
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    std::memcpy(address.sun_path + 1, kViewerSocket.data(), kViewerSocket.size());
+    return address;
+}
 
 } // namespace
 
 void OutputDebugStringA(LPCSTR text)
 {
-    static const DebugSocket socket;
-    socket.send(text);
+    static const sockaddr_un kViewer = viewerAddress();
+    constexpr auto kLength =
+        static_cast<socklen_t>(offsetof(sockaddr_un, sun_path) + 1 + kViewerSocket.size());
+    const std::string_view line(text);
+    sendto(socketToViewer(), line.data(), line.size(), MSG_NOSIGNAL,
+           reinterpret_cast<const sockaddr*>(&kViewer), // the socket interface's own idiom
+           kLength);
 }
