@@ -26,6 +26,14 @@ void takeEarlier(std::optional<Time>& next, std::optional<Time> other)
 
 } // namespace
 
+void BlockAssembler::setSettings(const StreamSettings& settings)
+{
+    mSettings = settings;
+    for (std::size_t age = 0; age < mOpenCount; ++age) {
+        wakeResends(slot(age));
+    }
+}
+
 void BlockAssembler::onPacket(const wire::GvspHeader& header, wire::ByteView body, Time now)
 {
     if (isError(header.status)) {
@@ -40,7 +48,7 @@ void BlockAssembler::onPacket(const wire::GvspHeader& header, wire::ByteView bod
     }
     const Placement placement = place(*target, header, body);
     if (placement == Placement::Stored) {
-        target->block.touch(now);
+        onStored(*target, header.packetId, now);
     }
     count(placement, header, body.size());
     if (target->block.isFinished()) {
@@ -67,14 +75,11 @@ void BlockAssembler::onTime(Time now)
 std::optional<Time> BlockAssembler::nextTime()
 {
     std::optional<Time> next = firstPacketLimit();
-    for (std::size_t age = 0; age < mOpenCount; ++age) {
-        const Slot& open = slot(age);
-        if (age == 0) {
-            takeEarlier(next, limitOf(open.block));
-        }
-        if (mSettings.maximumPendingResends > 0 && !open.block.isFinished()) {
-            takeEarlier(next, open.resends.nextTime(open.block));
-        }
+    if (mOpenCount > 0) {
+        takeEarlier(next, limitOf(slot(0).block));
+    }
+    if (mSettings.maximumPendingResends > 0) {
+        takeEarlier(next, mTurns.next());
     }
     return next;
 }
@@ -128,10 +133,17 @@ BlockAssembler::Slot* BlockAssembler::findOpen(const wire::GvspHeader& header)
         return nullptr;
     }
     // Right there, but for blocks that were lost altogether.
-    const auto behind = static_cast<std::uint64_t>(distance);
-    for (std::size_t age = std::min<std::uint64_t>(behind + 1, mOpenCount); age-- > 0;) {
-        if (slot(age).block.id() == header.blockId) {
+    std::size_t begin = 0;
+    std::size_t end = std::min<std::uint64_t>(static_cast<std::uint64_t>(distance) + 1, mOpenCount);
+    for (std::size_t age = end - 1; begin < end; age = begin + (end - begin) / 2) {
+        const std::uint64_t id = slot(age).block.id();
+        if (id == header.blockId) {
             return &slot(age);
+        }
+        if (blockDistance(slot(0).block.id(), id, header.extendedIds) < distance) {
+            begin = age + 1;
+        } else {
+            end = age;
         }
     }
     return nullptr;
@@ -159,6 +171,9 @@ BlockAssembler::Slot* BlockAssembler::open(const wire::GvspHeader& header, Time 
     if (buffer == nullptr) {
         ++mStatistics.blocksDropped;
         return nullptr;
+    }
+    if (mOpenCount > 0) {
+        wakeResends(slot(mOpenCount - 1)); // it is cut off
     }
     Slot& opened = slot(mOpenCount++);
     opened.block.begin(*buffer, header.blockId, header.extendedIds, now, mHint);
@@ -207,7 +222,7 @@ void BlockAssembler::closeOldest(BlockResult result)
     Slot& closed = slot(0);
     const BlockInfo info = closed.block.info(result);
     mHint = closed.block.hint();
-    mStatistics.packetsResent += closed.resends.forgetArrived(closed.block);
+    endResends(closed);
     if (result == BlockResult::Ok) {
         ++mStatistics.blocksReceived;
         mSequence.noteComplete(info.blockId);
@@ -262,6 +277,18 @@ void BlockAssembler::count(Placement placement, const wire::GvspHeader& header, 
     }
 }
 
+void BlockAssembler::onStored(Slot& slot, std::uint32_t packetId, Time now)
+{
+    slot.block.touch(now);
+    changeResends(slot, [&](ResendPlanner& resends) {
+        mStatistics.packetsResent += resends.noteArrived(packetId) ? 1U : 0U;
+    });
+    if (slot.block.isFinished()) {
+        endResends(slot);
+    }
+    wakeResends(slot);
+}
+
 /// A packet without usable data: mostly the answer to a resend request.
 void BlockAssembler::onErrorPacket(const wire::GvspHeader& header)
 {
@@ -273,10 +300,11 @@ void BlockAssembler::onErrorPacket(const wire::GvspHeader& header)
     switch (header.status) {
     case GvcpStatus::PacketUnavailable:
     case GvcpStatus::PacketRemoved:
-        target->resends.giveUp(header.packetId);
+        changeResends(*target, [&](ResendPlanner& resends) { resends.giveUp(header.packetId); });
         break;
     case GvcpStatus::PacketAndPreviousRemoved:
-        target->resends.giveUpThrough(header.packetId);
+        changeResends(*target,
+                      [&](ResendPlanner& resends) { resends.giveUpThrough(header.packetId); });
         break;
     case GvcpStatus::DataOverrun:
         target->block.setDamaged();
@@ -286,35 +314,65 @@ void BlockAssembler::onErrorPacket(const wire::GvspHeader& header)
     }
 }
 
+/// The oldest block first, as far as the budget goes.
 void BlockAssembler::requestResends(Time now)
 {
-    const std::uint32_t limit = mSettings.maximumPendingResends;
-    if (limit == 0) {
+    if (mSettings.maximumPendingResends == 0) {
         return;
     }
-    std::uint32_t pending = 0;
-    for (std::size_t age = 0; age < mOpenCount; ++age) {
-        if (slot(age).block.isFinished()) {
-            continue; // waits for those before it
-        }
-        mStatistics.packetsResent += slot(age).resends.forgetArrived(slot(age).block);
-        pending += slot(age).resends.pending();
+    const auto next = [&](std::size_t index) {
+        return mTurns.first(index, now, resendBudget() > 0);
+    };
+    for (std::size_t i = next(mOldest); i < mSlots.size(); i = next(i + 1)) {
+        requestResends(i, now);
     }
-    for (std::size_t age = 0; age < mOpenCount; ++age) {
-        const OpenBlock& block = slot(age).block;
-        if (block.isFinished()) {
-            continue;
-        }
-        ResendPlanner& resends = slot(age).resends;
-        const std::uint32_t before = resends.pending();
-        const bool cutOff = age + 1 < mOpenCount;
-        mRanges.clear();
-        resends.plan(block, mSettings, cutOff, limit - std::min(pending, limit), now, mRanges);
-        pending += resends.pending() - before;
-        for (const PacketRange& range : mRanges) {
-            mHost.requestResend({block.id(), block.extendedIds(), range});
-        }
+    for (std::size_t i = next(0); i < mOldest; i = next(i + 1)) {
+        requestResends(i, now);
     }
+}
+
+void BlockAssembler::requestResends(std::size_t index, Time now)
+{
+    Slot& open = mSlots[index];
+    const bool cutOff = &open != &slot(mOpenCount - 1);
+    changeResends(open, [&](ResendPlanner& resends) {
+        resends.plan(open.block, mSettings, cutOff, resendBudget(), now, mRanges);
+    });
+    mTurns.wait(index, open.resends.nextTime(open.block),
+                open.resends.wantsBudget() && !open.block.isTooLong(), now);
+    for (const PacketRange& range : mRanges) {
+        mHost.requestResend({open.block.id(), open.block.extendedIds(), range});
+    }
+}
+
+/// Has the block looked at for resends the next time, unless it only waits for those before it.
+void BlockAssembler::wakeResends(const Slot& slot)
+{
+    if (!slot.block.isFinished()) {
+        mTurns.wake(indexOf(slot));
+    }
+}
+
+void BlockAssembler::endResends(Slot& slot)
+{
+    changeResends(slot, [](ResendPlanner& resends) { resends.stop(); });
+    mTurns.forget(indexOf(slot));
+}
+
+/// Packets that may newly come under re-request.
+std::uint32_t BlockAssembler::resendBudget() const
+{
+    const std::uint32_t limit = mSettings.maximumPendingResends;
+    return limit - std::min(mPendingResends, limit);
+}
+
+/// Whatever is done to a block's resends, the sum of the pending ones follows.
+template <typename Change>
+void BlockAssembler::changeResends(Slot& slot, Change change)
+{
+    const std::uint32_t before = slot.resends.pending();
+    change(slot.resends);
+    mPendingResends += slot.resends.pending() - before;
 }
 
 /// A buffer that waits too long for a block to begin is given back.

@@ -5,6 +5,7 @@
 #include "GvspHeader.h"
 #include "OpenBlock.h"
 #include "ResendPlanner.h"
+#include "ResendTurns.h"
 #include "StreamBuffer.h"
 #include "StreamSettings.h"
 #include "StreamStatistics.h"
@@ -52,7 +53,7 @@ class BlockAssembler
     /// @param host  borrowed for the assembler's life
     explicit BlockAssembler(AssemblerHost& host) : mHost(host) {}
 
-    void setSettings(const StreamSettings& settings) { mSettings = settings; }
+    void setSettings(const StreamSettings& settings);
 
     /// @param header  of an accepted packet, block id not 0
     /// @param body    what follows the header
@@ -96,14 +97,25 @@ class BlockAssembler
 
     Placement place(Slot& slot, const wire::GvspHeader& header, wire::ByteView body);
     void count(Placement placement, const wire::GvspHeader& header, std::size_t bytes);
+    void onStored(Slot& slot, std::uint32_t packetId, Time now);
     void onErrorPacket(const wire::GvspHeader& header);
     void requestResends(Time now);
+    void requestResends(std::size_t index, Time now);
+    void wakeResends(const Slot& slot);
+    void endResends(Slot& slot);
+    std::uint32_t resendBudget() const;
+    template <typename Change>
+    void changeResends(Slot& slot, Change change);
     void limitFirstPacketWait(Time now);
     std::optional<Time> limitOf(const OpenBlock& block) const;
     std::optional<Time> firstPacketLimit();
 
     Slot& slot(std::size_t age) { return mSlots[(mOldest + age) % mSlots.size()]; }
     const Slot& slot(std::size_t age) const { return mSlots[(mOldest + age) % mSlots.size()]; }
+    std::size_t indexOf(const Slot& slot) const
+    {
+        return static_cast<std::size_t>(&slot - mSlots.data());
+    }
 
     AssemblerHost& mHost;
     StreamSettings mSettings;
@@ -114,7 +126,9 @@ class BlockAssembler
     BlockSequence mSequence;
     Time mWaitingFrom; // when a buffer was last given back for want of packets
     BlockHint mHint;
-    std::vector<PacketRange> mRanges; // reused
+    ResendTurns<kMaxOpenBlocks> mTurns;
+    std::uint32_t mPendingResends = 0; // of all open blocks
+    std::vector<PacketRange> mRanges;  // reused
 };
 
 } // namespace gige::stream

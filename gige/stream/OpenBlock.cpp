@@ -3,6 +3,7 @@
 #include "PacketArithmetic.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstring>
 #include <limits>
 #include <utility>
@@ -122,6 +123,24 @@ bool OpenBlock::has(std::uint32_t packetId) const
     return word < mReceived.size() && ((mReceived[word] >> (bit % kBitsPerWord)) & 1) != 0;
 }
 
+std::uint32_t OpenBlock::findMissing(std::uint32_t from, std::uint32_t end) const
+{
+    if (from == 0 && from < end && !mLeader) {
+        return 0;
+    }
+    const std::uint32_t found = findData(false, std::max(from, 1U), end);
+    return found < end && found == mTrailerId ? findData(false, found + 1, end) : found;
+}
+
+std::uint32_t OpenBlock::findReceived(std::uint32_t from, std::uint32_t end) const
+{
+    if (from == 0 && from < end && mLeader) {
+        return 0;
+    }
+    const std::uint32_t found = findData(true, std::max(from, 1U), end);
+    return mTrailerId >= from && mTrailerId != 0 ? std::min(found, mTrailerId) : found;
+}
+
 std::uint32_t OpenBlock::expectedTrailerId() const
 {
     if (mTrailerId != 0) {
@@ -207,6 +226,27 @@ void OpenBlock::mark(std::uint32_t packetId)
     const std::uint32_t bit = packetId - 1;
     mReceived[bit / kBitsPerWord] |= std::uint64_t{1} << (bit % kBitsPerWord);
     ++mDataCount;
+}
+
+/// The first data packet from `from` on, 1 or more, that has been received or has not been; `end`
+/// if there is none before that. Word by word.
+std::uint32_t OpenBlock::findData(bool received, std::uint32_t from, std::uint32_t end) const
+{
+    std::uint64_t id = from;
+    while (id < end) {
+        const std::uint64_t bit = id - 1;
+        if (bit / kBitsPerWord >= mReceived.size()) {
+            return received ? end : static_cast<std::uint32_t>(id);
+        }
+        const std::uint64_t word = mReceived[bit / kBitsPerWord];
+        const std::uint64_t wanted = (received ? word : ~word) >> (bit % kBitsPerWord);
+        if (wanted != 0) {
+            id += static_cast<std::uint64_t>(std::countr_zero(wanted));
+            break;
+        }
+        id += kBitsPerWord - bit % kBitsPerWord;
+    }
+    return static_cast<std::uint32_t>(std::min<std::uint64_t>(id, end));
 }
 
 /// A block whose last data packet begins behind the buffer's end does not fit.

@@ -60,6 +60,10 @@ class OpenBlock
     BlockResult result() const;
 
     bool has(std::uint32_t packetId) const;
+    /// The first packet from `from` on that is not there; `end` if there is none before that.
+    std::uint32_t findMissing(std::uint32_t from, std::uint32_t end) const;
+    /// The first that is there.
+    std::uint32_t findReceived(std::uint32_t from, std::uint32_t end) const;
     /// The largest packet id received.
     std::uint32_t highestId() const { return mHighestId; }
     /// Whether a packet before the largest id is missing.
@@ -81,6 +85,7 @@ class OpenBlock
     void chooseDataSize(std::uint32_t packetId, std::size_t size);
     bool growDataSize(std::size_t size);
     void mark(std::uint32_t packetId);
+    std::uint32_t findData(bool received, std::uint32_t from, std::uint32_t end) const;
     void checkLength();
     std::uint64_t expectedBytes() const;
 

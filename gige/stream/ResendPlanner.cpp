@@ -8,9 +8,6 @@ namespace gige::stream
 namespace
 {
 
-/// Losses of one block that are followed; what a broken packet id makes of it stays bounded.
-constexpr std::size_t kMaxLosses = 65536;
-
 /// The first requests soon, since blocks wait for them; the later ones with patience.
 std::chrono::milliseconds pauseAfter(std::uint32_t requests)
 {
@@ -18,12 +15,12 @@ std::chrono::milliseconds pauseAfter(std::uint32_t requests)
     return kResendPause * (1 << std::min(2 * (requests - 1), kMaxDoublings));
 }
 
-void append(std::vector<PacketRange>& ranges, bool extendsLast, std::uint32_t packetId)
+void append(std::vector<PacketRange>& ranges, const PacketRange& range)
 {
-    if (extendsLast) {
-        ranges.back().last = packetId;
+    if (!ranges.empty() && ranges.back().last + 1 == range.first) {
+        ranges.back().last = range.last;
     } else {
-        ranges.push_back({packetId, packetId});
+        ranges.push_back(range);
     }
 }
 
@@ -31,69 +28,65 @@ void append(std::vector<PacketRange>& ranges, bool extendsLast, std::uint32_t pa
 
 void ResendPlanner::begin()
 {
-    mLosses.clear();
+    stop();
     mSearchedTo = 0;
+    mAskedTo = 0;
     mGapEnd = 0;
     mGapSince.reset();
+    mDue = Time::max();
     mGivenUpTo = 0;
     mTailSearched = false;
     mAsked = false;
 }
 
-std::uint32_t ResendPlanner::forgetArrived(const OpenBlock& block)
+void ResendPlanner::stop()
 {
-    std::uint32_t arrived = 0;
-    std::erase_if(mLosses, [&](const Loss& loss) {
-        const bool there = block.has(loss.packetId);
-        arrived += there && loss.requests > 0 ? 1 : 0;
-        return there;
-    });
-    return arrived;
+    mLosses.clear();
+    mPackets = {};
+}
+
+bool ResendPlanner::noteArrived(std::uint32_t packetId)
+{
+    const std::size_t index = lossFrom(packetId);
+    if (index == mLosses.size() || mLosses[index].first > packetId) {
+        return false;
+    }
+    const bool asked = mLosses[index].requests > 0;
+    remove(index, packetId);
+    return asked;
 }
 
 void ResendPlanner::plan(const OpenBlock& block, const StreamSettings& settings, bool cutOff,
                          std::uint32_t budget, Time now, std::vector<PacketRange>& ranges)
 {
+    ranges.clear();
     if (block.isTooLong()) {
         return; // fails anyway
     }
     findGaps(block, now);
     findTail(block, cutOff, now);
-    std::optional<std::uint32_t> previous;
-    for (Loss& loss : mLosses) {
-        if (takeTurn(loss, settings, budget, now)) {
-            append(ranges, previous && *previous + 1 == loss.packetId, loss.packetId);
-            previous = loss.packetId;
-            mAsked = true;
-        }
-    }
+    askAgain(settings, now, ranges);
+    askNew(settings, budget, now, ranges);
 }
 
 void ResendPlanner::giveUp(std::uint32_t packetId)
 {
-    const auto loss = std::ranges::find(mLosses, packetId, &Loss::packetId);
-    if (loss != mLosses.end()) {
-        loss->givenUp = true;
+    const std::size_t index = lossFrom(packetId);
+    if (index == mLosses.size() || mLosses[index].first > packetId) {
+        return;
     }
+    partBefore(index, packetId + 1);
+    setState(mLosses[partBefore(index, packetId) ? index + 1 : index], State::GivenUp);
 }
 
 void ResendPlanner::giveUpThrough(std::uint32_t packetId)
 {
-    mGivenUpTo = std::max(mGivenUpTo, packetId + 1);
-    for (Loss& loss : mLosses) {
-        loss.givenUp = loss.givenUp || loss.packetId < mGivenUpTo;
+    const std::uint32_t end = std::max(mGivenUpTo, packetId + 1);
+    for (std::size_t i = lossFrom(mGivenUpTo); i < mLosses.size() && mLosses[i].first < end; ++i) {
+        partBefore(i, end);
+        setState(mLosses[i], State::GivenUp);
     }
-}
-
-std::uint32_t ResendPlanner::pending() const
-{
-    return static_cast<std::uint32_t>(std::ranges::count_if(
-        mLosses, [](const Loss& loss) { return loss.requests > 0 && !loss.givenUp; }));
-}
-
-bool ResendPlanner::hasGivenUp() const
-{
-    return std::ranges::any_of(mLosses, &Loss::givenUp);
+    mGivenUpTo = end;
 }
 
 std::optional<Time> ResendPlanner::nextTime(const OpenBlock& block) const
@@ -103,16 +96,14 @@ std::optional<Time> ResendPlanner::nextTime(const OpenBlock& block) const
     if (block.isTooLong()) {
         return next;
     }
-    if (mGapSince) {
+    if (!isFull() && mGapSince) {
         consider(*mGapSince + kReorderTime);
     }
-    if (!mTailSearched && block.highestId() > 0 && block.expectedTrailerId() != 0) {
+    if (!isFull() && !mTailSearched && block.highestId() > 0 && block.expectedTrailerId() != 0) {
         consider(block.lastPacketTime() + kTailTime);
     }
-    for (const Loss& loss : mLosses) {
-        if (loss.requests > 0 && !loss.givenUp) {
-            consider(loss.due);
-        }
+    if (pending() > 0) {
+        consider(mDue);
     }
     return next;
 }
@@ -120,6 +111,9 @@ std::optional<Time> ResendPlanner::nextTime(const OpenBlock& block) const
 /// A gap is a loss if the packets behind it were there a reorder time ago.
 void ResendPlanner::findGaps(const OpenBlock& block, Time now)
 {
+    if (isFull()) {
+        return;
+    }
     if (mGapSince && now - *mGapSince >= kReorderTime) {
         addLosses(block, mGapEnd);
         mGapSince.reset();
@@ -134,39 +128,142 @@ void ResendPlanner::findTail(const OpenBlock& block, bool cutOff, Time now)
 {
     // Some devices send the leader long before the data, so it alone is no block cut off.
     const bool late = block.highestId() > 0 && now - block.lastPacketTime() >= kTailTime;
-    if (mTailSearched || !(cutOff || late)) {
+    if (mTailSearched || isFull() || !(cutOff || late)) {
         return;
     }
     const std::uint32_t trailer = block.expectedTrailerId();
     addLosses(block, trailer == 0 ? block.highestId() : trailer + 1);
-    mTailSearched = trailer != 0;
+    mTailSearched = trailer != 0 && mSearchedTo > trailer;
 }
 
 void ResendPlanner::addLosses(const OpenBlock& block, std::uint32_t end)
 {
-    for (; mSearchedTo < end && mLosses.size() < kMaxLosses; ++mSearchedTo) {
-        if (!block.has(mSearchedTo)) {
-            mLosses.push_back({.packetId = mSearchedTo, .givenUp = mSearchedTo < mGivenUpTo});
+    while (mSearchedTo < end && !isFull()) {
+        const std::uint32_t first = block.findMissing(mSearchedTo, end);
+        mSearchedTo = block.findReceived(first, end);
+        const std::uint32_t here = std::clamp(mGivenUpTo, first, mSearchedTo);
+        addLoss(first, here, State::GivenUp);
+        addLoss(here, mSearchedTo, State::Found);
+    }
+}
+
+void ResendPlanner::addLoss(std::uint32_t first, std::uint32_t end, State state)
+{
+    if (first == end) {
+        return;
+    }
+    packetsIn(state) += end - first;
+    Loss* const before = mLosses.empty() ? nullptr : &mLosses.back();
+    if (before != nullptr && before->last + 1 == first && before->state == state &&
+        before->requests == 0) {
+        before->last = end - 1;
+    } else {
+        mLosses.push_back({.first = first, .last = end - 1, .state = state});
+    }
+}
+
+void ResendPlanner::askAgain(const StreamSettings& settings, Time now,
+                             std::vector<PacketRange>& ranges)
+{
+    if (now < mDue) {
+        return;
+    }
+    mDue = Time::max();
+    for (Loss& loss : mLosses) {
+        if (loss.state == State::Asked && now >= loss.due) {
+            if (loss.requests < settings.maximumRequestsPerPacket) {
+                ask(loss, now, ranges);
+            } else {
+                setState(loss, State::GivenUp);
+            }
+        }
+        if (loss.state == State::Asked) {
+            mDue = std::min(mDue, loss.due);
         }
     }
 }
 
-/// Whether to ask for this packet now; counts the request.
-bool ResendPlanner::takeTurn(Loss& loss, const StreamSettings& settings, std::uint32_t& budget,
-                             Time now)
+/// In the order of their ids, so that those asked for lie before those that are not.
+void ResendPlanner::askNew(const StreamSettings& settings, std::uint32_t budget, Time now,
+                           std::vector<PacketRange>& ranges)
 {
-    const bool first = loss.requests == 0;
-    if (loss.givenUp || (first ? budget == 0 : now < loss.due)) {
-        return false;
+    if (!wantsBudget()) {
+        return;
     }
-    if (loss.requests >= settings.maximumRequestsPerPacket) {
-        loss.givenUp = true;
-        return false;
+    for (std::size_t i = lossFrom(mAskedTo); i < mLosses.size() && budget > 0; ++i) {
+        if (mLosses[i].state == State::Found) {
+            if (settings.maximumRequestsPerPacket == 0) {
+                setState(mLosses[i], State::GivenUp);
+            } else if (mLosses[i].size() <= budget ||
+                       (!isFull() && partBefore(i, mLosses[i].first + budget))) {
+                budget -= mLosses[i].size();
+                ask(mLosses[i], now, ranges);
+            } else {
+                return; // until there is room to part it
+            }
+        }
+        mAskedTo = mLosses[i].last + 1;
     }
-    budget -= first ? 1 : 0;
+}
+
+void ResendPlanner::ask(Loss& loss, Time now, std::vector<PacketRange>& ranges)
+{
+    append(ranges, {loss.first, loss.last});
+    setState(loss, State::Asked);
     ++loss.requests;
     loss.due = now + pauseAfter(loss.requests);
+    mDue = std::min(mDue, loss.due);
+    mAsked = true;
+}
+
+/// The first loss that does not end before this packet.
+std::size_t ResendPlanner::lossFrom(std::uint32_t packetId) const
+{
+    if (mLosses.empty() || mLosses.back().last < packetId) {
+        return mLosses.size(); // as nearly always
+    }
+    const auto loss = std::ranges::lower_bound(mLosses, packetId, {}, &Loss::last);
+    return static_cast<std::size_t>(loss - mLosses.begin());
+}
+
+/// Makes two losses of one, the second of which begins with the packet. @return false: it begins
+/// there already, ends before, or there are too many losses
+bool ResendPlanner::partBefore(std::size_t index, std::uint32_t packetId)
+{
+    Loss& loss = mLosses[index];
+    if (packetId <= loss.first || packetId > loss.last || mLosses.size() >= kMaxLosses) {
+        return false;
+    }
+    Loss second = loss;
+    second.first = packetId;
+    loss.last = packetId - 1;
+    mLosses.insert(mLosses.begin() + static_cast<std::ptrdiff_t>(index) + 1, second);
     return true;
+}
+
+/// Takes one packet out of a loss.
+void ResendPlanner::remove(std::size_t index, std::uint32_t packetId)
+{
+    if (packetId > mLosses[index].first && packetId < mLosses[index].last &&
+        !partBefore(index, packetId)) {
+        return setState(mLosses[index], State::GivenUp); // too many to follow each
+    }
+    Loss& loss = mLosses[packetId <= mLosses[index].last ? index : index + 1];
+    --packetsIn(loss.state);
+    if (loss.first == loss.last) {
+        mLosses.erase(mLosses.begin() + (&loss - mLosses.data()));
+    } else if (packetId == loss.first) {
+        ++loss.first;
+    } else {
+        --loss.last;
+    }
+}
+
+void ResendPlanner::setState(Loss& loss, State state)
+{
+    packetsIn(loss.state) -= loss.size();
+    packetsIn(state) += loss.size();
+    loss.state = state;
 }
 
 } // namespace gige::stream

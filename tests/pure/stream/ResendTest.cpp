@@ -327,6 +327,49 @@ TEST_F(Resend, AnAnswerThatComesTooLateBelongsNowhere)
     EXPECT_EQ(bench.results().back(), BlockResult::Ok);
 }
 
+TEST_F(Resend, TrailersAloneAreAskedForAsFarAsTheMaximumGoes)
+{
+    constexpr std::uint64_t kLast = 5000;
+    bench.queueBuffers(kLast + 100);
+    for (std::uint64_t id = 9; id <= kLast; ++id) {
+        bench.feed(TestBlock{.id = id}.joined(wire::GvspFormat::Trailer, 0xFF'FFFF, {}));
+        bench.advance(0ms);
+    }
+    // Each time that the oldest block is closed for the next one, the next one's turn has come.
+    EXPECT_EQ(bench.requests.size(), kLast - 9 - 512 + 2);
+    EXPECT_EQ(bench.requests.front(), request(9, 0, 999));
+    EXPECT_EQ(bench.requests.back(), request(kLast - 511, 0, 999));
+}
+
+TEST_F(Resend, APacketGivenUpThatComesAllTheSameHealsItsBlock)
+{
+    bench.feed(block, block.orderWithout({3}));
+    waitForLosses();
+    bench.feed(block.joined(wire::GvspFormat::Payload, 3, {}, wire::GvcpStatus::PacketUnavailable));
+    bench.advance(0ms);
+    bench.feed(block, {3});
+    EXPECT_THAT(bench.results(), ElementsAre(BlockResult::Ok));
+}
+
+TEST_F(Resend, EachOfManyBlocksWithLostOnesBetweenIsFound)
+{
+    bench.queueBuffers(20);
+    std::vector<TestBlock> blocks;
+    for (const std::uint64_t id : {9U, 12U, 13U, 20U, 21U, 40U}) {
+        blocks.push_back({.id = id});
+        bench.feed(blocks.back(), blocks.back().orderWithout({3}));
+    }
+    waitForLosses();
+    EXPECT_THAT(bench.requests,
+                ElementsAre(request(9, 3, 3), request(12, 3, 3), request(13, 3, 3),
+                            request(20, 3, 3), request(21, 3, 3), request(40, 3, 3)));
+    for (const std::size_t i : {4U, 1U, 5U, 2U, 3U, 0U}) {
+        EXPECT_THAT(bench.results(), IsEmpty());
+        bench.feed(blocks[i], {3});
+    }
+    EXPECT_EQ(bench.results(), std::vector(6, BlockResult::Ok));
+}
+
 TEST_F(Resend, NothingIsAskedForABlockLongerThanItsBuffer)
 {
     const TestBlock large{.id = 9, .size = 10'000};
