@@ -33,7 +33,9 @@ void Device::take(const std::map<FeatureId, std::int64_t>& settings)
 {
     // Sizes and offsets limit each other, so all are set before any is judged.
     for (const auto& [feature, value] : settings) {
-        set(feature, value);
+        if (canStartWith(featureOf(feature), value)) { // a file may hold anything
+            set(feature, value);
+        }
     }
     settle();
 }

@@ -532,6 +532,25 @@ const Feature& featureOf(FeatureId id)
     return kTable[static_cast<std::size_t>(id)];
 }
 
+bool canStartWith(const Feature& feature, std::int64_t value)
+{
+    switch (feature.kind) {
+    case FeatureKind::Integer:
+        // What the camera only tells may be anything; what is a host's to set lies elsewhere.
+        return feature.address == 0 &&
+               (feature.access == Access::ReadOnly || feature.limits.hold(value));
+    case FeatureKind::Boolean:
+        return feature.limits.hold(value);
+    case FeatureKind::Enumeration:
+        return std::ranges::count(feature.entries, value, &EnumEntry::value) != 0;
+    case FeatureKind::Command:
+    case FeatureKind::String:
+    case FeatureKind::Register:
+        break;
+    }
+    return false;
+}
+
 std::optional<FeatureId> findFeature(std::string_view name)
 {
     const auto* const row = std::ranges::find(kTable, name, &Feature::name);

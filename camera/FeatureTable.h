@@ -204,6 +204,9 @@ inline constexpr std::uint32_t kDestinationTextLength = 16; ///< bytes
 
 [[nodiscard]] const Feature& featureOf(FeatureId id);
 
+/** Whether some camera may have this value from power-on; what it depends on is not looked at. */
+[[nodiscard]] bool canStartWith(const Feature& feature, std::int64_t value);
+
 [[nodiscard]] std::optional<FeatureId> findFeature(std::string_view name);
 
 [[nodiscard]] std::string_view categoryName(Category category);

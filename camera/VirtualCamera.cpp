@@ -70,6 +70,14 @@ NetworkInterface interfaceOf(Ipv4Address address)
     return {.address = address, .netmask = {0xFFFFFFFF}};
 }
 
+/** False for the addresses of none and of many. */
+bool isOneDevices(Ipv4Address address, const NetworkInterface& network)
+{
+    constexpr std::uint32_t kFirstMulticast = 0xE0000000; // 224.0.0.0; broadcast lies behind, too
+    const bool broadcast = address == network.broadcast() && address != network.address;
+    return address != kAnyAddress && address.value < kFirstMulticast && !broadcast;
+}
+
 std::string defaultSerial(const std::string& address)
 {
     constexpr std::uint32_t kLastOctets = 0x00FFFFFF;
@@ -201,6 +209,10 @@ std::optional<std::string> VirtualCamera::start()
     if (!mac) {
         return "'" + mOptions.mac + "' is not a MAC address";
     }
+    const NetworkInterface network = interfaceOf(*address);
+    if (!isOneDevices(*address, network)) {
+        return "'" + mOptions.address + "' is not the address of one device";
+    }
     std::error_code error;
     const Endpoint here{*address, kGvcpPort};
     auto control = UdpSocket::open(here, {}, error);
@@ -212,7 +224,6 @@ std::optional<std::string> VirtualCamera::start()
     if (!stream) {
         return reason(error, anyPort);
     }
-    const NetworkInterface network = interfaceOf(*address);
     mRunning = std::make_unique<Running>(
         *this, NetworkIdentity{.mac = *mac, .address = *address, .netmask = network.netmask},
         network, describe(mOptions), std::move(*control), std::move(*stream));

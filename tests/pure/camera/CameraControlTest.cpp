@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <fstream>
 #include <thread>
 
 namespace camera
@@ -125,6 +126,11 @@ TEST(CameraControl, RefusesAddressesThatAreNone)
 {
     VirtualCamera badAddress({.address = "localhost"});
     EXPECT_EQ(badAddress.start(), "'localhost' is not an IPv4 address");
+    for (const char* address : {"0.0.0.0", "127.255.255.255", "255.255.255.255", "239.0.0.1"}) {
+        VirtualCamera ofMany({.address = address});
+        EXPECT_EQ(ofMany.start(),
+                  "'" + std::string(address) + "' is not the address of one device");
+    }
     VirtualCamera badMac({.address = "127.0.4.4", .mac = "02:54"});
     EXPECT_EQ(badMac.start(), "'02:54' is not a MAC address");
 }
@@ -357,6 +363,19 @@ TEST(CameraControl, StartsFromItsStateFile)
     EXPECT_EQ(setup.host.read(FeatureId::Data02), 0xCAFEU);
     EXPECT_EQ(setup.host.read(FeatureId::GainRaw), 0U);
     std::filesystem::remove(path);
+}
+
+TEST(CameraControl, TakesNoValuesFromItsStateFileThatItsFeaturesCannotHave)
+{
+    const std::string path = testing::TempDir() + "CameraControlTakesNoValuesFromItsStateFile";
+    std::ofstream(path) << "UserSetDefaultSelector=1\nUserSet1.Width=0\nUserSet1.Height=-2\n"
+                           "UserSet1.PixelFormat=5\nUserSet1.OffsetX=16\n";
+    Station setup(CameraOptions{.address = "127.0.4.27", .stateFile = path});
+    std::filesystem::remove(path);
+    EXPECT_EQ(setup.host.read(FeatureId::Width), 1280U);
+    EXPECT_EQ(setup.host.read(FeatureId::Height), 1024U);
+    EXPECT_EQ(setup.host.read(FeatureId::PixelFormat), 0x01080001U);
+    EXPECT_EQ(setup.host.read(FeatureId::UserSetSelector), 1U);
 }
 
 TEST(CameraControl, FreshUserSetsAreTheFactorysUnlessPrepared)
