@@ -1,9 +1,11 @@
 #include "CommandLine.h"
 
 #include "FaultText.h"
+#include "MachineMemory.h"
 
 #include <CLI/CLI.hpp>
 
+#include <optional>
 #include <stdexcept>
 
 namespace camera
@@ -12,7 +14,12 @@ namespace
 {
 
 constexpr int kUsageError = 2;
-constexpr std::uint64_t kSlowestLink = 1'000'000; // bits a second
+// Bytes of the bootstrap registers that hold the names.
+constexpr std::size_t kModelLength = 32;
+constexpr std::size_t kSerialLength = 16;
+constexpr std::size_t kUserNameLength = 16;
+constexpr std::uint64_t kFastestFlash = std::uint64_t{1} << 40; // bytes a second
+constexpr std::uint64_t kSlowestLink = 1'000'000;               // bits a second
 constexpr std::uint64_t kFastestLink =
     400'000'000'000; // bits a second; beyond it comes no Ethernet
 
@@ -21,6 +28,7 @@ using Texts = std::vector<std::string>;
 /** What CLI11 collects as text and the camera wants as something better. */
 struct RawTexts {
     std::string sensor;
+    std::optional<std::uint64_t> memory;
     std::string send = "joined";
     Texts settings;
     Texts missing;
@@ -43,6 +51,28 @@ std::string modelList()
     return list;
 }
 
+CLI::Validator atMost(std::size_t length)
+{
+    return {[length](const std::string& text) {
+                return text.size() <= length
+                           ? std::string()
+                           : "'" + text + "' is longer than " + std::to_string(length) + " bytes";
+            },
+            ""};
+}
+
+/** Unlike CLI::Range it refuses what is not a number, too. */
+CLI::Validator share()
+{
+    return {[](const std::string& text) {
+                double value = -1;
+                const bool valid =
+                    CLI::detail::lexical_cast(text, value) && value >= 0.0 && value <= 1.0;
+                return valid ? std::string() : "'" + text + "' is not a share from 0 to 1";
+            },
+            ""};
+}
+
 void addIdentity(CLI::App& app, CommandLine& line, RawTexts& raw)
 {
     CameraOptions& camera = line.camera;
@@ -52,11 +82,15 @@ void addIdentity(CLI::App& app, CommandLine& line, RawTexts& raw)
     app.add_option("--mac", camera.mac, "MAC address (default: from the address)");
     app.add_option("--model", camera.model,
                    "Model name, any text; sensor and limits are known for: " + modelList())
+        ->check(atMost(kModelLength))
         ->capture_default_str();
     app.add_option("--sensor", raw.sensor, "Sensor size WIDTHxHEIGHT instead of the model's");
     app.add_flag("--colour", camera.colour, "Bayer sensor; starts with BayerRG8");
-    app.add_option("--serial", camera.serial, "Serial number (default: from the address)");
+    app.add_option("--serial", camera.serial,
+                   "Serial number, at most 16 characters (default: from the address)")
+        ->check(atMost(kSerialLength));
     app.add_option("--name", camera.userName, "User-defined name, at most 16 characters")
+        ->check(atMost(kUserNameLength))
         ->capture_default_str();
     app.add_option("--description", camera.description,
                    "How the feature description is sent: xml, zip or deflate")
@@ -70,7 +104,9 @@ void addIdentity(CLI::App& app, CommandLine& line, RawTexts& raw)
 void addMemory(CLI::App& app, CommandLine& line, RawTexts& raw)
 {
     CameraOptions& camera = line.camera;
-    app.add_option("--memory", camera.memoryBytes, "Recording memory, such as 512MB or 4GB")
+    app.add_option("--memory", raw.memory,
+                   "Recording memory, such as 512MB or 4GB: at least one image, at most what the "
+                   "machine has")
         ->transform(CLI::AsSizeValue(false))
         ->option_text("SIZE=1GB");
     app.add_option("--state-file", camera.stateFile,
@@ -88,7 +124,7 @@ void addMemory(CLI::App& app, CommandLine& line, RawTexts& raw)
         "--no-irig-b", [&camera] { camera.irigB = false; }, "Without the time code input");
     app.add_option("--flash-rate", camera.flashBytesPerSecond, "Flash card, bytes a second")
         ->transform(CLI::AsSizeValue(false))
-        ->check(CLI::PositiveNumber)
+        ->check(CLI::Range(std::uint64_t{1}, kFastestFlash))
         ->option_text("SIZE=200MB");
     app.add_option("--flash-busy", raw.flashBusy, "Writes its flash card for so many ms at start");
     app.add_option("--trigger-every", raw.triggerEvery,
@@ -123,11 +159,9 @@ void addSending(CLI::App& app, CommandLine& line, RawTexts& raw)
 void addFaults(CLI::App& app, CommandLine& line, RawTexts& raw)
 {
     constexpr const char* kGroup = "Faults";
+    const Limits& packetSizes = featureOf(FeatureId::GevSCPSPacketSize).limits;
     const auto rate = [&app](const char* name, double& target, const char* text) {
-        app.add_option(name, target, text)
-            ->check(CLI::Range(0.0, 1.0))
-            ->option_text("RATE")
-            ->group(kGroup);
+        app.add_option(name, target, text)->check(share())->option_text("RATE")->group(kGroup);
     };
     rate("--lose", line.rates.lose, "Share of stream packets that are lost, 0 to 1");
     rate("--repeat", line.rates.repeat, "Share that is sent twice");
@@ -151,6 +185,7 @@ void addFaults(CLI::App& app, CommandLine& line, RawTexts& raw)
         ->group(kGroup);
     app.add_option("--clamp-packet-size", line.packetSizeLimit,
                    "Greatest stream packet size, bytes")
+        ->check(CLI::Range(packetSizes.minimum, packetSizes.maximum))
         ->group(kGroup);
     app.add_flag("--ignore-test-packets", line.ignoreTestPackets, "Sends no test packet")
         ->group(kGroup);
@@ -179,21 +214,50 @@ SensorSize parseSensor(const std::string& text)
     return size;
 }
 
+std::uint64_t parseMemory(std::uint64_t bytes, const CameraOptions& camera)
+{
+    const SensorSize sensor = camera.sensor.value_or(modelFor(camera.model).sensor);
+    const std::uint64_t image = std::uint64_t{sensor.width} * sensor.height;
+    if (bytes < image) {
+        throw std::invalid_argument("--memory: one image takes " + std::to_string(image) +
+                                    " bytes");
+    }
+    const std::uint64_t most = machineMemory();
+    if (most != 0 && bytes > most) {
+        throw std::invalid_argument("--memory: this machine has " + std::to_string(most) +
+                                    " bytes");
+    }
+    return bytes;
+}
+
+std::pair<FeatureId, std::int64_t> parseSetting(const std::string& text)
+{
+    const std::size_t equals = text.find('=');
+    if (equals == std::string::npos) {
+        throw std::invalid_argument("'" + text + "' is not NAME=VALUE");
+    }
+    const FeatureId feature = parseFeature(text.substr(0, equals));
+    const std::int64_t value = parseNumber(std::string_view(text).substr(equals + 1));
+    if (!canStartWith(featureOf(feature), value)) {
+        throw std::invalid_argument("no camera starts with " + text);
+    }
+    return {feature, value};
+}
+
 void interpret(CommandLine& line, const RawTexts& raw)
 {
     using std::chrono::milliseconds;
     if (!raw.sensor.empty()) {
         line.camera.sensor = parseSensor(raw.sensor);
     }
+    if (raw.memory) {
+        line.camera.memoryBytes = parseMemory(*raw.memory, line.camera);
+    }
     line.camera.send =
         raw.send == "single" ? gige::net::SendMode::Single : gige::net::SendMode::Joined;
     for (const std::string& setting : raw.settings) {
-        const std::size_t equals = setting.find('=');
-        if (equals == std::string::npos) {
-            throw std::invalid_argument("'" + setting + "' is not NAME=VALUE");
-        }
-        line.camera.settings[parseFeature(setting.substr(0, equals))] =
-            parseNumber(std::string_view(setting).substr(equals + 1));
+        const auto [feature, value] = parseSetting(setting);
+        line.camera.settings[feature] = value;
     }
     for (const std::string& name : raw.missing) {
         line.camera.missing.insert(parseFeature(name));
@@ -231,6 +295,7 @@ CommandLine parseCommandLine(int argc, const char* const* argv)
         "A virtual high-speed camera that speaks GigE Vision. It ends with Ctrl-C; a taken "
         "address or a wrong option ends it with status 2.",
         "telvo-camera");
+    app.set_version_flag("--version", "telvo-camera " TELVO_VERSION);
     CommandLine line;
     RawTexts raw;
     addIdentity(app, line, raw);
@@ -242,6 +307,8 @@ CommandLine parseCommandLine(int argc, const char* const* argv)
         interpret(line, raw);
     } catch (const CLI::CallForHelp&) {
         throw CommandLineExit{app.help(), 0};
+    } catch (const CLI::CallForVersion& version) {
+        throw CommandLineExit{version.what(), 0};
     } catch (const CLI::ParseError& error) {
         throw CommandLineExit{std::string("telvo-camera: ") + error.what(), kUsageError};
     } catch (const std::invalid_argument& error) {

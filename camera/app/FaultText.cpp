@@ -85,6 +85,14 @@ auto kindOf(const Kinds& kinds, std::string_view name)
     throw std::invalid_argument("'" + std::string(name) + "' is not a kind of fault");
 }
 
+std::uint16_t statusFrom(std::uint32_t number)
+{
+    if (number > 0xFFFF) {
+        throw std::invalid_argument("a status has 16 bits");
+    }
+    return static_cast<std::uint16_t>(number);
+}
+
 } // namespace
 
 PacketFault parsePacketFault(std::string_view text)
@@ -118,7 +126,7 @@ AccessFault parseAccessFault(std::string_view text)
     case AccessFaultKind::Reject:
         fault.access = AccessKind::Write;
         fault.status = gige::wire::GvcpStatus{
-            static_cast<std::uint16_t>(parts.numberOr(static_cast<std::uint32_t>(fault.status)))};
+            statusFrom(parts.numberOr(static_cast<std::uint32_t>(fault.status)))};
         break;
     case AccessFaultKind::Delay:
     case AccessFaultKind::LateAck:

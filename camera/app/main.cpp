@@ -101,8 +101,11 @@ void obey(VirtualCamera& device, const CommandLine& line, const std::string& tex
         device.faults().setSilent(command == "silent");
     } else if (command == "lose") {
         camera::PacketRates rates = line.rates;
-        words >> rates.lose;
-        device.faults().setPacketRates(rates);
+        if (words >> rates.lose && rates.lose >= 0 && rates.lose <= 1) {
+            device.faults().setPacketRates(rates);
+        } else {
+            std::cerr << "telvo-camera: '" << text << "' has no share from 0 to 1\n";
+        }
     } else if (command == "quit") {
         gEnd = 1;
     } else if (!command.empty()) {
