@@ -2,8 +2,8 @@
 #define TELVO_CAMERA_CAMERAOPTIONS_H
 
 #include "BatchSender.h"
-#include "CameraModel.h"
 #include "FeatureTable.h"
+#include "KnownModels.h"
 
 #include <chrono>
 #include <cstdint>

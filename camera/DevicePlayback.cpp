@@ -142,11 +142,11 @@ StreamOrder Device::infoOrder()
     const RecordSettings& settings = mRecorder.settings();
     const bool recorded = mRecorder.hasRecorded();
     const SceneView shown = recorded ? settings.view : view();
-    InfoFrame info{.width = shown.width,
-                   .height = shown.height,
-                   .continuous = recorded ? settings.continuous
-                                          : get(FeatureId::RecordMode) == kRecordContinuous,
-                   .sequences = recorded ? settings.sequences : sequences()};
+    RecordingInfo info{.width = shown.width,
+                       .height = shown.height,
+                       .continuous = recorded ? settings.continuous
+                                              : get(FeatureId::RecordMode) == kRecordContinuous,
+                       .sequences = recorded ? settings.sequences : sequences()};
     for (std::uint32_t i = 0; i < kMaxSequences; ++i) {
         info.stopPointers[i] = mRecorder.stopPointer(i);
     }

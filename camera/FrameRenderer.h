@@ -1,7 +1,7 @@
 #ifndef TELVO_CAMERA_FRAMERENDERER_H
 #define TELVO_CAMERA_FRAMERENDERER_H
 
-#include "FrameHeader.h"
+#include "FrameStamp.h"
 #include "Scene.h"
 
 #include <array>

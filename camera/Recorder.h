@@ -2,7 +2,7 @@
 #define TELVO_CAMERA_RECORDER_H
 
 #include "FrameClock.h"
-#include "FrameHeader.h"
+#include "FrameStamp.h"
 #include "Scene.h"
 
 #include <cstdint>

@@ -1,9 +1,9 @@
 #ifndef TELVO_CAMERA_STREAMORDER_H
 #define TELVO_CAMERA_STREAMORDER_H
 
-#include "FrameHeader.h"
-#include "InfoFrame.h"
+#include "FrameStamp.h"
 #include "Ipv4Address.h"
+#include "RecordingInfo.h"
 #include "Scene.h"
 
 #include <array>

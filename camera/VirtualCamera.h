@@ -4,7 +4,7 @@
 #include "CameraLog.h"
 #include "CameraOptions.h"
 #include "Faults.h"
-#include "FrameHeader.h"
+#include "FrameStamp.h"
 #include "Scene.h"
 
 #include <memory>

@@ -1,5 +1,5 @@
 #include "FrameClock.h"
-#include "CameraModel.h"
+#include "KnownModels.h"
 
 #include <gtest/gtest.h>
 

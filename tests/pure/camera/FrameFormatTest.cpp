@@ -1,6 +1,6 @@
-#include "FrameHeader.h"
-#include "InfoFrame.h"
+#include "FrameStamp.h"
 #include "Recorder.h"
+#include "RecordingInfo.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -46,20 +46,20 @@ TEST(FrameHeader, TimeIsMicrosecondsSincePowerOn)
     EXPECT_EQ(headerTime(std::chrono::milliseconds(1500), false), 1'500'000U);
 }
 
-std::uint32_t descriptor(const InfoFrame& info)
+std::uint32_t descriptor(const RecordingInfo& info)
 {
     const auto bytes = encode(info);
     return std::uint32_t{bytes[96]} | (std::uint32_t{bytes[97]} << 8) |
            (std::uint32_t{bytes[98]} << 16) | (std::uint32_t{bytes[99]} << 24);
 }
 
-TEST(InfoFrame, DescribesASingleRecording)
+TEST(RecordingInfo, DescribesASingleRecording)
 {
     // Width 1280: field 79. Height 1024: field 1023.
     EXPECT_EQ(descriptor({.width = 1280, .height = 1024}), (79U << 8) | (1023U << 15));
 }
 
-TEST(InfoFrame, DescribesSequences)
+TEST(RecordingInfo, DescribesSequences)
 {
     const auto ofSequences = [](std::uint32_t count) {
         return descriptor({.width = 16, .height = 1, .continuous = true, .sequences = count});
@@ -71,9 +71,9 @@ TEST(InfoFrame, DescribesSequences)
     EXPECT_EQ(ofSequences(16), 0xB0000002U);
 }
 
-TEST(InfoFrame, HoldsStopPointersFromByte32)
+TEST(RecordingInfo, HoldsStopPointersFromByte32)
 {
-    InfoFrame info{};
+    RecordingInfo info{};
     info.stopPointers[0] = 0x01020304;
     info.stopPointers[15] = 0xFFFFFFFF; // more than 29 bits
     const auto bytes = encode(info);

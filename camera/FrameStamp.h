@@ -1,5 +1,5 @@
-#ifndef TELVO_CAMERA_FRAMEHEADER_H
-#define TELVO_CAMERA_FRAMEHEADER_H
+#ifndef TELVO_CAMERA_FRAMESTAMP_H
+#define TELVO_CAMERA_FRAMESTAMP_H
 
 #include <array>
 #include <chrono>

@@ -1,4 +1,4 @@
-#include "CameraModel.h"
+#include "KnownModels.h"
 
 #include <algorithm>
 #include <array>

@@ -1,5 +1,5 @@
-#ifndef TELVO_CAMERA_CAMERAMODEL_H
-#define TELVO_CAMERA_CAMERAMODEL_H
+#ifndef TELVO_CAMERA_KNOWNMODELS_H
+#define TELVO_CAMERA_KNOWNMODELS_H
 
 #include <cstdint>
 #include <span>

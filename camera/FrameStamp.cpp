@@ -1,4 +1,4 @@
-#include "FrameHeader.h"
+#include "FrameStamp.h"
 
 namespace camera
 {

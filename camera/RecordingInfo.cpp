@@ -1,4 +1,4 @@
-#include "InfoFrame.h"
+#include "RecordingInfo.h"
 
 #include <bit>
 #include <span>
@@ -12,7 +12,7 @@ constexpr std::size_t kStopPointersAt = 32;
 constexpr std::size_t kDescriptorAt = 96;
 constexpr std::uint32_t kStopPointerMask = 0x1FFFFFFF;
 
-std::uint32_t descriptor(const InfoFrame& info)
+std::uint32_t descriptor(const RecordingInfo& info)
 {
     std::uint32_t word = ((info.width / 16 - 1) & 0x7FU) << 8;
     word |= ((info.height - 1) & 0x7FFU) << 15;
@@ -35,7 +35,7 @@ void putWord(std::span<std::uint8_t> bytes, std::size_t at, std::uint32_t word)
 
 } // namespace
 
-std::array<std::uint8_t, kInfoFrameSize> encode(const InfoFrame& info)
+std::array<std::uint8_t, kInfoFrameSize> encode(const RecordingInfo& info)
 {
     std::array<std::uint8_t, kInfoFrameSize> bytes{};
     for (std::size_t i = 0; i < info.stopPointers.size(); ++i) {
