@@ -1,8 +1,10 @@
 #include "DescriptionXml.h"
 
-#include "XmlWriter.h"
+#include <pugixml.hpp>
 
 #include <array>
+#include <cstdio>
+#include <sstream>
 
 namespace camera
 {
@@ -62,10 +64,10 @@ std::string_view representationText(Representation representation)
     return kTexts[static_cast<std::size_t>(representation)];
 }
 
-std::string_view elementOf(FeatureKind kind)
+const char* elementOf(FeatureKind kind)
 {
-    constexpr std::array<std::string_view, 6> kElements{"Integer", "Enumeration", "Boolean",
-                                                        "Command", "StringReg",   "Register"};
+    constexpr std::array<const char*, 6> kElements{"Integer", "Enumeration", "Boolean",
+                                                   "Command", "StringReg",   "Register"};
     return kElements[static_cast<std::size_t>(kind)];
 }
 
@@ -82,31 +84,48 @@ std::string availabilityNode(const Feature& feature)
     return "AvailabilityOf" + std::string(feature.name);
 }
 
-/** Writes one camera's description. */
+void text(pugi::xml_node node, const char* element, std::string_view content)
+{
+    node.append_child(element).text() = std::string(content).c_str();
+}
+
+void number(pugi::xml_node node, const char* element, std::int64_t value)
+{
+    text(node, element, std::to_string(value));
+}
+
+/** What every node that lies in a register says of it. */
+void place(pugi::xml_node node, std::uint32_t address, std::uint32_t length, Access access,
+           bool constant = false)
+{
+    std::array<char, 16> digits{};
+    std::snprintf(digits.data(), digits.size(), "0x%08X", address);
+    text(node, "Address", digits.data());
+    number(node, "Length", length);
+    text(node, "AccessMode", accessText(access));
+    text(node, "pPort", kPort);
+    if (!constant) {
+        text(node, "Cachable", "NoCache");
+    }
+}
+
+void unsignedBigEndian(pugi::xml_node node)
+{
+    text(node, "Sign", "Unsigned");
+    text(node, "Endianess", "BigEndian");
+}
+
+/** Builds one camera's description. */
 class Description
 {
   public:
-    explicit Description(const CameraOptions& options) : mOptions(options) {}
-
-    std::string write()
+    explicit Description(const CameraOptions& options) : mOptions(options)
     {
-        mXml.open("RegisterDescription", {{"ModelName", "VirtualCamera"},
-                                          {"VendorName", "Telvo"},
-                                          {"ToolTip", "Virtual high-speed camera"},
-                                          {"StandardNameSpace", "GEV"},
-                                          {"SchemaMajorVersion", "1"},
-                                          {"SchemaMinorVersion", "1"},
-                                          {"SchemaSubMinorVersion", "0"},
-                                          {"MajorVersion", "1"},
-                                          {"MinorVersion", "0"},
-                                          {"SubMinorVersion", "0"},
-                                          {"ProductGuid", "7A1D6C52-3B0E-4C0B-9C37-5C2E6F0D9A11"},
-                                          {"VersionGuid", "0E5B2F64-9D5A-4E7F-8A43-21C7B94D3E02"},
-                                          {"xmlns", "http://www.genicam.org/GenApi/Version_1_1"}});
+        declare();
         categories();
         for (const Feature& feature : featureTable()) {
             if (!mOptions.missing.contains(feature.id)) {
-                node(described(feature));
+                describe(retyped(feature));
             }
         }
         for (const FloatView& view : kFloatViews) {
@@ -114,29 +133,66 @@ class Description
                 floatView(view);
             }
         }
-        wordRegister(kImagingNode, kImagingRegister, Access::ReadOnly, false);
-        mXml.empty("Port", {{"Name", kPort}});
-        mXml.close();
-        return mXml.result();
+        wordRegister(kImagingNode, kImagingRegister);
+        add("Port", kPort);
+    }
+
+    [[nodiscard]] std::string write() const
+    {
+        std::ostringstream text;
+        mDocument.save(text, "  ");
+        return text.str();
     }
 
   private:
-    [[nodiscard]] Feature described(Feature feature) const
+    void declare()
     {
-        const auto retyped = mOptions.retyped.find(feature.id);
-        if (retyped != mOptions.retyped.end()) {
-            feature.kind = retyped->second;
+        pugi::xml_node declaration = mDocument.append_child(pugi::node_declaration);
+        declaration.append_attribute("version") = "1.0";
+        declaration.append_attribute("encoding") = "UTF-8";
+        mRoot = mDocument.append_child("RegisterDescription");
+        constexpr std::array<std::array<const char*, 2>, 13> kAttributes{{
+            {"ModelName", "VirtualCamera"},
+            {"VendorName", "Telvo"},
+            {"ToolTip", "Virtual high-speed camera"},
+            {"StandardNameSpace", "GEV"},
+            {"SchemaMajorVersion", "1"},
+            {"SchemaMinorVersion", "1"},
+            {"SchemaSubMinorVersion", "0"},
+            {"MajorVersion", "1"},
+            {"MinorVersion", "0"},
+            {"SubMinorVersion", "0"},
+            {"ProductGuid", "7A1D6C52-3B0E-4C0B-9C37-5C2E6F0D9A11"},
+            {"VersionGuid", "0E5B2F64-9D5A-4E7F-8A43-21C7B94D3E02"},
+            {"xmlns", "http://www.genicam.org/GenApi/Version_1_1"},
+        }};
+        for (const auto& [name, value] : kAttributes) {
+            mRoot.append_attribute(name) = value;
+        }
+    }
+
+    pugi::xml_node add(const char* element, std::string_view name)
+    {
+        pugi::xml_node node = mRoot.append_child(element);
+        node.append_attribute("Name") = std::string(name).c_str();
+        return node;
+    }
+
+    [[nodiscard]] Feature retyped(Feature feature) const
+    {
+        const auto found = mOptions.retyped.find(feature.id);
+        if (found != mOptions.retyped.end()) {
+            feature.kind = found->second;
         }
         return feature;
     }
 
     void categories()
     {
-        mXml.open("Category", {{"Name", "Root"}});
+        const pugi::xml_node root = add("Category", "Root");
         for (std::size_t i = 0; i < static_cast<std::size_t>(Category::Count); ++i) {
-            mXml.text("pFeature", categoryName(static_cast<Category>(i)));
+            text(root, "pFeature", categoryName(static_cast<Category>(i)));
         }
-        mXml.close();
         for (std::size_t i = 0; i < static_cast<std::size_t>(Category::Count); ++i) {
             category(static_cast<Category>(i));
         }
@@ -144,151 +200,125 @@ class Description
 
     void category(Category category)
     {
-        mXml.open("Category", {{"Name", categoryName(category)}});
+        const pugi::xml_node node = add("Category", categoryName(category));
         for (const Feature& feature : featureTable()) {
             if (feature.category == category && !mOptions.missing.contains(feature.id)) {
-                mXml.text("pFeature", feature.name);
+                text(node, "pFeature", feature.name);
             }
         }
         for (const FloatView& view : kFloatViews) {
             if (featureOf(view.raw).category == category && !mOptions.missing.contains(view.raw)) {
-                mXml.text("pFeature", view.name);
+                text(node, "pFeature", view.name);
             }
         }
-        mXml.close();
     }
 
-    void node(const Feature& feature)
+    void describe(const Feature& feature)
     {
-        mXml.open(elementOf(feature.kind), {{"Name", feature.name}});
-        mXml.text("ToolTip", feature.tooltip);
-        mXml.text("Visibility", visibilityText(feature.visibility));
+        const pugi::xml_node node = add(elementOf(feature.kind), feature.name);
+        text(node, "ToolTip", feature.tooltip);
+        text(node, "Visibility", visibilityText(feature.visibility));
         if (isConditional(feature, mOptions)) {
-            mXml.text("pIsAvailable", availabilityNode(feature));
+            text(node, "pIsAvailable", availabilityNode(feature));
         }
         if (feature.locked) {
-            mXml.text("pIsLocked", kImagingNode);
+            text(node, "pIsLocked", kImagingNode);
         }
         if (feature.kind == FeatureKind::String || feature.kind == FeatureKind::Register) {
-            bytesContent(feature);
-            mXml.close();
+            place(node, registerOf(feature), feature.length, feature.access, feature.constant);
         } else {
-            valueContent(feature);
-            mXml.close();
+            valueContent(node, feature);
             valueRegister(feature);
         }
         if (isConditional(feature, mOptions)) {
-            wordRegister(availabilityNode(feature), availabilityRegisterOf(feature.id),
-                         Access::ReadOnly, false);
+            wordRegister(availabilityNode(feature), availabilityRegisterOf(feature.id));
         }
     }
 
-    void bytesContent(const Feature& feature)
-    {
-        mXml.hexadecimal("Address", registerOf(feature));
-        mXml.number("Length", feature.length);
-        mXml.text("AccessMode", accessText(feature.access));
-        mXml.text("pPort", kPort);
-        cachable(feature.constant);
-    }
-
-    void valueContent(const Feature& feature)
+    void valueContent(pugi::xml_node node, const Feature& feature)
     {
         if (feature.kind == FeatureKind::Enumeration) {
-            for (const EnumEntry& entry : entriesOf(feature, mOptions)) {
-                mXml.open("EnumEntry", {{"Name", entry.name}});
-                mXml.number("Value", entry.value);
-                mXml.close();
-            }
+            enumEntries(node, feature);
         }
-        mXml.text("pValue", registerNode(feature));
+        text(node, "pValue", registerNode(feature));
         if (feature.kind == FeatureKind::Command) {
-            mXml.number("CommandValue", 1);
+            number(node, "CommandValue", 1);
         } else if (feature.kind == FeatureKind::Boolean) {
-            mXml.number("OnValue", 1);
-            mXml.number("OffValue", 0);
+            number(node, "OnValue", 1);
+            number(node, "OffValue", 0);
         } else if (feature.kind == FeatureKind::Integer) {
-            integerContent(feature);
+            integerContent(node, feature);
         }
         for (const Selection& selection : kSelections) {
             if (selection.selector == feature.id &&
                 !mOptions.missing.contains(selection.selected)) {
-                mXml.text("pSelected", featureOf(selection.selected).name);
+                text(node, "pSelected", featureOf(selection.selected).name);
             }
         }
     }
 
-    void integerContent(const Feature& feature)
+    void enumEntries(pugi::xml_node node, const Feature& feature)
     {
-        mXml.number("Min", feature.limits.minimum);
+        for (const EnumEntry& entry : entriesOf(feature, mOptions)) {
+            pugi::xml_node child = node.append_child("EnumEntry");
+            child.append_attribute("Name") = std::string(entry.name).c_str();
+            number(child, "Value", entry.value);
+        }
+    }
+
+    static void integerContent(pugi::xml_node node, const Feature& feature)
+    {
+        number(node, "Min", feature.limits.minimum);
         if (feature.movingLimits) {
-            mXml.text("pMax", maximumNode(feature));
+            text(node, "pMax", maximumNode(feature));
         } else {
-            mXml.number("Max", feature.limits.maximum);
+            number(node, "Max", feature.limits.maximum);
         }
-        mXml.number("Inc", feature.limits.increment);
+        number(node, "Inc", feature.limits.increment);
         if (!feature.unit.empty()) {
-            mXml.text("Unit", feature.unit);
+            text(node, "Unit", feature.unit);
         }
-        mXml.text("Representation", representationText(feature.representation));
+        text(node, "Representation", representationText(feature.representation));
     }
 
     void valueRegister(const Feature& feature)
     {
-        mXml.open(feature.lowHalf ? "MaskedIntReg" : "IntReg", {{"Name", registerNode(feature)}});
-        mXml.hexadecimal("Address", registerOf(feature));
-        mXml.number("Length", feature.length);
-        mXml.text("AccessMode", accessText(feature.access));
-        mXml.text("pPort", kPort);
-        cachable(feature.constant);
+        const pugi::xml_node node =
+            add(feature.lowHalf ? "MaskedIntReg" : "IntReg", registerNode(feature));
+        place(node, registerOf(feature), feature.length, feature.access, feature.constant);
         if (feature.lowHalf) {
             // Big-endian registers count bits from the most significant end.
-            mXml.number("LSB", 31);
-            mXml.number("MSB", 16);
+            number(node, "LSB", 31);
+            number(node, "MSB", 16);
         }
-        mXml.text("Sign", "Unsigned");
-        mXml.text("Endianess", "BigEndian");
-        mXml.close();
+        unsignedBigEndian(node);
         if (feature.movingLimits && feature.kind == FeatureKind::Integer) {
-            wordRegister(maximumNode(feature), maximumRegisterOf(feature.id), Access::ReadOnly,
-                         false);
+            wordRegister(maximumNode(feature), maximumRegisterOf(feature.id));
         }
     }
 
-    void wordRegister(std::string_view name, std::uint32_t address, Access access, bool constant)
+    /** One of the camera's own registers that the host reads only. */
+    void wordRegister(std::string_view name, std::uint32_t address)
     {
-        mXml.open("IntReg", {{"Name", name}});
-        mXml.hexadecimal("Address", address);
-        mXml.number("Length", 4);
-        mXml.text("AccessMode", accessText(access));
-        mXml.text("pPort", kPort);
-        cachable(constant);
-        mXml.text("Sign", "Unsigned");
-        mXml.text("Endianess", "BigEndian");
-        mXml.close();
+        const pugi::xml_node node = add("IntReg", name);
+        place(node, address, 4, Access::ReadOnly);
+        unsignedBigEndian(node);
     }
 
     void floatView(const FloatView& view)
     {
-        mXml.open("Converter", {{"Name", view.name}});
-        mXml.text("ToolTip", featureOf(view.raw).tooltip);
-        mXml.text("FormulaTo", "FROM");
-        mXml.text("FormulaFrom", "TO");
-        mXml.text("pValue", featureOf(view.raw).name);
-        mXml.text("Unit", view.unit);
-        mXml.text("Slope", "Increasing");
-        mXml.close();
-    }
-
-    void cachable(bool constant)
-    {
-        if (!constant) {
-            mXml.text("Cachable", "NoCache");
-        }
+        const pugi::xml_node node = add("Converter", view.name);
+        text(node, "ToolTip", featureOf(view.raw).tooltip);
+        text(node, "FormulaTo", "FROM");
+        text(node, "FormulaFrom", "TO");
+        text(node, "pValue", featureOf(view.raw).name);
+        text(node, "Unit", view.unit);
+        text(node, "Slope", "Increasing");
     }
 
     const CameraOptions& mOptions;
-    XmlWriter mXml;
+    pugi::xml_document mDocument;
+    pugi::xml_node mRoot;
 };
 
 } // namespace
