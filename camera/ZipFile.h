@@ -3,14 +3,13 @@
 
 #include <cstdint>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace camera
 {
 
 /** A ZIP archive with one entry. @param deflate  compressed, else stored as it is */
-[[nodiscard]] std::vector<std::uint8_t> zipFile(std::string_view name, const std::string& content,
+[[nodiscard]] std::vector<std::uint8_t> zipFile(const std::string& name, const std::string& content,
                                                 bool deflate);
 
 } // namespace camera

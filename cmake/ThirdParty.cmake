@@ -1,5 +1,5 @@
 # Libraries of others, by the names that the targets link to:
-# telvo_pugixml, telvo_minizip (the library), telvo_png, telvo_cli11 (the tools).
+# telvo_pugixml, telvo_minizip (the library and the camera), telvo_png, telvo_cli11 (the tools).
 # What the shared library needs is linked statically, so that a host ships one file.
 if(CMAKE_CROSSCOMPILING)
   include(ThirdPartyFromSource)

@@ -10,7 +10,8 @@ add_library(telvo_pugixml STATIC ${sources}/pugixml/src/pugixml.cpp)
 target_include_directories(telvo_pugixml SYSTEM PUBLIC ${sources}/pugixml/src)
 
 # The library's headers are included as <minizip/unzip.h>, as where it is installed.
-add_library(telvo_minizip STATIC ${sources}/minizip/unzip.c ${sources}/minizip/ioapi.c)
+add_library(telvo_minizip STATIC ${sources}/minizip/unzip.c ${sources}/minizip/zip.c
+            ${sources}/minizip/ioapi.c)
 target_include_directories(telvo_minizip SYSTEM PUBLIC ${sources})
 target_link_libraries(telvo_minizip PUBLIC ${zlib_archive})
 
