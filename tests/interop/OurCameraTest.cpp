@@ -3,6 +3,7 @@
 #include "VirtualCamera.h"
 
 #include <array>
+#include <chrono>
 #include <gtest/gtest.h>
 #include <memory>
 #include <vector>
@@ -22,7 +23,9 @@ testing::AssertionResult contains(const std::string& output, const std::string& 
 }
 
 /// Who answers DISCOVERY until nothing more is heard, in the order of answers.
-std::vector<std::string> answering(gige::net::Ipv4Address from, gige::net::Ipv4Address destination)
+/// @param patience  for the first answer
+std::vector<std::string> answering(gige::net::Ipv4Address from, gige::net::Ipv4Address destination,
+                                   std::chrono::milliseconds patience)
 {
     auto host = gige::net::UdpSocket::open({from, 0}, {.broadcast = true});
     EXPECT_TRUE(host);
@@ -31,12 +34,24 @@ std::vector<std::string> answering(gige::net::Ipv4Address from, gige::net::Ipv4A
     std::vector<std::string> addresses;
     std::array<std::uint8_t, 600> answer{};
     while (true) {
-        const auto received = host->receive(answer, std::chrono::milliseconds(500));
+        const auto received =
+            host->receive(answer, addresses.empty() ? patience : std::chrono::milliseconds(300));
         if (received.status != gige::net::ReceiveStatus::Data) {
             return addresses;
         }
         addresses.push_back(toText(received.source.address));
     }
+}
+
+/// Waits for a camera of another program.
+bool comesUp(gige::net::Ipv4Address camera)
+{
+    for (int i = 0; i < 100; ++i) {
+        if (!answering(camera, camera, std::chrono::milliseconds(100)).empty()) {
+            return true;
+        }
+    }
+    return false;
 }
 
 /// A camera on an address of a real interface.
@@ -77,7 +92,7 @@ TEST_F(OurCamera, OnLoopbackKeepsToHostsOfLoopback)
     start({});
     camera::VirtualCamera elsewhere({.address = "127.0.0.11"});
     ASSERT_FALSE(elsewhere.start());
-    EXPECT_EQ(answering({0x0A4D0001}, gige::net::kLimitedBroadcast),
+    EXPECT_EQ(answering({0x0A4D0001}, gige::net::kLimitedBroadcast, std::chrono::seconds(10)),
               std::vector<std::string>{"10.77.0.1"});
 }
 
@@ -114,9 +129,7 @@ TEST_F(OurCamera, StreamsToStrangersWithoutFailures)
 TEST(OurCamerasOnLoopback, AreAllFoundByStrangersBesideAStranger)
 {
     const Program stranger({"arv-fake-gv-camera-0.8", "-i", "127.0.0.1"});
-    constexpr gige::net::Ipv4Address kStranger{0x7F000001};
-    for (int i = 0; i < 100 && answering(kStranger, kStranger).empty(); ++i) {
-    }
+    ASSERT_TRUE(comesUp({0x7F000001}));
     std::vector<std::unique_ptr<camera::VirtualCamera>> cameras;
     for (const char* address : {"127.0.0.11", "127.0.0.12", "127.0.0.13"}) {
         cameras.push_back(

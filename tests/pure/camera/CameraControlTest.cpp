@@ -3,8 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <set>
+#include <string>
 #include <thread>
 
 namespace camera
@@ -80,20 +83,23 @@ TEST(CameraControl, IsFoundByBroadcast)
     }
 }
 
-/** Who answers DISCOVERY until nothing more is heard, in the order of answers. */
-std::vector<std::string> answering(gige::net::UdpSocket& host,
-                                   const gige::net::Endpoint& destination)
+using Answers = std::multiset<std::string>; // addresses
+
+/** Who answers DISCOVERY: all that is heard until each of `wanted` has answered, and a while on. */
+Answers answering(gige::net::UdpSocket& host, const gige::net::Endpoint& destination,
+                  const Answers& wanted)
 {
     EXPECT_TRUE(host.send(fromHex("42 01 0002 0000 1234"), destination));
-    std::vector<std::string> addresses;
+    Answers found;
     std::array<std::uint8_t, 600> buffer{};
     while (true) {
-        const auto received = host.receive(buffer, 500ms);
+        const bool complete = std::ranges::includes(found, wanted);
+        const auto received = host.receive(buffer, complete ? 200ms : 10s);
         if (received.status != gige::net::ReceiveStatus::Data) {
-            return addresses;
+            return found;
         }
         EXPECT_EQ(received.size, 256U);
-        addresses.push_back(toText(received.source.address));
+        found.insert(toText(received.source.address));
     }
 }
 
@@ -104,14 +110,15 @@ TEST(CameraControl, AllOfOneMachineAreFoundByEitherBroadcast)
     const Station third("127.0.4.26");
     auto host = gige::net::UdpSocket::open({{0x7F000001}, 0}, {.broadcast = true});
     ASSERT_TRUE(host);
+    const Answers all{"127.0.4.24", "127.0.4.25", "127.0.4.26"};
     for (const std::uint32_t broadcast : {0x7FFFFFFFU, 0xFFFFFFFFU}) {
-        const auto found = answering(*host, {{broadcast}, 3956});
-        // Other cameras of this machine may answer, too.
-        EXPECT_EQ(std::ranges::count(found, "127.0.4.24"), 1) << std::hex << broadcast;
-        EXPECT_EQ(std::ranges::count(found, "127.0.4.25"), 1) << std::hex << broadcast;
-        EXPECT_EQ(std::ranges::count(found, "127.0.4.26"), 1) << std::hex << broadcast;
+        const Answers found = answering(*host, {{broadcast}, 3956}, all);
+        for (const std::string& address : all) { // other cameras of this machine may answer, too
+            EXPECT_EQ(found.count(address), 1U) << address << std::hex << ' ' << broadcast;
+        }
     }
-    EXPECT_EQ(answering(*host, {{0x7F000419}, 3956}), std::vector<std::string>{"127.0.4.25"})
+    const Answers one{"127.0.4.25"};
+    EXPECT_EQ(answering(*host, {{0x7F000419}, 3956}, one), one)
         << "what goes to one is not heard by another";
 }
 
