@@ -269,7 +269,7 @@ class Description
     static void integerContent(pugi::xml_node node, const Feature& feature)
     {
         number(node, "Min", feature.limits.minimum);
-        if (feature.movingLimits) {
+        if (feature.maximum != nullptr) {
             text(node, "pMax", maximumNode(feature));
         } else {
             number(node, "Max", feature.limits.maximum);
@@ -292,7 +292,7 @@ class Description
             number(node, "MSB", 16);
         }
         unsignedBigEndian(node);
-        if (feature.movingLimits && feature.kind == FeatureKind::Integer) {
+        if (feature.maximum != nullptr && feature.kind == FeatureKind::Integer) {
             wordRegister(maximumNode(feature), maximumRegisterOf(feature.id));
         }
     }
@@ -330,7 +330,7 @@ std::string descriptionXml(const CameraOptions& options)
 
 bool isConditional(const Feature& feature, const CameraOptions& options)
 {
-    return feature.needs != Option::None || options.unavailable.contains(feature.id) ||
+    return feature.needs != nullptr || options.unavailable.contains(feature.id) ||
            options.switchable.contains(feature.id);
 }
 

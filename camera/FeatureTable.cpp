@@ -1,10 +1,14 @@
 #include "FeatureTable.h"
 
 #include "BootstrapRegisters.h"
+#include "CameraCore.h"
 #include "PixelFormat.h"
 
 #include <algorithm>
 #include <array>
+#include <functional>
+#include <tuple>
+#include <utility>
 
 namespace camera
 {
@@ -40,6 +44,46 @@ constexpr std::array kPrivileges{EnumEntry{"OpenAccess", kPrivilegeOpen},
 
 constexpr std::int64_t kWord = 0xFFFFFFFF; // greatest value of a 32-bit register
 
+/** The part of the camera that a function is a member of. */
+template <typename Part, typename Value>
+const Part& partOf(const CameraCore& core, Value (Part::* /*function*/)() const)
+{
+    return std::get<const Part&>(std::tie(core, core.settings, core.recorder, core.serial,
+                                          std::as_const(core.serial.line())));
+}
+template <typename Part, typename Value, typename... Arguments>
+Part& partOf(CameraCore& core, Value (Part::* /*function*/)(Arguments...))
+{
+    return std::get<Part&>(
+        std::tie(core, core.playback, core.flashCard, core.serial, core.serial.line()));
+}
+
+template <auto Function>
+std::int64_t call(const CameraCore& core)
+{
+    return static_cast<std::int64_t>(std::invoke(Function, partOf(core, Function)));
+}
+
+/** Hands the value to a function that takes one. One without a result always succeeds. */
+template <auto Function>
+GvcpStatus act(CameraCore& core, std::uint32_t value)
+{
+    auto& part = partOf(core, Function);
+    const auto run = [&part, value] {
+        if constexpr (std::is_invocable_v<decltype(Function), decltype(part)>) {
+            return std::invoke(Function, part);
+        } else {
+            return std::invoke(Function, part, value);
+        }
+    };
+    if constexpr (std::is_void_v<decltype(run())>) {
+        run();
+        return GvcpStatus::Success;
+    } else {
+        return run();
+    }
+}
+
 /** A row under construction: each call sets one thing and returns the row. */
 struct Row : Feature {
     constexpr Row(FeatureKind rowKind, std::string_view tip)
@@ -47,77 +91,56 @@ struct Row : Feature {
         kind = rowKind;
         tooltip = tip;
     }
-    constexpr Row& with(Limits rowLimits, std::int64_t start)
+    constexpr Row& with(const Limits& range, std::int64_t start)
     {
-        limits = rowLimits;
-        initial = start;
-        return *this;
+        return set(limits, range).set(initial, start);
     }
-    constexpr Row& of(std::span<const EnumEntry> rowEntries, std::int64_t start = 0)
+    constexpr Row& of(std::span<const EnumEntry> all, std::int64_t start = 0)
     {
-        entries = rowEntries;
-        initial = start;
-        return *this;
+        return set(entries, all).set(initial, start);
     }
-    constexpr Row& at(std::uint32_t rowAddress, std::uint32_t rowLength = 4)
+    constexpr Row& at(std::uint32_t ownAddress, std::uint32_t bytes = 4)
     {
-        address = rowAddress;
-        length = rowLength;
-        return *this;
+        return set(address, ownAddress).set(length, bytes);
     }
-    constexpr Row& in(std::string_view rowUnit)
+    constexpr Row& in(std::string_view unitName) { return set(unit, unitName); }
+    constexpr Row& readOnly() { return set(access, Access::ReadOnly); }
+    constexpr Row& writeOnly() { return set(access, Access::WriteOnly); }
+    constexpr Row& fixed() { return set(constant, true).readOnly(); }
+    constexpr Row& lockable() { return set(locked, true); }
+    constexpr Row& inUserSets() { return set(saved, true); }
+    constexpr Row& keptAlone() { return set(remembered, true); }
+    constexpr Row& low() { return set(lowHalf, true); }
+    constexpr Row& as(Representation look) { return set(representation, look); }
+    constexpr Row& shownTo(Visibility users) { return set(visibility, users); }
+    constexpr Row& onlyWith(bool CameraOptions::*option) { return set(needs, option); }
+
+    // Function is a member function of the core or of one of its parts.
+
+    /** It gives the value, in place of the one that was set. */
+    template <auto Function>
+    constexpr Row& reads()
     {
-        unit = rowUnit;
-        return *this;
+        return set(read, call<Function>);
     }
-    constexpr Row& readOnly()
+    /** It gives the greatest value. */
+    template <auto Function>
+    constexpr Row& upTo()
     {
-        access = Access::ReadOnly;
-        return *this;
+        return set(maximum, call<Function>);
     }
-    constexpr Row& writeOnly()
+    /** It takes the value before this is set, and may refuse it. */
+    template <auto Function>
+    constexpr Row& writes()
     {
-        access = Access::WriteOnly;
-        return *this;
+        return set(write, act<Function>);
     }
-    constexpr Row& fixed()
+
+  private:
+    template <typename Field>
+    constexpr Row& set(Field& field, std::type_identity_t<Field> value)
     {
-        constant = true;
-        return readOnly();
-    }
-    constexpr Row& moving()
-    {
-        movingLimits = true;
-        return *this;
-    }
-    constexpr Row& lockable()
-    {
-        locked = true;
-        return *this;
-    }
-    constexpr Row& kept()
-    {
-        saved = true;
-        return *this;
-    }
-    constexpr Row& low()
-    {
-        lowHalf = true;
-        return *this;
-    }
-    constexpr Row& as(Representation rowRepresentation)
-    {
-        representation = rowRepresentation;
-        return *this;
-    }
-    constexpr Row& shownTo(Visibility rowVisibility)
-    {
-        visibility = rowVisibility;
-        return *this;
-    }
-    constexpr Row& onlyWith(Option option)
-    {
-        needs = option;
+        field = value;
         return *this;
     }
 };
@@ -134,9 +157,10 @@ constexpr Row boolean(std::string_view tip)
 {
     return Row(FeatureKind::Boolean, tip).with({0, 1}, 0);
 }
+template <auto Function>
 constexpr Row command(std::string_view tip)
 {
-    return Row(FeatureKind::Command, tip).with({0, 1}, 0).writeOnly();
+    return Row(FeatureKind::Command, tip).with({0, 1}, 0).writeOnly().writes<Function>();
 }
 constexpr Row text(std::string_view tip)
 {

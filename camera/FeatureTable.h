@@ -1,6 +1,8 @@
 #ifndef TELVO_CAMERA_FEATURETABLE_H
 #define TELVO_CAMERA_FEATURETABLE_H
 
+#include "GvcpStatus.h"
+
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -8,6 +10,9 @@
 
 namespace camera
 {
+
+class CameraCore;
+struct CameraOptions;
 
 /** Every feature, in the order of the table. */
 enum class FeatureId : std::uint16_t {
@@ -49,12 +54,12 @@ struct Limits {
     bool operator==(const Limits&) const = default;
 };
 
-/** Optional hardware and firmware: a camera without it does not have the features behind it. */
-enum class Option : std::uint8_t { None, Multisequence, FlashCard, IrigB, RecordAtPowerOn };
+using ReadFunction = std::int64_t (*)(const CameraCore&);
+using WriteFunction = gige::wire::GvcpStatus (*)(CameraCore&, std::uint32_t value);
 
 /**
- * One row of the camera's table: what the description tells a host of the feature, and where its
- * register lies. What the camera does with it stands in Device.
+ * One row of the camera's table: what the description tells a host of the feature, where its
+ * register lies, and what the camera does with it.
  */
 struct Feature {
     FeatureId id{};
@@ -73,10 +78,14 @@ struct Feature {
     std::uint32_t length = 4;  ///< bytes
     bool lowHalf = false;      ///< only the low 16 bits of the register
     bool constant = false;     ///< never changes while the camera runs
-    bool movingLimits = false; ///< the maximum depends on other features
     bool locked = false;       ///< not writable while images are being taken
     bool saved = false;        ///< part of a user set
-    Option needs = Option::None;
+    bool remembered = false;   ///< kept by itself when the camera is switched off
+    bool CameraOptions::*needs = nullptr; ///< a camera without this does not have the feature
+    ReadFunction read = nullptr;          ///< none: the value that was set
+    ReadFunction maximum = nullptr;       ///< none: the limits are fixed
+    /** Comes before the value is set, and may refuse it. A command has no value, only this. */
+    WriteFunction write = nullptr;
 };
 
 // Address space of the camera's own registers.

@@ -63,6 +63,15 @@ class Recorder
     /** Of the last recording; default values before the first. */
     [[nodiscard]] const RecordSettings& settings() const { return mSettings; }
     [[nodiscard]] bool hasRecorded() const { return mHasRecorded; }
+    // Of the recorded images; 0 before the first recording.
+    [[nodiscard]] std::uint32_t recordedWidth() const
+    {
+        return mHasRecorded ? mSettings.view.width : 0;
+    }
+    [[nodiscard]] std::uint32_t recordedHeight() const
+    {
+        return mHasRecorded ? mSettings.view.height : 0;
+    }
 
     /** Frames kept in a sequence; 0 for one that was not used. */
     [[nodiscard]] std::uint32_t frames(std::uint32_t sequence) const;

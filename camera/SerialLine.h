@@ -35,7 +35,7 @@ class SerialLine
     /** Takes bytes from the bridge. A command ends where the next begins, or with the bytes. */
     void send(std::span<const std::uint8_t> bytes);
 
-    void enableAcknowledges(bool enabled) { mAcknowledges = enabled; }
+    void enableAcknowledges() { mAcknowledges = true; }
 
     [[nodiscard]] std::size_t waiting() const { return mAnswers.size(); }
     /** The first bytes that wait, at most limit; they stay. */

@@ -37,37 +37,75 @@ void take(StoredState& state, std::string_view key, std::string_view value)
     }
     if (inSet && featureOf(*feature).saved) {
         state.userSet1[*feature] = *parsed;
-    } else if (!inSet && isKeptAlone(*feature)) {
+    } else if (!inSet && featureOf(*feature).remembered) {
         state.settings[*feature] = *parsed;
     }
 }
 
-} // namespace
-
-std::map<FeatureId, std::int64_t> userSetOf(const FeatureValues& values)
+FeatureValues userSetOf(const Settings& settings)
 {
-    std::map<FeatureId, std::int64_t> set;
+    FeatureValues set;
     for (const Feature& feature : featureTable()) {
         if (feature.saved) {
-            set[feature.id] = values[static_cast<std::size_t>(feature.id)];
+            set[feature.id] = settings.get(feature.id);
         }
     }
     return set;
 }
 
-bool isKeptAlone(FeatureId feature)
+} // namespace
+
+UserSets::UserSets(const CameraOptions& options, const Settings& factory)
+    : mPath(options.stateFile), mDefault(userSetOf(factory))
 {
-    switch (feature) {
-    case FeatureId::Data00:
-    case FeatureId::Data01:
-    case FeatureId::Data02:
-    case FeatureId::Data03:
-    case FeatureId::UserSetDefaultSelector:
-    case FeatureId::RecordStartAtPowerOn:
-        return true;
-    default:
-        return false;
+    mState.userName = options.userName;
+    if (options.userSetsPrepared) {
+        mState.userSet1 = mDefault;
+        mState.settings[FeatureId::UserSetDefaultSelector] = kUserSet1;
     }
+    if (const StoredState kept = loadState(mPath); kept != StoredState{}) {
+        mState = kept;
+    }
+}
+
+void UserSets::restore(Settings& settings) const
+{
+    settings.take(mState.settings);
+    const std::int64_t atPowerOn = settings.get(FeatureId::UserSetDefaultSelector);
+    settings.set(FeatureId::UserSetSelector, atPowerOn);
+    if (atPowerOn == kUserSet1) {
+        settings.take(mState.userSet1);
+    }
+}
+
+const FeatureValues* UserSets::find(std::int64_t set) const
+{
+    if (set == kUserSetDefault) {
+        return &mDefault;
+    }
+    return mState.userSet1.empty() ? nullptr : &mState.userSet1;
+}
+
+bool UserSets::save(const Settings& settings)
+{
+    mState.userSet1 = userSetOf(settings);
+    return keep(settings);
+}
+
+bool UserSets::keep(const Settings& settings)
+{
+    for (const Feature& feature : featureTable()) {
+        if (feature.remembered) {
+            mState.settings[feature.id] = settings.get(feature.id);
+        }
+    }
+    return mPath.empty() || saveState(mPath, mState);
+}
+
+void UserSets::setUserName(const std::string& name, const Settings& settings)
+{
+    mState.userName = name;
+    static_cast<void>(keep(settings)); // the name register has no way to report a full disk
 }
 
 StoredState loadState(const std::string& path)

@@ -44,7 +44,7 @@ TEST_F(SerialLineTest, ExecutesAFrameRequest)
 
 TEST_F(SerialLineTest, AcknowledgesWhenItIsToldTo)
 {
-    mLine.enableAcknowledges(true);
+    mLine.enableAcknowledges();
     send(":GW07b000000001");
     EXPECT_EQ(answers(), ":OK\r");
 }

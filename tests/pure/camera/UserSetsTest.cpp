@@ -45,5 +45,40 @@ TEST_F(StoredStateTest, SaysWhenItCannotBeWritten)
     EXPECT_FALSE(saveState(mPath + "/no/such/folder", {}));
 }
 
+TEST(UserSets, HaveNoFirstSetUntilItIsSaved)
+{
+    const CameraOptions options;
+    Settings settings(options);
+    UserSets sets(options, settings);
+    EXPECT_EQ(sets.find(kUserSet1), nullptr);
+    settings.set(FeatureId::GainRaw, 7);
+    ASSERT_TRUE(sets.save(settings));
+    ASSERT_NE(sets.find(kUserSet1), nullptr);
+    EXPECT_EQ(sets.find(kUserSet1)->at(FeatureId::GainRaw), 7);
+    EXPECT_EQ(sets.find(kUserSetDefault)->at(FeatureId::GainRaw), 0);
+    EXPECT_FALSE(sets.find(kUserSet1)->contains(FeatureId::Data00));
+}
+
+TEST_F(StoredStateTest, ComesBackWhenTheCameraIsSwitchedOnAgain)
+{
+    const CameraOptions options{.userName = "first", .stateFile = mPath};
+    {
+        Settings settings(options);
+        UserSets sets(options, settings);
+        settings.take({{FeatureId::Data02, 5},
+                       {FeatureId::GainRaw, 7},
+                       {FeatureId::UserSetDefaultSelector, kUserSet1}});
+        ASSERT_TRUE(sets.save(settings));
+        sets.setUserName("second", settings);
+    }
+    Settings settings(options);
+    const UserSets sets(options, settings);
+    sets.restore(settings);
+    EXPECT_EQ(sets.userName(), "second");
+    EXPECT_EQ(settings.get(FeatureId::Data02), 5);
+    EXPECT_EQ(settings.get(FeatureId::GainRaw), 7);
+    EXPECT_EQ(settings.get(FeatureId::UserSetSelector), kUserSet1);
+}
+
 } // namespace
 } // namespace camera
