@@ -130,22 +130,11 @@ std::int32_t CQuorGrabber::getRecordedFrameBlock(std::uint32_t sequence, std::ui
     if (selected != mBlock.currentSequence && setCurrentStreamSequence(&selected) != kSuccess) {
         return kFailure;
     }
-    thread->clearResult();
-    if (mIsConnectionLost) {
-        return kLinkLost; // the loss may have been signalled just before it was cleared
-    }
     const auto first = static_cast<std::int32_t>(firstFrame);
     const auto last = static_cast<std::int32_t>(firstFrame + frameCount - 1);
-    const bool wasSerial = thread->isSerial();
-    if (thread->requestFrames(first, last) == kSuccess) {
-        return kSuccess;
-    }
-    if (!wasSerial) {
-        return kFailure;
-    }
-    logLine("Readout mode fallback: Non serial read!");
-    thread->giveUpSerial();
-    return thread->requestFrames(first, last);
+    const std::int32_t result = thread->requestFrames(first, last);
+    // A loss in the meantime may have aborted the request before this one.
+    return mIsConnectionLost ? kLinkLost : result;
 }
 
 const std::uint8_t* CQuorGrabber::getRecordedFrameBlockResult(std::int64_t* frames,

@@ -10,11 +10,6 @@ namespace
 constexpr std::uint32_t kMaxBuffers = 1024;
 }
 
-CQuorReadoutThread::CQuorReadoutThread()
-    : mResultEvent(CreateEventA(nullptr, FALSE, FALSE, nullptr))
-{
-}
-
 CQuorReadoutThread::~CQuorReadoutThread()
 {
     finish();
@@ -24,10 +19,9 @@ std::int32_t CQuorReadoutThread::initialize(CQuorGrabber* grabber, std::uint32_t
                                             std::uint32_t height, std::uint32_t blockSize,
                                             std::int32_t readoutMode)
 {
-    mFramesOrdered = -1;
     mGrabber = grabber;
-    if (!mResultEvent) {
-        return kFailure; // nothing could end a wait for a result
+    if (!mRequest.canAwait()) {
+        return kFailure;
     }
     if (!grabber->stream().IsOpen()) {
         logLine("!! Error Initialize readout thread. Stream not open.");
@@ -54,97 +48,81 @@ std::int32_t CQuorReadoutThread::initialize(CQuorGrabber* grabber, std::uint32_t
 
 void CQuorReadoutThread::wake()
 {
+    mRequest.end(); // a host that waits for its block need not wait for the body's end
     if (mPipeline != nullptr) {
         mPipeline->wake();
     }
 }
 
-void CQuorReadoutThread::clearResult()
-{
-    mIsAborted = false;
-    mResult = RequestResult::Complete;
-    ResetEvent(mResultEvent.get());
-}
-
 std::int32_t CQuorReadoutThread::requestFrames(std::int32_t first, std::int32_t last)
 {
-    const std::lock_guard lock(mRequestLock);
-    return sendRequest({.first = first, .last = last});
+    const FrameRange range{.first = first, .last = last};
+    const std::lock_guard lock(mSendLock);
+    mRequest.begin();
+    if (!sendNewRequest(range)) {
+        return kFailure;
+    }
+    mRequest.accept(range);
+    return kSuccess;
 }
 
-std::int32_t CQuorReadoutThread::sendRequest(const FrameRange& range)
+bool CQuorReadoutThread::sendNewRequest(const FrameRange& range)
+{
+    const bool wasSerial = mRequester.isSerial();
+    if (sendRequest(range)) {
+        return true;
+    }
+    if (!wasSerial) {
+        return false;
+    }
+    logLine("Readout mode fallback: Non serial read!");
+    mRequester.giveUpSerial();
+    return sendRequest(range);
+}
+
+bool CQuorReadoutThread::sendRequest(const FrameRange& range)
 {
     logLine("\nRequest frames: %d - %d\n", range.first, range.last);
     if (!mRequester.canSend()) {
-        return kFailure;
+        return false;
     }
-    mIsAborted = false;
-    mFramesAcquired = 0;
-    mFramesOrdered = static_cast<std::int32_t>(std::int64_t{range.last} - range.first + 1);
-    // Pending from here on: the last frame may come before the camera's acknowledge does.
-    mIsPending = true;
+    mRequest.start(range);
     if (!mRequester.send(range)) {
-        mIsPending = false;
+        mRequest.refuse();
         logLine("\n   Error!!! request frames: %d - %d\n", range.first, range.last);
-        return kFailure;
+        return false;
     }
-    mRequest = range;
-    mIsAwaited = true;
-    return kSuccess;
+    return true;
 }
 
 void CQuorReadoutThread::repeatRequest()
 {
-    const std::lock_guard lock(mRequestLock);
-    if (mRequest && !isStopRequested()) {
-        sendRequest(*mRequest);
+    const std::lock_guard lock(mSendLock);
+    const std::optional<FrameRange> range = mRequest.accepted();
+    if (range && !isStopRequested()) {
+        sendRequest(*range); // refused, the host waits on: it may abort
     }
 }
 
 void CQuorReadoutThread::abortRequest()
 {
-    mIsAborted = true;
     logLine("Current request aborted!");
-    signalResult(RequestResult::Aborted);
-}
-
-void CQuorReadoutThread::signalResult(RequestResult result)
-{
-    mResult = result;
-    SetEvent(mResultEvent.get());
+    mRequest.abort();
 }
 
 std::int32_t CQuorReadoutThread::waitForResult(std::int32_t* framesAcquired)
 {
-    constexpr auto kAborted = static_cast<std::int32_t>(RequestResult::Aborted);
-    if (mIsAborted) {
-        return kAborted;
-    }
-    if (!mIsAwaited) {
-        return static_cast<std::int32_t>(RequestResult::ThreadEnded); // nothing would end the wait
-    }
-    while (true) {
-        if (WaitForSingleObject(mResultEvent.get(), INFINITE) != WAIT_OBJECT_0) {
-            if (mIsAborted) {
-                return kAborted;
-            }
-            continue;
-        }
-        const std::int32_t acquired = mFramesAcquired;
-        const std::int32_t ordered = mFramesOrdered;
-        const RequestResult result = mResult;
-        if (result == RequestResult::Complete && !mIsAborted && acquired < ordered) {
-            continue; // the signal of an earlier request, whose last frame came late
-        }
-        if (mIsAborted || result == RequestResult::ThreadEnded || acquired <= ordered) {
-            *framesAcquired = acquired;
-            mIsAwaited = false;
-            return static_cast<std::int32_t>(result);
-        }
-        logLine("\nError: Acquired (%d) more frames than ordered (%d) Reorder frames!", acquired,
-                ordered);
+    ReadoutRequest::Ending ending = mRequest.await();
+    while (ending.isExcess()) {
+        logLine("\nError: Acquired (%d) more frames than ordered (%d) Reorder frames!",
+                *ending.acquired, ending.ordered);
         repeatRequest();
+        ending = mRequest.await();
     }
+    if (ending.acquired) {
+        *framesAcquired = *ending.acquired;
+    }
+    return static_cast<std::int32_t>(ending.result);
 }
 
 void CQuorReadoutThread::readBlock(const std::function<void(std::span<const std::uint8_t>)>& read)

@@ -2,37 +2,32 @@
 #define TELVO_ACQUISITION_CQUORREADOUTTHREAD_H
 
 #include "FrameRequester.h"
+#include "PipelineDrain.h"
+#include "ReadoutRequest.h"
 #include "StoppablePipeline.h"
 #include "Thread.h"
-#include "UniqueHandle.h"
 
-#include <atomic>
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <mutex>
-#include <optional>
 #include <span>
 #include <vector>
 
 class CQuorGrabber;
-
-/// How a request for recorded frames ended.
-enum class RequestResult : std::int32_t { Complete = 0, Aborted = 1, ThreadEnded = -1 };
 
 /**
  * Reads recorded frames back, a block of them per request. Stream errors are answered by draining
  * what is still on its way, pacing the camera and asking for the whole block again, without limit.
  *
  * Threads: initialize() comes before the body runs; the host requests, waits and reads the block;
- * abortRequest() may come from any thread. Atomic: the request's state; mRequestLock serialises
- * requests, which host and body both send, and guards the last one; mBlockLock guards the block;
- * the rest is the body's.
+ * abortRequest() may come from any thread. mRequest guards itself; mSendLock serialises the sending
+ * of requests, which host and body both do; mBlockLock guards the block; the rest is the body's.
  */
 class CQuorReadoutThread final : public Thread
 {
   public:
-    CQuorReadoutThread();
+    CQuorReadoutThread() = default;
     ~CQuorReadoutThread() override;
     CQuorReadoutThread(const CQuorReadoutThread&) = delete;
     CQuorReadoutThread& operator=(const CQuorReadoutThread&) = delete;
@@ -50,9 +45,9 @@ class CQuorReadoutThread final : public Thread
 
     DWORD Function() override;
 
-    /// Forgets how the last request ended, so that the next result is the next request's.
-    void clearResult();
-    /// Asks the camera for the frames from `first` to `last`. @return 0 or -1
+    /// Asks the camera for the frames from `first` to `last`, which ends any request before. When
+    /// the serial line fails, through features, and so for the rest of this thread's life.
+    /// @return 0 or -1
     std::int32_t requestFrames(std::int32_t first, std::int32_t last);
     void abortRequest();
     /**
@@ -63,16 +58,13 @@ class CQuorReadoutThread final : public Thread
      */
     std::int32_t waitForResult(std::int32_t* framesAcquired);
 
-    bool isSerial() const { return mRequester.isSerial(); }
-    /// Requests go through features from now on, for the rest of this thread's life.
-    void giveUpSerial() { mRequester.giveUpSerial(); }
-
     /// Calls `read` with the block, which does not change meanwhile.
     void readBlock(const std::function<void(std::span<const std::uint8_t>)>& read);
 
   private:
     void wake() override;
-    std::int32_t sendRequest(const FrameRange& range);
+    bool sendRequest(const FrameRange& range);
+    bool sendNewRequest(const FrameRange& range);
     void repeatRequest();
 
     void prepareLink();
@@ -84,8 +76,8 @@ class CQuorReadoutThread final : public Thread
     void paceCamera();
     void raiseDataRate();
     void sendInterPacketDelay(std::int32_t delay);
+    Drained drain(const LogText<std::int32_t>& pausing);
     void completeRequest();
-    void signalResult(RequestResult result);
 
     CQuorGrabber* mGrabber = nullptr;
     std::unique_ptr<StoppablePipeline> mPipeline;
@@ -96,16 +88,9 @@ class CQuorReadoutThread final : public Thread
     std::mutex mBlockLock;
     std::vector<std::uint8_t> mBlock;
 
-    std::mutex mRequestLock;
+    std::mutex mSendLock;
     FrameRequester mRequester;
-    std::optional<FrameRange> mRequest; // the last one that the camera took
-    std::atomic<std::int32_t> mFramesOrdered{0};
-    std::atomic<std::int32_t> mFramesAcquired{0};
-    std::atomic<bool> mIsPending{false}; // a request was sent and is not complete
-    std::atomic<bool> mIsAborted{false};
-    std::atomic<bool> mIsAwaited{false}; // a request was sent whose result was not handed out
-    std::atomic<RequestResult> mResult{RequestResult::Complete};
-    UniqueHandle mResultEvent; // auto-reset
+    ReadoutRequest mRequest;
 
     std::int32_t mConsecutiveErrors = 0; // since a request was completed or the data rate raised
     bool mHasFrameError = false;         // since the last retrieval error that was answered

@@ -4,7 +4,6 @@
 #include "FrameHeader.h"
 #include "LinkLimits.h"
 #include "LogText.h"
-#include "PipelineDrain.h"
 
 #include <algorithm>
 
@@ -32,7 +31,6 @@ DWORD CQuorReadoutThread::Function()
         }
         completeRequest();
     }
-    signalResult(RequestResult::ThreadEnded);
     mPipeline->close();
     logLine("\nReadoutThread stopped. Duration: %d seconds\n\n",
             static_cast<std::int32_t>((GetTickCount() - start) / kMillisecondsPerSecond));
@@ -49,18 +47,17 @@ void CQuorReadoutThread::prepareLink()
 
 void CQuorReadoutThread::handleFrame(PvBuffer& buffer)
 {
-    std::int32_t acquired = mFramesAcquired;
-    const std::int32_t ordered = mFramesOrdered;
-    if (acquired < ordered) {
-        storeFrame(buffer, acquired);
+    const ReadoutRequest::Progress progress = mRequest.progress();
+    if (progress.acquired < progress.ordered) {
+        storeFrame(buffer, progress.acquired);
     } else {
         const auto header = decodeFrameHeader({buffer.GetDataPointer(), buffer.GetSize()});
         logLine("=============> fehler CQuorReadoutThread::Function - Ignore excess frame "
                 "(count = %d), acquired %d frames, requested were %d",
-                header ? std::int32_t{header->counter} : 0, acquired + 1, ordered);
+                header ? std::int32_t{header->counter} : 0, progress.acquired + 1,
+                progress.ordered);
     }
-    // A request sent meanwhile has begun to count anew: then this frame is none of its.
-    mFramesAcquired.compare_exchange_strong(acquired, acquired + 1);
+    mRequest.count(progress);
     mPipeline->release(&buffer);
 }
 
@@ -77,15 +74,12 @@ void CQuorReadoutThread::storeFrame(PvBuffer& buffer, std::int32_t index)
 void CQuorReadoutThread::handleFrameError(PvBuffer& buffer, const PvResult& error)
 {
     mHasFrameError = true;
-    mIsPending = false;
-    const std::int32_t acquired = mFramesAcquired;
+    mRequest.interrupt();
     logLine("=============> Internal error %s, acquired %d frames",
-            error.GetCodeString().GetAscii(), acquired);
+            error.GetCodeString().GetAscii(), mRequest.progress().acquired);
     keepBack(buffer);
     const Drained drained =
-        drainPipeline(*mPipeline, mFramesOrdered, acquired,
-                      "=============> due to external after internal error, sleep ( %d )",
-                      [this] { return isStopRequested(); });
+        drain("=============> due to external after internal error, sleep ( %d )");
     logLine("=============> After internal error, %d / %d times "
             "mPipeline->RetrieveNextBuffer()/ReleaseBuffer() for clearing",
             drained.passes, drained.buffers);
@@ -110,16 +104,13 @@ void CQuorReadoutThread::keepBack(PvBuffer& buffer)
 void CQuorReadoutThread::handleRetrievalError(const PvResult& error)
 {
     // Woken by a stop, or nothing came because nothing was asked for.
-    if (isStopRequested() || !mIsPending.exchange(false)) {
+    if (isStopRequested() || !mRequest.interrupt()) {
         return;
     }
     paceCamera();
-    const std::int32_t acquired = mFramesAcquired;
     logLine("\n  External error %s Only aquired %d frames", error.GetCodeString().GetAscii(),
-            acquired);
-    const Drained drained = drainPipeline(*mPipeline, mFramesOrdered, acquired,
-                                          "=============> due to external error, sleep ( %d )",
-                                          [this] { return isStopRequested(); });
+            mRequest.progress().acquired);
+    const Drained drained = drain("=============> due to external error, sleep ( %d )");
     if (drained.buffers > 0) {
         logLine("=============> After external error, %d / %d times "
                 "mPipeline->RetrieveNextBuffer()/ReleaseBuffer() for clearing",
@@ -127,6 +118,13 @@ void CQuorReadoutThread::handleRetrievalError(const PvResult& error)
     }
     repeatRequest();
     ++mConsecutiveErrors;
+}
+
+Drained CQuorReadoutThread::drain(const LogText<std::int32_t>& pausing)
+{
+    const ReadoutRequest::Progress progress = mRequest.progress();
+    return drainPipeline(*mPipeline, progress.ordered, progress.acquired, pausing,
+                         [this] { return isStopRequested(); });
 }
 
 void CQuorReadoutThread::paceCamera()
@@ -144,7 +142,7 @@ void CQuorReadoutThread::raiseDataRate()
 {
     if (++mDataRate > kMaxDataRate) {
         // No rate helps: leave the serial line and begin again at the settings of initialisation.
-        giveUpSerial();
+        mRequester.giveUpSerial();
         sendInterPacketDelay(mGrabber->transfer().defaultInterPacketDelay);
         mDataRate = mGrabber->transfer().outputDataRate;
     }
@@ -160,12 +158,11 @@ void CQuorReadoutThread::sendInterPacketDelay(std::int32_t delay)
 
 void CQuorReadoutThread::completeRequest()
 {
-    const std::int32_t acquired = mFramesAcquired;
-    if (acquired != mFramesOrdered || !mIsPending.exchange(false)) {
+    const std::optional<std::int32_t> frames = mRequest.complete();
+    if (!frames) {
         return;
     }
     mConsecutiveErrors = 0;
-    mResult = RequestResult::Complete;
-    logLine("     Acquired %d frames", acquired);
-    SetEvent(mResultEvent.get());
+    logLine("     Acquired %d frames", *frames);
+    mRequest.signal(); // after the line, which so comes before those of the block's collection
 }
