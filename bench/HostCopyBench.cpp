@@ -61,7 +61,7 @@ void checkedCopy(benchmark::State& state)
     FrameCounterCheck check;
     copyBlocks(state, [&](auto block, auto& copy, bool isFirst) {
         if (isFirst) {
-            check.restart();
+            check = {};
         }
         const auto gaps = check.check(BlockCounters(block, kFrameSize, kFrames));
         if (!gaps.empty()) {

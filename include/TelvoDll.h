@@ -15,7 +15,9 @@
  *
  * Threads: functions of different cameras may be called at the same time, connecting and
  * disconnecting them too. For one camera the host calls one function at a time. The exception is
- * expAbortCurrentFrameBlockRequest, which may be called while expGetRecordedFrameBlockResult waits.
+ * expGetRecordedFrameBlockResult: while one thread is in it, another may call
+ * expAbortCurrentFrameBlockRequest and the functions that stop a mode (expStopLiveMode,
+ * expStopRecordMode, expStopFrameBlockTransfer, expAbortRecording).
  *
  * Cameras may be disconnected up to the end of the process, in static destructors and atexit
  * handlers too, whenever those were registered.
@@ -1048,7 +1050,8 @@ TELVO_API int32_t expStartLiveMode(int32_t cameraId) TELVO_NOEXCEPT;
  *         it to its flash card: wait for expIsStateIdle, then stop once more; 3: recording stopped,
  *         the camera stays in record standby; -1: unknown id, or in playback, which only the start
  *         of another mode ends
- * Every fetched image and block becomes invalid.
+ * Every fetched live image becomes invalid. May be called while another thread waits for a block,
+ * whose wait then ends.
  */
 TELVO_API int32_t expStopLiveMode(int32_t cameraId) TELVO_NOEXCEPT;
 
@@ -1077,7 +1080,8 @@ TELVO_API int32_t expStartRecordMode(int32_t cameraId) TELVO_NOEXCEPT;
  *         it to its flash card: wait for expIsStateIdle, then stop once more; 3: recording stopped,
  *         the camera stays in record standby; -1: unknown id, or in playback, which only the start
  *         of another mode ends
- * Every fetched image and block becomes invalid.
+ * Every fetched live image becomes invalid. May be called while another thread waits for a block,
+ * whose wait then ends.
  */
 TELVO_API int32_t expStopRecordMode(int32_t cameraId) TELVO_NOEXCEPT;
 
@@ -1234,7 +1238,8 @@ TELVO_API int32_t expStartFrameBlockTransfer(int32_t cameraId) TELVO_NOEXCEPT;
  *         it to its flash card: wait for expIsStateIdle, then stop once more; 3: recording stopped,
  *         the camera stays in record standby; -1: unknown id, or in playback, which only the start
  *         of another mode ends
- * Every fetched image and block becomes invalid.
+ * Every fetched live image becomes invalid. May be called while another thread waits for a block,
+ * whose wait then ends.
  */
 TELVO_API int32_t expStopFrameBlockTransfer(int32_t cameraId) TELVO_NOEXCEPT;
 
@@ -1263,15 +1268,17 @@ TELVO_API int32_t expGetRecordedFrameBlock(void* unused, uint32_t sequence, uint
 
 /**
  * Waits for the block asked for, without limit; expAbortCurrentFrameBlockRequest, a lost link and a
- * stop end the wait. Gaps in the frame counters are logged only.
+ * stop end the wait, the first and the last from another thread. Gaps in the frame counters are
+ * logged only.
  * @param unused    ignored; may be null
  * @param frames    out: frames in the block; written only with a block
- * @param status    out: 0: complete; 1: aborted; 0xFFFFFFFF: the transfer has ended; untouched
- *                  after a lost link
+ * @param status    out: 0: complete; 1: aborted; 0xFFFFFFFF: the transfer has ended, maybe by a
+ *                  stop during this call; untouched after a lost link
  * @param cameraId  the camera
  * @return the frames one after the other, each width * height bytes starting with its 16-byte
  *         header; NULL: unknown id, null pointer, link lost, or status is not 0
- * Lifetime: until this camera's next block is collected, stop or start of a mode, or disconnect.
+ * Lifetime: until this camera's next block is collected, start of a mode, or disconnect; a stop
+ * leaves it.
  */
 TELVO_API const uint8_t* expGetRecordedFrameBlockResult(void* unused, int64_t* frames,
                                                         uint32_t* status,
@@ -1288,7 +1295,8 @@ TELVO_API const uint8_t* expGetRecordedFrameBlockResult(void* unused, int64_t* f
  * @param cameraId  the camera
  * @return the frame in the block, width * height bytes; NULL: unknown id, null pointer, link lost,
  *         no transfer, or outside the block; nothing is written then
- * Lifetime: until this camera's next block is collected, stop or start of a mode, or disconnect.
+ * Lifetime: until this camera's next block is collected, start of a mode, or disconnect; a stop
+ * leaves it.
  */
 TELVO_API const uint8_t* expGetRecordedFrameBlockInfo(void* unused, uint32_t index,
                                                       uint64_t* header, uint8_t* flags,

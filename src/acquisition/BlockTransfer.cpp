@@ -13,7 +13,10 @@ namespace
 
 constexpr std::uint32_t kBlockTarget = 5'800'320; // bytes; a larger frame makes a block of its own
 constexpr std::uint32_t kMaxFramesPerBlock = 1000;
+constexpr std::int32_t kFirstSequence = 0; // selected by the start of a transfer
 constexpr std::int32_t kLinkLost = 1;
+constexpr auto kComplete = static_cast<std::int32_t>(RequestResult::Complete);
+constexpr auto kTransferEnded = static_cast<std::int32_t>(RequestResult::ThreadEnded);
 
 constexpr std::uint32_t blockSizeFor(std::uint32_t frameSize)
 {
@@ -45,6 +48,15 @@ void logGaps(const std::vector<FrameCounterCheck::Gap>& gaps, const BlockCounter
     }
 }
 
+void copyBlock(CQuorReadoutThread& thread, RecordedBlock& target, std::int32_t frameCount)
+{
+    thread.readBlock([&](std::span<const std::uint8_t> block) {
+        const BlockCounters counters(block, target.frameSize, static_cast<std::size_t>(frameCount));
+        logGaps(target.counterCheck.check(counters), counters, target.frameSize, frameCount);
+        std::copy_n(block.begin(), std::min(block.size(), target.data.size()), target.data.begin());
+    });
+}
+
 } // namespace
 
 std::int32_t CQuorGrabber::getFrameBlockSize(std::uint32_t* frames) const
@@ -63,20 +75,18 @@ std::int32_t CQuorGrabber::startFrameBlockTransfer()
     if (!isConnected()) {
         return kFailure;
     }
-    mBlock.counterCheck.restart();
     stopPlaybackMode();
     // Once more, now that the queue is empty.
     execute(mFeatures->acquisitionStop);
-    mBlock.currentSequence = 0;
-    std::int32_t sequence = 0;
+    std::int32_t sequence = kFirstSequence;
     if (setCurrentStreamSequence(&sequence) != kSuccess) {
         return kFailure;
     }
-    mBlock.frameSize = mGeometry.frameSize();
-    if (mBlock.frameSize == 0) {
+    const std::uint32_t frameSize = mGeometry.frameSize();
+    if (frameSize == 0) {
         return kFailure;
     }
-    const std::int32_t result = startReadoutThread();
+    const std::int32_t result = startReadoutThread(frameSize);
     if (result != kSuccess) {
         return result;
     }
@@ -85,25 +95,28 @@ std::int32_t CQuorGrabber::startFrameBlockTransfer()
     return kSuccess;
 }
 
-std::int32_t CQuorGrabber::startReadoutThread()
+std::int32_t CQuorGrabber::startReadoutThread(std::uint32_t frameSize)
 {
-    // Workers that an earlier start has left: none outlives its mode.
-    endAcquisitionThread();
-    endReadoutThread();
-    releaseImageBuffers();
-    const std::uint32_t blockSize = blockSizeFor(mBlock.frameSize);
+    clearEarlierMode();
+    const std::uint32_t blockSize = blockSizeFor(frameSize);
     logLine("Frame size %d  Used block size: %d,  Frames per buffer %d",
-            static_cast<std::int32_t>(mBlock.frameSize), static_cast<std::int32_t>(blockSize),
-            static_cast<std::int32_t>(blockSize / mBlock.frameSize));
+            static_cast<std::int32_t>(frameSize), static_cast<std::int32_t>(blockSize),
+            static_cast<std::int32_t>(blockSize / frameSize));
     const auto thread = std::make_shared<CQuorReadoutThread>();
     mReadoutThread.set(thread);
     const std::int32_t result = thread->initialize(
         this, static_cast<std::uint32_t>(mGeometry.width),
         static_cast<std::uint32_t>(mGeometry.height), blockSize, mTransfer.requestMode);
-    if (result == kSuccess) {
-        mBlock.data.resize(blockSize);
+    if (result != kSuccess) {
+        return result;
     }
-    return result;
+    const auto block = std::make_shared<RecordedBlock>(RecordedBlock{.frameSize = frameSize});
+    if (!block->reserve(blockSize)) {
+        execute(mFeatures->acquisitionStop); // begun by the thread's initialisation
+        return kFailure;
+    }
+    mBlock.set(block);
+    return kSuccess;
 }
 
 std::shared_ptr<CQuorReadoutThread> CQuorGrabber::runningReadoutThread() const
@@ -127,7 +140,7 @@ std::int32_t CQuorGrabber::getRecordedFrameBlock(std::uint32_t sequence, std::ui
     // The number as clamped is not kept: the sequence is selected anew for every block but those of
     // the first one.
     auto selected = static_cast<std::int32_t>(sequence);
-    if (selected != mBlock.currentSequence && setCurrentStreamSequence(&selected) != kSuccess) {
+    if (selected != kFirstSequence && setCurrentStreamSequence(&selected) != kSuccess) {
         return kFailure;
     }
     const auto first = static_cast<std::int32_t>(firstFrame);
@@ -144,21 +157,29 @@ const std::uint8_t* CQuorGrabber::getRecordedFrameBlockResult(std::int64_t* fram
         return nullptr;
     }
     const std::shared_ptr<CQuorReadoutThread> thread = runningReadoutThread();
+    const std::shared_ptr<RecordedBlock> block = mBlock.get();
     std::int32_t frameCount = 0;
-    const std::int32_t result = thread == nullptr
-                                    ? static_cast<std::int32_t>(RequestResult::ThreadEnded)
-                                    : thread->waitForResult(&frameCount);
+    const std::int32_t result = thread == nullptr || block == nullptr
+                                    ? kTransferEnded
+                                    : collectBlock(*thread, block, &frameCount);
     *status = static_cast<std::uint32_t>(result);
-    if (result != static_cast<std::int32_t>(RequestResult::Complete)) {
+    if (result != kComplete) {
         return nullptr;
     }
     *frames = frameCount;
-    thread->readBlock([&](std::span<const std::uint8_t> block) {
-        const BlockCounters counters(block, mBlock.frameSize, static_cast<std::size_t>(frameCount));
-        logGaps(mBlock.counterCheck.check(counters), counters, mBlock.frameSize, frameCount);
-        std::copy_n(block.begin(), std::min(block.size(), mBlock.data.size()), mBlock.data.begin());
-    });
-    return mBlock.data.data();
+    return block->data.data();
+}
+
+std::int32_t CQuorGrabber::collectBlock(CQuorReadoutThread& thread,
+                                        const std::shared_ptr<RecordedBlock>& block,
+                                        std::int32_t* frames)
+{
+    const std::int32_t result = thread.waitForResult(frames);
+    if (result != kComplete) {
+        return result;
+    }
+    copyBlock(thread, *block, *frames);
+    return mBlock.get() == block ? kComplete : kTransferEnded; // a stop may have come meanwhile
 }
 
 const std::uint8_t* CQuorGrabber::getRecordedFrameBlockInfo(std::uint32_t index,
@@ -166,12 +187,16 @@ const std::uint8_t* CQuorGrabber::getRecordedFrameBlockInfo(std::uint32_t index,
                                                             std::uint8_t* flags,
                                                             std::uint8_t* extra) const
 {
-    const std::size_t offset = std::size_t{index} * mBlock.frameSize;
-    // The index is not checked against the frames collected, only against the block's end.
-    if (mIsConnectionLost || offset >= mBlock.data.size()) {
+    const std::shared_ptr<RecordedBlock> block = mBlock.get();
+    if (mIsConnectionLost || block == nullptr) {
         return nullptr;
     }
-    const std::span<const std::uint8_t> frame = std::span(mBlock.data).subspan(offset);
+    // The index is not checked against the frames collected, only against the block's end.
+    const std::size_t offset = std::size_t{index} * block->frameSize;
+    if (offset >= block->data.size()) {
+        return nullptr;
+    }
+    const std::span<const std::uint8_t> frame = std::span(block->data).subspan(offset);
     const auto decoded = decodeFrameHeader(frame);
     if (!decoded) {
         return nullptr;

@@ -39,10 +39,8 @@ class FrameCounterCheck
         bool operator==(const Gap&) const = default;
     };
 
-    /// The next block is a first one: its frame 0 has no predecessor.
-    void restart() { mLast.reset(); }
-
-    /// One pass over the block. A counter of 0 is always accepted, and whatever follows 65535.
+    /// One pass over the block; frame 0 of the first one has no predecessor. A counter of 0 is
+    /// always accepted, and whatever follows 65535.
     /// @return the gaps, in order
     std::vector<Gap> check(const BlockCounters& counters);
 

@@ -14,10 +14,7 @@ constexpr std::uint32_t kMaxLiveBuffers = 256;
 
 std::int32_t CQuorGrabber::startAcquisitionThread(std::int32_t recordFlag)
 {
-    // Workers that an earlier start has left: none outlives its mode.
-    endAcquisitionThread();
-    endReadoutThread();
-    releaseImageBuffers();
+    clearEarlierMode();
     const std::uint32_t frameSize = mGeometry.frameSize();
     mAcquisitionThread = std::make_unique<CQuorAcquisitionThread>();
     const std::int32_t result =
@@ -56,8 +53,19 @@ void CQuorGrabber::endThread(std::shared_ptr<Thread> thread)
     }
 }
 
+void CQuorGrabber::clearEarlierMode()
+{
+    endAcquisitionThread();
+    endReadoutThread();
+    releaseImageBuffers();
+    mStoppedBlock.reset();
+}
+
 void CQuorGrabber::releaseImageBuffers()
 {
     mFrames->clear();
-    mBlock.data = {};
+    if (std::shared_ptr<RecordedBlock> block = mBlock.get()) {
+        mStoppedBlock = std::move(block);
+        mBlock.set(nullptr);
+    }
 }

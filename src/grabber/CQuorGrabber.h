@@ -37,7 +37,8 @@ class Thread;
  * Threads: the host's thread calls the operations, one at a time. The stack's thread calls
  * noteLinkLost. The worker threads call the operations of the last public section. What they
  * share is atomic (connection-lost flag, mode, geometry, transfer settings, changed callback) or
- * guards itself (mFrames, mReadoutThread).
+ * guards itself (mFrames, mReadoutThread, mBlock). While one thread of the host's waits for a block
+ * in getRecordedFrameBlockResult, another one may abort it or stop the mode.
  *
  * Unless said otherwise operations return kSuccess or kFailure; out parameters are never null and
  * keep their value on failure.
@@ -347,15 +348,20 @@ class CQuorGrabber
     void endAcquisitionThread();
     void endReadoutThread();
     void endThread(std::shared_ptr<Thread> thread);
-    /// Frees the live images and the block.
+    /// Ends the workers that an earlier start has left, and frees what they filled.
+    void clearEarlierMode();
+    /// Frees the live images and ends the collection of a block, which stays until the next start.
     void releaseImageBuffers();
 
     // acquisition: recorded frames
     bool readInfoFrame();
     bool readSingleFrame(std::int64_t frame);
     void raiseCurrentInterPacketDelay();
-    std::int32_t startReadoutThread();
+    std::int32_t startReadoutThread(std::uint32_t frameSize);
     std::shared_ptr<CQuorReadoutThread> runningReadoutThread() const;
+    /// Waits for the request's end and copies its frames. @return a RequestResult
+    std::int32_t collectBlock(CQuorReadoutThread& thread,
+                              const std::shared_ptr<RecordedBlock>& block, std::int32_t* frames);
 
     std::int32_t openSerialPort();
 
@@ -371,7 +377,8 @@ class CQuorGrabber
     GeometryCache mGeometry;
     TransferSettings mTransfer;
     ModeState mMode;
-    RecordedBlock mBlock;
+    SharedSlot<RecordedBlock> mBlock;             // empty outside a block transfer
+    std::shared_ptr<RecordedBlock> mStoppedBlock; // the host may read on in it until the next start
     bool mIsMultiSequenceAvailable = false;
     std::unique_ptr<FrameExchange> mFrames;       // never null between construction and destruction
     std::unique_ptr<PvBuffer> mSingleImageBuffer; // null before initialisation

@@ -3,15 +3,29 @@
 
 #include "FrameCounterCheck.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
+#include <new>
 #include <vector>
 
-/// The block transfer as the host's thread sees it.
+/// The block that the host reads, of one block transfer. Whoever collects it shares it, so that a
+/// stop from another thread frees nothing that is in use. The collecting thread alone writes it.
 struct RecordedBlock {
-    std::vector<std::uint8_t> data; ///< the block last collected; empty outside a transfer
-    std::uint32_t frameSize = 0;    ///< bytes per frame, as it was when the transfer started
-    std::int32_t currentSequence = 0;
-    FrameCounterCheck counterCheck;
+    std::uint32_t frameSize = 0;      ///< bytes per frame, as it was when the transfer started
+    std::vector<std::uint8_t> data{}; ///< the block last collected
+    FrameCounterCheck counterCheck{};
+
+    /// Makes room for so many bytes. @return false: there is no memory for them
+    [[nodiscard]] bool reserve(std::size_t size)
+    {
+        try {
+            data.resize(std::max(size, data.size()));
+            return true;
+        } catch (const std::bad_alloc&) {
+            return false;
+        }
+    }
 };
 
 #endif

@@ -184,6 +184,24 @@ TEST_F(BlockReadout, AStopInMidBlockLeavesTheCameraReadyForTheNextTransfer)
     EXPECT_TRUE(readsRecorded(host, *camera, {.first = 50, .count = 100}));
 }
 
+TEST_F(BlockReadout, AStopFromAnotherThreadEndsTheWaitInMidBlock)
+{
+    ASSERT_NO_FATAL_FAILURE(open(recordedCamera(200)));
+    ASSERT_EQ(expStartFrameBlockTransfer(host.id()), 0);
+    ASSERT_NO_FATAL_FAILURE(beMidBlock());
+    std::thread other([&] {
+        eventually([&] { return framesSent() >= 5; });
+        EXPECT_EQ(expStopFrameBlockTransfer(host.id()), 0);
+    });
+    const Block stopped = collectBlock(host, *camera);
+    other.join();
+    EXPECT_EQ(stopped.status, 0xFFFFFFFF);
+    EXPECT_TRUE(stopped.bytes.empty());
+    camera->faults().clear();
+    ASSERT_EQ(expStartFrameBlockTransfer(host.id()), 0);
+    EXPECT_TRUE(readsRecorded(host, *camera, {.first = 50, .count = 100}));
+}
+
 TEST_F(BlockReadout, ADisconnectInMidBlockFreesTheCamera)
 {
     ASSERT_NO_FATAL_FAILURE(open(recordedCamera(200)));

@@ -161,14 +161,6 @@ TEST(FrameCounterCheck, ComparesFrameZeroWithTheBlockBefore)
     EXPECT_EQ(check(counterCheck, {505, 506}), (std::vector<Gap>{{503, 505}}));
 }
 
-TEST(FrameCounterCheck, BeginsAnewAfterARestart)
-{
-    FrameCounterCheck counterCheck;
-    EXPECT_EQ(check(counterCheck, {500}), std::vector<Gap>{});
-    counterCheck.restart();
-    EXPECT_EQ(check(counterCheck, {900, 901}), std::vector<Gap>{});
-}
-
 TEST(BlockCounters, StepOneByteShortThroughFramesOfOddSize)
 {
     Bytes block(3 * 255);
