@@ -125,9 +125,7 @@ void CQuorAcquisitionThread::raiseDataRate()
     if (!isDue(mLastDataRateBackOff, kBackOffInterval)) {
         return;
     }
-    if (++mDataRate > kMaxDataRate) {
-        mDataRate = mGrabber->transfer().outputDataRate;
-    }
+    mDataRate = raisedDataRate(mDataRate, mGrabber->transfer().outputDataRate);
     mGrabber->SetOutputDatarate(mDataRate);
 }
 

@@ -10,7 +10,7 @@ class FrameCounterTotal
     /// @param maxFrames  that a sequence holds; up to 65535 the counter cannot wrap
     explicit FrameCounterTotal(std::int32_t maxFrames = 0) : mMaxFrames(maxFrames) {}
 
-    /// @return frames recorded up to the one with this counter
+    /// @return frames recorded up to the one with this counter, modulo 2^32
     std::int32_t add(std::uint16_t counter)
     {
         if (counter > kNearWrap && mMaxFrames > kLargestCounter) {
@@ -21,16 +21,16 @@ class FrameCounterTotal
             mHighMark = 0;
         }
         // Not 65536 per wrap: hosts know the number so.
-        return mWraps * kLargestCounter + counter;
+        return static_cast<std::int32_t>(mWraps * kLargestCounter + counter);
     }
 
   private:
     static constexpr std::uint16_t kNearWrap = 50'000;
-    static constexpr std::int32_t kLargestCounter = 65'535;
+    static constexpr std::uint32_t kLargestCounter = 65'535;
 
-    std::int32_t mMaxFrames;
+    std::int64_t mMaxFrames;
     std::uint16_t mHighMark = 0;
-    std::int32_t mWraps = 0;
+    std::uint32_t mWraps = 0;
 };
 
 #endif

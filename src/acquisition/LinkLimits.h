@@ -14,11 +14,18 @@ constexpr std::uint32_t kPipelineMemory = 16'777'216; // bytes of frames in a pi
 /// Result of a worker thread's initialisation whose pipeline refuses the number of its buffers.
 constexpr std::int32_t kBufferCountRefused = -2;
 
-/// The next delay after a stream error: one step up, or `fallback` beyond the limit.
+/// The next delay after a stream error: one step up, or `fallback` beyond the limit. The delay may
+/// be any number, since hosts choose where it begins.
 constexpr std::int32_t raisedInterPacketDelay(std::int32_t delay, std::int32_t fallback)
 {
-    const std::int32_t raised = delay + kInterPacketDelayStep;
-    return raised > kMaxInterPacketDelay ? fallback : raised;
+    return delay > kMaxInterPacketDelay - kInterPacketDelayStep ? fallback
+                                                                : delay + kInterPacketDelayStep;
+}
+
+/// The next data rate after a stream error, likewise.
+constexpr std::int32_t raisedDataRate(std::int32_t rate, std::int32_t fallback)
+{
+    return rate >= kMaxDataRate ? fallback : rate + 1;
 }
 
 /// Buffers of a pipeline: as many as its memory holds, 0 for a frame beyond it.

@@ -140,12 +140,12 @@ void CQuorReadoutThread::paceCamera()
 
 void CQuorReadoutThread::raiseDataRate()
 {
-    if (++mDataRate > kMaxDataRate) {
+    if (mDataRate >= kMaxDataRate) {
         // No rate helps: leave the serial line and begin again at the settings of initialisation.
         mRequester.giveUpSerial();
         sendInterPacketDelay(mGrabber->transfer().defaultInterPacketDelay);
-        mDataRate = mGrabber->transfer().outputDataRate;
     }
+    mDataRate = raisedDataRate(mDataRate, mGrabber->transfer().outputDataRate);
     mGrabber->SetOutputDatarate(mDataRate);
     mConsecutiveErrors = 0;
 }

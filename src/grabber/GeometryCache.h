@@ -3,6 +3,7 @@
 
 #include <atomic>
 #include <cstdint>
+#include <limits>
 
 constexpr std::int32_t kDefaultWidth = 1280;  // pixels
 constexpr std::int32_t kDefaultHeight = 1024; // pixels
@@ -17,14 +18,15 @@ struct GeometryCache {
     std::atomic<std::int32_t> sensorWidth = kDefaultWidth;
     std::atomic<std::int32_t> sensorHeight = kDefaultHeight;
 
-    /// Bytes per image, one per pixel; 0 for a geometry that holds no image.
+    /// Bytes per image, one per pixel; 0 for a geometry that holds no image, or none that 32 bits
+    /// can count.
     std::uint32_t frameSize() const
     {
-        const std::int32_t columns = width;
-        const std::int32_t rows = height;
-        return columns <= 0 || rows <= 0
-                   ? 0
-                   : static_cast<std::uint32_t>(columns) * static_cast<std::uint32_t>(rows);
+        constexpr std::int64_t kMaxFrameSize = std::numeric_limits<std::uint32_t>::max();
+        const std::int64_t columns = width;
+        const std::int64_t rows = height;
+        const bool isImage = columns > 0 && rows > 0 && columns * rows <= kMaxFrameSize;
+        return isImage ? static_cast<std::uint32_t>(columns * rows) : 0;
     }
 };
 
