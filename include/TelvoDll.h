@@ -22,6 +22,10 @@
  * Cameras may be disconnected up to the end of the process, in static destructors and atexit
  * handlers too, whenever those were registered.
  *
+ * Image sizes: width and height are those of the camera as expInitializeGrabber, expSetWidth,
+ * expSetHeight, expGetWidth and expGetHeight last gave them before the call. width * height bytes
+ * lie behind every image returned, of whatever size it was taken.
+ *
  * Pointers returned are the library's: read only, never freed by the host, valid as long as the
  * function says. Texts are single-byte and NUL-terminated. Pointers passed are not kept.
  *
@@ -1134,8 +1138,8 @@ TELVO_API int32_t expGetCurrentNumberOfImages(int32_t cameraId) TELVO_NOEXCEPT;
  * @param last      out: image byte 15
  * @param cameraId  the camera
  * @return width * height bytes, one per pixel, row by row, starting with the 16-byte frame header;
- *         NULL: unknown id, null pointer, link lost, or no image since the last fetch; nothing is
- *         written then
+ *         NULL: unknown id, null pointer, link lost, no image since the last fetch, or an image
+ *         size that live mode does not take; nothing is written then
  * Lifetime: until this camera's next successful fetch, stop or start of a mode, or disconnect.
  */
 TELVO_API const uint8_t* expGetPreviewImage(uint8_t* status, uint8_t* last,
@@ -1143,14 +1147,15 @@ TELVO_API const uint8_t* expGetPreviewImage(uint8_t* status, uint8_t* last,
 
 /**
  * Fetches the newest live or preview image, with a result. Each image is given once.
- * @param result    out: 0; -3 as unsigned: no image since the last fetch
+ * @param result    out: 0; -3 as unsigned: no image since the last fetch, or an image size that
+ * live mode does not take
  * @param flag      out: 0xFFFFFFFF when bit 2 of image byte 7 is set, else 0
  * @param status    out: image byte 7, all bits inverted
  * @param last      out: image byte 15
  * @param cameraId  the camera
  * @return width * height bytes, one per pixel, row by row, starting with the 16-byte frame header;
- *         NULL: unknown id, null pointer or link lost (nothing is written), or no image since the
- *         last fetch (result is written, flag is 0)
+ *         NULL: unknown id, null pointer or link lost (nothing is written), or result is not 0
+ *         (flag is 0 then)
  * Lifetime: until this camera's next successful fetch, stop or start of a mode, or disconnect.
  */
 TELVO_API const uint8_t* expGetSingleImage(uint32_t* result, uint32_t* flag, uint8_t* status,
@@ -1187,7 +1192,8 @@ TELVO_API int32_t expGetMaxFramesPerSequence(uint32_t* count, int32_t cameraId) 
 TELVO_API int32_t expSetCurrentStreamSequence(uint32_t* sequence, int32_t cameraId) TELVO_NOEXCEPT;
 
 /**
- * Reads the camera's description of its recording, in at most 3 tries. Not during a block transfer.
+ * Reads the camera's description of its recording, in at most 3 tries. Fails in live and record
+ * mode and during a block transfer, whose images the stream carries.
  * @param width       out: pixels
  * @param height      out: pixels
  * @param recordMode  out: 0 or 1
@@ -1195,8 +1201,9 @@ TELVO_API int32_t expSetCurrentStreamSequence(uint32_t* sequence, int32_t camera
  * @param cameraId    the camera
  * @return the description as received: little-endian 32-bit words; bytes 32 to 95: stop pointers of
  *         sequences 0 to 15 (low 29 bits), bytes 96 to 99: the word that the outputs are decoded
- *         from; NULL: unknown id, null pointer, link lost, the camera cannot describe it, or three
- *         failures; nothing is written then
+ *         from. At least as many bytes as an image has. NULL: unknown id, null pointer, link lost,
+ *         the camera cannot describe it, one of those modes (nothing is sent then), an image size
+ *         of 0 or beyond the memory, or three failures; nothing is written then
  * Lifetime: until this camera's next frame or info-frame read, initialisation, record start or
  * disconnect.
  */
@@ -1206,15 +1213,17 @@ TELVO_API const uint8_t* expGetRecordInfoFramePointer(uint32_t* width, uint32_t*
 
 /**
  * Reads one recorded frame out of the camera's memory, in at most 8 tries; the frame of the last
- * try is given even if it is damaged. Not during a block transfer.
+ * try is given even if it is damaged. Fails in live and record mode and during a block transfer,
+ * whose images the stream carries.
  * @param frame     frame number in the selected sequence
  * @param header    out: frame bytes 8 to 14, little-endian, zero-extended to 64 bits
  * @param flags     out: frame byte 7, all bits inverted
  * @param extra     out: frame byte 15
  * @param cameraId  the camera
  * @return width * height bytes, one per pixel, row by row, starting with the 16-byte frame header;
- *         NULL: unknown id, null pointer, link lost, the camera cannot deliver single frames, or
- *         eight failures; nothing is written then
+ *         NULL: unknown id, null pointer, link lost, the camera cannot deliver single frames, one
+ *         of those modes (nothing is sent then), an image size of 0 or beyond the memory, or eight
+ *         failures; nothing is written then
  * Lifetime: until this camera's next frame or info-frame read, initialisation, record start or
  * disconnect.
  */
@@ -1273,7 +1282,8 @@ TELVO_API int32_t expGetRecordedFrameBlock(void* unused, uint32_t sequence, uint
  * @param unused    ignored; may be null
  * @param frames    out: frames in the block; written only with a block
  * @param status    out: 0: complete; 1: aborted; 0xFFFFFFFF: the transfer has ended, maybe by a
- *                  stop during this call; untouched after a lost link
+ *                  stop during this call, or the image size is by now 0 or such that the frames
+ *                  take more than 256 MiB; untouched after a lost link
  * @param cameraId  the camera
  * @return the frames one after the other, each width * height bytes starting with its 16-byte
  *         header; NULL: unknown id, null pointer, link lost, or status is not 0

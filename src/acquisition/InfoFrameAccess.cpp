@@ -60,7 +60,7 @@ const std::uint8_t* CQuorGrabber::getRecordInfoFramePointer(std::uint32_t* width
         logLine("Function not available!");
         return nullptr;
     }
-    if (mSingleImageBuffer == nullptr || !readInfoFrame()) {
+    if (!reserveSingleImageBuffer() || !readInfoFrame()) {
         return nullptr;
     }
     const auto info =

@@ -12,6 +12,18 @@ namespace
 constexpr std::int32_t kTries = 8;
 }
 
+bool CQuorGrabber::reserveSingleImageBuffer()
+{
+    const std::uint32_t frameSize = mGeometry.frameSize();
+    if (isStreamInUse() || frameSize == 0) {
+        return false;
+    }
+    if (mSingleImageBuffer == nullptr || mSingleImageBuffer->GetSize() < frameSize) {
+        allocateSingleImageBuffer(frameSize);
+    }
+    return mSingleImageBuffer != nullptr;
+}
+
 bool CQuorGrabber::readSingleFrame(std::int64_t frame)
 {
     using Outcome = SingleImageRead::Outcome;
@@ -42,7 +54,7 @@ const std::uint8_t* CQuorGrabber::getFramePointer(std::int64_t frame, std::uint6
                                                   std::uint8_t* flags, std::uint8_t* extra)
 {
     if (mIsConnectionLost || mFeatures->streamSingleFrame == nullptr ||
-        mSingleImageBuffer == nullptr || !readSingleFrame(frame)) {
+        !reserveSingleImageBuffer() || !readSingleFrame(frame)) {
         return nullptr;
     }
     const auto decoded =

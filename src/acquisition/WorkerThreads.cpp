@@ -53,6 +53,16 @@ void CQuorGrabber::endThread(std::shared_ptr<Thread> thread)
     }
 }
 
+bool CQuorGrabber::isStreamInUse() const
+{
+    // A mode has the camera's images even without its worker, a worker the stream even when an
+    // initialisation has changed the mode.
+    const Mode mode = mMode.current;
+    return (mode != Mode::Idle && mode != Mode::Playback) ||
+           (mAcquisitionThread != nullptr && mAcquisitionThread->isRunning()) ||
+           runningReadoutThread() != nullptr;
+}
+
 void CQuorGrabber::clearEarlierMode()
 {
     endAcquisitionThread();

@@ -353,13 +353,25 @@ class CQuorGrabber
     /// Frees the live images and ends the collection of a block, which stays until the next start.
     void releaseImageBuffers();
 
+    // acquisition/PreviewImage.cpp
+    /// @return the newest image with memory for the present geometry; empty without one
+    std::span<const std::uint8_t> takeLiveFrame();
+
     // acquisition: recorded frames
+    /// Whether the stream is a mode's, so that no other may queue a buffer in it.
+    bool isStreamInUse() const;
+    /// Makes the single image buffer hold an image of the present geometry at least.
+    /// @return false: it must not or cannot be read into
+    bool reserveSingleImageBuffer();
     bool readInfoFrame();
     bool readSingleFrame(std::int64_t frame);
     void raiseCurrentInterPacketDelay();
     std::int32_t startReadoutThread(std::uint32_t frameSize);
     std::shared_ptr<CQuorReadoutThread> runningReadoutThread() const;
-    /// Waits for the request's end and copies its frames. @return a RequestResult
+    /// Makes the block hold so many images of the present geometry. @return false: it cannot
+    bool holdsFrames(RecordedBlock& block, std::int32_t frames) const;
+    /// Waits for the request's end and copies its frames, with memory for the present geometry
+    /// behind them. @return a RequestResult
     std::int32_t collectBlock(CQuorReadoutThread& thread,
                               const std::shared_ptr<RecordedBlock>& block, std::int32_t* frames);
 

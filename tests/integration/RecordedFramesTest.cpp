@@ -180,6 +180,37 @@ TEST_F(RecordedFrames, OneBehindTheLastIsNotGiven)
     EXPECT_FALSE(singleFrame(host, 29).bytes.empty());
 }
 
+TEST_F(RecordedFrames, AGeometryThatHasGrownLeavesRoomBehindTheFrame)
+{
+    ASSERT_NO_FATAL_FAILURE(open(recordedCamera(30)));
+    std::uint32_t width = 1280;
+    std::uint32_t height = 1024;
+    ASSERT_EQ(expSetWidth(&width, host.id()), 0);
+    ASSERT_EQ(expSetHeight(&height, host.id()), 0);
+    const SingleFrame frame = singleFrame(host, 5);
+    ASSERT_EQ(frame.bytes.size(), 1280U * 1024);
+    const auto whole = recorded(5);
+    ASSERT_EQ(whole.size(), 64U * 48);
+    EXPECT_TRUE(std::equal(whole.begin(), whole.end(), frame.bytes.begin()));
+    EXPECT_EQ(std::count(frame.bytes.begin() + 64 * 48, frame.bytes.end(), 0),
+              1280 * 1024 - 64 * 48);
+}
+
+TEST_F(RecordedFrames, AreNotGivenInLiveModeWhichGoesOnUndisturbed)
+{
+    ASSERT_NO_FATAL_FAILURE(open(recordedCamera(30)));
+    ASSERT_EQ(expStartLiveMode(host.id()), 0);
+    EXPECT_TRUE(singleFrame(host, 5).bytes.empty());
+    EXPECT_TRUE(infoFrame(host).stopPointers.empty());
+    EXPECT_TRUE(camera->log().valuesWritten(FeatureId::StreamSingleFrame).empty());
+    std::uint8_t status = 0;
+    std::uint8_t last = 0;
+    EXPECT_TRUE(
+        eventually([&] { return expGetPreviewImage(&status, &last, host.id()) != nullptr; }));
+    EXPECT_EQ(expStopLiveMode(host.id()), 0);
+    EXPECT_TRUE(singleFrame(host, 5).bytes == recorded(5));
+}
+
 TEST_F(RecordedFrames, AnInfoFrameThatDoesNotComeInThreeTriesIsGivenUp)
 {
     TelvoConnectionSettings settings = patientSettings();
