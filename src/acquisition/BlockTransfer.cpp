@@ -13,7 +13,8 @@ namespace
 
 constexpr std::uint32_t kBlockTarget = 5'800'320; // bytes; a larger frame makes a block of its own
 constexpr std::uint32_t kMaxFramesPerBlock = 1000;
-constexpr std::int32_t kFirstSequence = 0; // selected by the start of a transfer
+constexpr std::uint64_t kMaxBlockMemory = 268'435'456; // bytes of a block that has to grow
+constexpr std::int32_t kFirstSequence = 0;             // selected by the start of a transfer
 constexpr std::int32_t kLinkLost = 1;
 constexpr auto kComplete = static_cast<std::int32_t>(RequestResult::Complete);
 constexpr auto kTransferEnded = static_cast<std::int32_t>(RequestResult::ThreadEnded);
@@ -111,7 +112,7 @@ std::int32_t CQuorGrabber::startReadoutThread(std::uint32_t frameSize)
         return result;
     }
     const auto block = std::make_shared<RecordedBlock>(RecordedBlock{.frameSize = frameSize});
-    if (!block->reserve(blockSize)) {
+    if (!growTo(block->data, blockSize)) {
         execute(mFeatures->acquisitionStop); // begun by the thread's initialisation
         return kFailure;
     }
@@ -170,6 +171,14 @@ const std::uint8_t* CQuorGrabber::getRecordedFrameBlockResult(std::int64_t* fram
     return block->data.data();
 }
 
+bool CQuorGrabber::holdsFrames(RecordedBlock& block, std::int32_t frames) const
+{
+    // The host may have asked for more frames than fit, or the image size may have grown.
+    const std::uint64_t size =
+        std::uint64_t{mGeometry.frameSize()} * static_cast<std::uint32_t>(frames);
+    return size != 0 && size <= kMaxBlockMemory && growTo(block.data, size);
+}
+
 std::int32_t CQuorGrabber::collectBlock(CQuorReadoutThread& thread,
                                         const std::shared_ptr<RecordedBlock>& block,
                                         std::int32_t* frames)
@@ -177,6 +186,9 @@ std::int32_t CQuorGrabber::collectBlock(CQuorReadoutThread& thread,
     const std::int32_t result = thread.waitForResult(frames);
     if (result != kComplete) {
         return result;
+    }
+    if (!holdsFrames(*block, *frames)) {
+        return kTransferEnded;
     }
     copyBlock(thread, *block, *frames);
     return mBlock.get() == block ? kComplete : kTransferEnded; // a stop may have come meanwhile
@@ -192,8 +204,9 @@ const std::uint8_t* CQuorGrabber::getRecordedFrameBlockInfo(std::uint32_t index,
         return nullptr;
     }
     // The index is not checked against the frames collected, only against the block's end.
-    const std::size_t offset = std::size_t{index} * block->frameSize;
-    if (offset >= block->data.size()) {
+    const std::uint64_t offset = std::uint64_t{index} * block->frameSize;
+    const std::uint32_t imageSize = mGeometry.frameSize();
+    if (imageSize == 0 || offset + imageSize > block->data.size()) {
         return nullptr;
     }
     const std::span<const std::uint8_t> frame = std::span(block->data).subspan(offset);

@@ -40,7 +40,7 @@ void FrameExchange::reset(std::uint32_t frameSize)
     const std::size_t size = std::max<std::size_t>(frameSize, kFrameHeaderSize);
     const Locked lock(mLock);
     for (Buffer& buffer : mBuffers) {
-        buffer = {std::make_unique<std::uint8_t[]>(size), false};
+        buffer = {HostMemory(size), false};
     }
     mWriteIndex = 0;
     mFrameSize = frameSize;
@@ -57,21 +57,21 @@ void FrameExchange::put(std::span<const std::uint8_t> image)
 {
     const Locked lock(mLock);
     Buffer& target = mBuffers[mWriteIndex];
-    if (target.data == nullptr) {
+    if (target.data.empty()) {
         return;
     }
-    std::copy_n(image.begin(), std::min(image.size(), mFrameSize), target.data.get());
+    std::copy_n(image.begin(), std::min(image.size(), mFrameSize), target.data.begin());
     target.filled = true;
 }
 
-std::span<const std::uint8_t> FrameExchange::take()
+std::span<const std::uint8_t> FrameExchange::take(std::size_t size)
 {
     const Locked lock(mLock);
-    const Buffer& taken = mBuffers[mWriteIndex];
-    if (!taken.filled) {
+    Buffer& taken = mBuffers[mWriteIndex];
+    if (!taken.filled || !growTo(taken.data, size)) {
         return {};
     }
     mWriteIndex = 1 - mWriteIndex;
     mBuffers[mWriteIndex].filled = false;
-    return {taken.data.get(), std::max(mFrameSize, kFrameHeaderSize)};
+    return taken.data;
 }

@@ -1,11 +1,11 @@
 #ifndef TELVO_ACQUISITION_FRAMEEXCHANGE_H
 #define TELVO_ACQUISITION_FRAMEEXCHANGE_H
 
+#include "HostMemory.h"
 #include "Kernel.h"
 
 #include <array>
 #include <cstdint>
-#include <memory>
 #include <span>
 
 /**
@@ -32,13 +32,15 @@ class FrameExchange
     /// Copies an image of at most the frame size; of a larger one the beginning.
     void put(std::span<const std::uint8_t> image);
 
-    /// @return the newest image: frame size bytes and at least a frame header, the host's until the
-    /// next successful take(); empty when none has come since the last one
-    std::span<const std::uint8_t> take();
+    /// @param size  bytes that the host will read
+    /// @return the newest image with as many bytes, and at least a frame header, behind it, the
+    /// host's until the next successful take(); empty when none has come since the last one, or
+    /// without memory for so many bytes
+    std::span<const std::uint8_t> take(std::size_t size);
 
   private:
     struct Buffer {
-        std::unique_ptr<std::uint8_t[]> data;
+        HostMemory data;
         bool filled = false;
     };
 

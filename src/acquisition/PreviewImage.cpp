@@ -3,6 +3,7 @@
 #include "CQuorGrabber.h"
 #include "FrameExchange.h"
 #include "FrameHeader.h"
+#include "LinkLimits.h"
 
 namespace
 {
@@ -19,7 +20,7 @@ const std::uint8_t* CQuorGrabber::getSingleImage(std::uint32_t* result, std::uin
     }
     *result = 0;
     *flag = 0;
-    const std::span<const std::uint8_t> image = mFrames->take();
+    const std::span<const std::uint8_t> image = takeLiveFrame();
     const auto header = decodeFrameHeader(image);
     if (!header) {
         *result = kNoNewImage;
@@ -29,6 +30,14 @@ const std::uint8_t* CQuorGrabber::getSingleImage(std::uint32_t* result, std::uin
     *status = header->flags;
     *last = header->extra;
     return image.data();
+}
+
+std::span<const std::uint8_t> CQuorGrabber::takeLiveFrame()
+{
+    // Of the size that the host knows by now, unless that is none that live mode could have.
+    const std::uint32_t frameSize = mGeometry.frameSize();
+    const bool isLiveSize = frameSize != 0 && frameSize <= kPipelineMemory;
+    return isLiveSize ? mFrames->take(frameSize) : std::span<const std::uint8_t>();
 }
 
 const std::uint8_t* CQuorGrabber::getPreviewImage(std::uint8_t* status, std::uint8_t* last)

@@ -1,6 +1,7 @@
 // Fetching the newest image of live and record mode.
 #include "ModeTest.h"
 
+#include <algorithm>
 #include <vector>
 
 namespace
@@ -29,6 +30,16 @@ class PreviewImageTest : public ModeTest
     {
         ModeTest::SetUp();
         useImageSize(16, 2);
+    }
+
+    /// The camera has this geometry, and the host reads it.
+    void readGeometry(std::int64_t width, std::int64_t height)
+    {
+        s.camera().integer("Width").value(width);
+        s.camera().integer("Height").value(height);
+        std::uint32_t read = 0;
+        ASSERT_EQ(expGetWidth(&read, kCamera), 0);
+        ASSERT_EQ(expGetHeight(&read, kCamera), 0);
     }
 
     Fetched fetch()
@@ -276,6 +287,34 @@ TEST_F(PreviewImageTest, ReadsTheMarksOfAnImageSmallerThanAHeader)
     EXPECT_EQ(fetched.flag, 0xFFFFFFFF);
     EXPECT_EQ(fetched.status, 0x03);
     EXPECT_EQ(fetched.last, 0);
+}
+
+TEST_F(PreviewImageTest, GrowsWithTheGeometryThatTheHostReads)
+{
+    startLive();
+    receive(grey(1));
+    readGeometry(2048, 2048);
+    for (const std::uint8_t value : {std::uint8_t{1}, std::uint8_t{2}, std::uint8_t{3}}) {
+        const Fetched fetched = fetch();
+        EXPECT_EQ(bytesOf(fetched), grey(value));
+        ASSERT_NE(fetched.image, nullptr);
+        EXPECT_EQ(std::count(fetched.image + kImageSize, fetched.image + 2048 * 2048, 0),
+                  2048 * 2048 - 32);
+        receive(grey(static_cast<std::uint8_t>(value + 1)));
+    }
+}
+
+TEST_F(PreviewImageTest, IsNotGivenWithAGeometryThatNoLiveModeHas)
+{
+    startLive();
+    receive(grey(1));
+    for (const std::int64_t side : {65'537LL, 4097LL, 0LL}) {
+        readGeometry(side, side);
+        expectNone(fetch());
+        EXPECT_EQ(fetchPreview().image, nullptr);
+    }
+    readGeometry(16, 2);
+    EXPECT_EQ(bytesOf(fetch()), grey(1));
 }
 
 } // namespace
