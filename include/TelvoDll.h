@@ -1041,14 +1041,15 @@ TELVO_API int32_t expShowGEVParams(int32_t cameraId) TELVO_NOEXCEPT;
  * Starts live mode: the camera streams images, of which the newest can be fetched with
  * expGetPreviewImage or expGetSingleImage. Ends playback.
  * @param cameraId  the camera
- * @return 0; -1: unknown id, not connected, image size 0, the camera's source cannot be switched,
- *         or the stream is closed; -2: no buffers for the stream
+ * @return 0; -1: unknown id, not connected or never initialised, the camera lacks a command to
+ * start or stop its acquisition, image size 0, the camera's source cannot be switched, or the
+ *         stream is closed; -2: no buffers for the stream
  */
 TELVO_API int32_t expStartLiveMode(int32_t cameraId) TELVO_NOEXCEPT;
 
 /**
  * Ends the current mode, whichever it is. Waits, without limit, until the camera is idle or the
- * link is lost, looking every 500 ms.
+ * link is lost, looking every 500 ms; not for a camera that has no "CameraState".
  * @param cameraId  the camera
  * @return 0: stopped, now in playback, or nothing to stop; 2: recording stopped, the camera copies
  *         it to its flash card: wait for expIsStateIdle, then stop once more; 3: recording stopped,
@@ -1072,8 +1073,9 @@ TELVO_API int32_t expPauseLiveMode(uint8_t pause, int32_t cameraId) TELVO_NOEXCE
  * Starts record mode: the camera records into its memory and streams a preview meanwhile, to be
  * fetched as in live mode. Ends playback. Nothing happens in record mode.
  * @param cameraId  the camera
- * @return 0; -1: unknown id, not connected, image size 0, the camera's source cannot be switched,
- *         or the stream is closed; -2: no buffers for the stream
+ * @return 0; -1: unknown id, not connected or never initialised, the camera lacks a command to
+ * start or stop its acquisition or a recording, image size 0, the camera's source cannot be
+ *         switched, or the stream is closed; -2: no buffers for the stream
  */
 TELVO_API int32_t expStartRecordMode(int32_t cameraId) TELVO_NOEXCEPT;
 
@@ -1235,8 +1237,9 @@ TELVO_API const uint8_t* expGetFramePointer(int64_t frame, uint64_t* header, uin
 /**
  * Starts the transfer of recorded frames in blocks, from sequence 0. Ends playback.
  * @param cameraId  the camera
- * @return 0; -1: unknown id, not connected, the sequence cannot be selected, image size 0, or the
- *         stream is closed; -2: no buffers for the stream
+ * @return 0; -1: unknown id, not connected or never initialised, the camera lacks a command to
+ * start or stop its acquisition, the sequence cannot be selected, image size 0, or the stream is
+ *         closed; -2: no buffers for the stream
  */
 TELVO_API int32_t expStartFrameBlockTransfer(int32_t cameraId) TELVO_NOEXCEPT;
 
@@ -1269,8 +1272,8 @@ TELVO_API int32_t expGetFrameBlockSize(uint32_t* frames, int32_t cameraId) TELVO
  * @param firstFrame  frame number in the sequence
  * @param frameCount  frames; at most what expGetFrameBlockSize tells
  * @param cameraId    the camera
- * @return 0; 1: link lost; -1: unknown id, no transfer started, frameCount 0, or the sequence or
- *         the request was refused
+ * @return 0; 1: link lost; -1: unknown id, no transfer started, frameCount 0, the sequence or the
+ *         request was refused, or the camera lacks what a request needs
  */
 TELVO_API int32_t expGetRecordedFrameBlock(void* unused, uint32_t sequence, uint32_t firstFrame,
                                            uint32_t frameCount, int32_t cameraId) TELVO_NOEXCEPT;

@@ -73,7 +73,7 @@ std::int32_t CQuorGrabber::getFrameBlockSize(std::uint32_t* frames) const
 std::int32_t CQuorGrabber::startFrameBlockTransfer()
 {
     logLine("Start Frame Block Transfer.");
-    if (!isConnected()) {
+    if (!canAcquire()) {
         return kFailure;
     }
     stopPlaybackMode();

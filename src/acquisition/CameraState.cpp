@@ -30,13 +30,17 @@ CameraState stateOf(std::string_view name)
     return CameraState::Unknown;
 }
 
+PvGenEnum* stateFeature(const CameraFeatures& features)
+{
+    // Connect and initialise ask before the handles are bound.
+    return features->cameraState != nullptr ? features->cameraState
+                                            : features.find<PvGenEnum>("CameraState");
+}
+
 /// Nothing when the read fails; Unknown for a name that is not in the table.
 std::optional<CameraState> readState(const CameraFeatures& features)
 {
-    // Connect and initialise ask before the handles are bound.
-    PvGenEnum* const feature = features->cameraState != nullptr
-                                   ? features->cameraState
-                                   : features.find<PvGenEnum>("CameraState");
+    PvGenEnum* const feature = stateFeature(features);
     PvString name;
     if (feature == nullptr || !feature->GetValue(name).IsOK()) {
         return std::nullopt;
@@ -45,6 +49,11 @@ std::optional<CameraState> readState(const CameraFeatures& features)
 }
 
 } // namespace
+
+bool CQuorGrabber::hasCameraState() const
+{
+    return stateFeature(mFeatures) != nullptr;
+}
 
 std::int32_t CQuorGrabber::getCameraState(std::int32_t* state)
 {

@@ -41,7 +41,12 @@ void FrameRequester::bind(CQuorGrabber& grabber, std::int32_t readoutMode)
 
 bool FrameRequester::canSend() const
 {
-    return mIsSerial || hasRange();
+    return mIsSerial || canSendFeatures();
+}
+
+bool FrameRequester::canSendFeatures() const
+{
+    return hasRange() && mSequenceStart != nullptr;
 }
 
 bool FrameRequester::hasRange() const
@@ -73,7 +78,7 @@ bool FrameRequester::sendSerial(const FrameRange& range)
 
 bool FrameRequester::sendFeatures(const FrameRange& range)
 {
-    for (int i = 0; hasRange() && i < kTries; ++i) {
+    for (int i = 0; canSendFeatures() && i < kTries; ++i) {
         if (setRange(range)) {
             execute(mSequenceStart);
             return true;

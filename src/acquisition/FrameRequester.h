@@ -45,6 +45,7 @@ class FrameRequester
     void giveUpSerial() { mIsSerial = false; }
 
   private:
+    bool canSendFeatures() const;
     bool hasRange() const;
     bool sendSerial(const FrameRange& range);
     bool sendFeatures(const FrameRange& range);

@@ -8,7 +8,7 @@ std::int32_t CQuorGrabber::startLiveMode()
 {
     logLine("Start live mode");
     stopPlaybackMode();
-    if (!isConnected()) {
+    if (!canAcquire()) {
         return kFailure;
     }
     if (auto* const acquisitionMode = mFeatures.find<PvGenEnum>("AcquisitionMode")) {

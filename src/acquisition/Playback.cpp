@@ -3,6 +3,12 @@
 #include "Commands.h"
 #include "LogText.h"
 
+bool CQuorGrabber::canAcquire() const
+{
+    return isConnected() && mFeatures->acquisitionStart != nullptr &&
+           mFeatures->acquisitionStop != nullptr;
+}
+
 std::int32_t CQuorGrabber::startPlaybackMode()
 {
     logLine("Starting PlaybackMode!");

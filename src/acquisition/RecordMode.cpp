@@ -4,6 +4,11 @@
 #include "Commands.h"
 #include "LogText.h"
 
+bool CQuorGrabber::canRecord() const
+{
+    return canAcquire() && mFeatures->recordStart != nullptr && mFeatures->recordStop != nullptr;
+}
+
 std::int32_t CQuorGrabber::startRecordMode(bool isAttaching)
 {
     if (mMode.current == Mode::Record) {
@@ -12,7 +17,7 @@ std::int32_t CQuorGrabber::startRecordMode(bool isAttaching)
     mMode.flashWriteStopped = false;
     logLine("Starting record mode");
     const std::uint32_t frameSize = mGeometry.frameSize();
-    if (!isConnected() || frameSize == 0) {
+    if (!canRecord() || frameSize == 0) {
         return kFailure;
     }
     mMode.current = Mode::Record;

@@ -109,6 +109,9 @@ std::int32_t CQuorGrabber::leaveRecordInFlashWrite()
 
 void CQuorGrabber::waitForFlashWrite()
 {
+    if (!hasCameraState()) {
+        return;
+    }
     while (!mIsConnectionLost && isConnected()) {
         Sleep(kStatePollInterval);
         std::uint8_t isReached = 0;
@@ -124,6 +127,9 @@ void CQuorGrabber::waitForFlashWrite()
 
 void CQuorGrabber::waitForIdleCamera()
 {
+    if (!hasCameraState()) {
+        return;
+    }
     while (!mIsConnectionLost && isConnected()) {
         Sleep(kStatePollInterval);
         std::uint8_t isIdle = 0;

@@ -330,6 +330,10 @@ class CQuorGrabber
     std::int32_t writeUserDefinedName();
 
     // acquisition
+    /// Whether the commands are there that begin and end what a mode does: nothing is begun that
+    /// no stop could end. Not before the first initialisation.
+    bool canAcquire() const;
+    bool canRecord() const;
     std::int32_t stopPlaybackMode();
     std::int32_t changeAquisitionSource(Mode mode);
     std::int32_t prepareRecording();
@@ -338,7 +342,9 @@ class CQuorGrabber
     std::int32_t stopBlockTransfer();
     std::int32_t stopRecord();
     std::int32_t leaveRecordInFlashWrite();
-    /// Wait, without limit, for the camera or for the loss of its link.
+    bool hasCameraState() const;
+    /// Wait, without limit, for the camera or for the loss of its link; not for a camera that has
+    /// no state to tell.
     void waitForFlashWrite();
     void waitForIdleCamera();
 

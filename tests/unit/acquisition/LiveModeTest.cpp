@@ -104,14 +104,6 @@ TEST_F(LiveModeTest, IgnoresThatTheCameraRefusesItsCommands)
     EXPECT_EQ(s.takeCalls().back(), "AcquisitionStart.Execute");
 }
 
-TEST_F(LiveModeTest, StartsACameraWithoutCommands)
-{
-    s.camera().remove({"AcquisitionStart", "AcquisitionStop"});
-    rebind();
-    EXPECT_EQ(expStartLiveMode(kCamera), 0);
-    EXPECT_EQ(s.takeCalls().back(), "log Max frames count 0");
-}
-
 TEST_F(LiveModeTest, UsesTheGeometryOfTheMoment)
 {
     std::uint32_t width = 640;
