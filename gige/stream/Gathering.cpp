@@ -11,11 +11,9 @@ namespace
 /// What is left of the measured sums with each receive.
 constexpr double kFade = 0.875;
 /// Of the time until the block's last packet: rates are not that steady.
-constexpr double kShareOfRest = 0.75;
+constexpr double kShareOfRest = 0.9;
 /// Of what the system keeps: the pause may turn out longer, and the rate higher.
 constexpr double kShareOfCapacity = 0.25;
-
-constexpr double kNone = 0;
 
 double inSeconds(std::chrono::duration<double> time)
 {
@@ -33,30 +31,51 @@ Gathering::Gathering(std::size_t capacity)
 std::chrono::microseconds Gathering::pauseAfter(const Taken& taken, std::uint32_t toCome, Time now)
 {
     measure(taken, now);
-    mWithinBlock = toCome > 0;
-    if (!mWithinBlock || mPackets <= kNone || mSeconds <= kNone) {
-        return {};
-    }
-    const double packetRate = mPackets / mSeconds;
-    const double byteRate = mBytes / mSeconds;
-    const double seconds =
-        std::min({inSeconds(mLongest), toCome * kShareOfRest / packetRate, mMostBytes / byteRate});
-    const bool pays =
-        seconds >= inSeconds(kShortestGathering) && seconds * packetRate >= kFewestGathered;
-    return pays ? std::chrono::duration_cast<std::chrono::microseconds>(
-                      std::chrono::duration<double>(seconds))
-                : std::chrono::microseconds(0);
+    judgePause(toCome);
+    mToCome = toCome;
+    mPause = choosePause(toCome);
+    return mPause;
 }
 
 /// Between blocks the camera may pause, which says nothing about the rate within them.
 void Gathering::measure(const Taken& taken, Time now)
 {
-    if (mWithinBlock) {
+    if (mToCome > 0) {
         mSeconds = mSeconds * kFade + inSeconds(now - mLastTaken);
         mPackets = mPackets * kFade + static_cast<double>(taken.packets);
         mBytes = mBytes * kFade + static_cast<double>(taken.bytes);
     }
     mLastTaken = now;
+}
+
+/// A block that ended within a long pause came faster than expected: its picture was late.
+void Gathering::judgePause(std::uint32_t toCome)
+{
+    const bool hasEnded = mToCome > 0 && (toCome == 0 || toCome > mToCome);
+    if (!hasEnded) {
+        return;
+    }
+    if (mPause > kCautiousGathering) {
+        mCautiousBlocks = kBlocksAfterSurprise;
+    } else if (mCautiousBlocks > 0) {
+        --mCautiousBlocks;
+    }
+}
+
+std::chrono::microseconds Gathering::choosePause(std::uint32_t toCome) const
+{
+    if (toCome == 0 || mPackets <= 0 || mSeconds <= 0) {
+        return {};
+    }
+    const auto longest = mCautiousBlocks > 0 ? std::min(mLongest, kCautiousGathering) : mLongest;
+    const double packetRate = mPackets / mSeconds;
+    const double seconds = std::min({inSeconds(longest), (toCome - 1) / packetRate * kShareOfRest,
+                                     mMostBytes * mSeconds / mBytes});
+    const bool pays =
+        seconds >= inSeconds(kShortestGathering) && seconds * packetRate >= kFewestGathered;
+    return pays ? std::chrono::duration_cast<std::chrono::microseconds>(
+                      std::chrono::duration<double>(seconds))
+                : std::chrono::microseconds(0);
 }
 
 } // namespace gige::stream

@@ -13,14 +13,19 @@ namespace gige::stream
 /// Longest pause while resends are on. With what the system adds to a sleep, a request goes out at
 /// most 0.5 ms later than without pauses.
 constexpr std::chrono::microseconds kLongestWithResends{400};
-/// Longest pause without: a picture is complete at most 1 ms later, should its end come early.
-constexpr std::chrono::microseconds kLongestGathering{800};
+/// Longest pause without, as long as blocks end when they are expected to.
+constexpr std::chrono::microseconds kLongestGathering{3000};
+/// Longest pause otherwise: a picture is never more than 1 ms later then.
+constexpr std::chrono::microseconds kCautiousGathering{800};
+/// Blocks that have to end as expected at first, and after one that ended within a longer pause.
+constexpr int kBlocksAtFirst = 50;
+constexpr int kBlocksAfterSurprise = 1000;
 /// Below this a sleep takes longer than it should.
-constexpr std::chrono::microseconds kShortestGathering{60};
+constexpr std::chrono::microseconds kShortestGathering{40};
 /// A pause that gathers fewer packets costs as much as it saves.
 constexpr double kFewestGathered = 3;
-/// Most that a pause gathers, bytes: more would no longer be in a core's second-level cache.
-constexpr std::size_t kMostGathered = 256 * 1024;
+/// Most that a pause gathers, bytes: much more would no longer be in a core's second-level cache.
+constexpr std::size_t kMostGathered = 512 * 1024;
 
 /// What one receive brought.
 struct Taken {
@@ -40,7 +45,7 @@ class Gathering
     /// @param capacity  bytes that the system keeps meanwhile
     explicit Gathering(std::size_t capacity);
 
-    /// @param longest  the pause's limit
+    /// @param longest  limit of pauses, whatever is expected
     void setLongest(std::chrono::microseconds longest) { mLongest = longest; }
 
     /// @param toCome  packets of the newest open block that are still to come; 0: not known
@@ -50,6 +55,8 @@ class Gathering
 
   private:
     void measure(const Taken& taken, Time now);
+    void judgePause(std::uint32_t toCome);
+    std::chrono::microseconds choosePause(std::uint32_t toCome) const;
 
     const double mMostBytes;
     std::chrono::microseconds mLongest = kLongestGathering;
@@ -58,7 +65,9 @@ class Gathering
     double mPackets = 0;
     double mBytes = 0;
     Time mLastTaken;
-    bool mWithinBlock = false; // after the last receive
+    std::uint32_t mToCome = 0; // after the last receive
+    std::chrono::microseconds mPause{0};
+    int mCautiousBlocks = kBlocksAtFirst; // still to end as expected
 };
 
 } // namespace gige::stream
