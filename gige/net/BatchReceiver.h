@@ -1,6 +1,8 @@
 #ifndef TELVO_GIGE_NET_BATCHRECEIVER_H
 #define TELVO_GIGE_NET_BATCHRECEIVER_H
 
+#include "DatagramRun.h"
+#include "RingUse.h"
 #include "UdpSocket.h"
 
 #include <algorithm>
@@ -14,19 +16,12 @@
 namespace gige::net
 {
 
-/// Datagrams of one source that lie behind each other: all `segmentSize` bytes long but the last,
-/// which may be shorter.
-struct DatagramRun {
-    std::span<const std::uint8_t> bytes{};
-    std::size_t segmentSize = 0; // bytes; not 0 unless the run is one empty datagram
-    Endpoint source{};
-};
-
 /**
  * Takes many datagrams at once: on Linux per system call, on Windows out of many receives that are
  * posted ahead. Either system also joins datagrams of one source if it can (UDP_GRO, UDP receive
- * coalescing). For one thread; the socket is borrowed for the receiver's life and must not be
- * received from otherwise.
+ * coalescing). On Linux single packets may be taken out of a ring that is shared with the kernel;
+ * what the ring cannot take, the socket does. For one thread; the socket is borrowed for the
+ * receiver's life and must not be received from otherwise.
  */
 class BatchReceiver
 {
@@ -36,7 +31,12 @@ class BatchReceiver
     BatchReceiver(const BatchReceiver&) = delete;
     BatchReceiver& operator=(const BatchReceiver&) = delete;
 
-    /// Takes what is there, waiting for the first datagram. Allocates nothing.
+    /// Allows the packet ring for what comes from this address. Of no effect where there is none.
+    void useRing(RingUse use, Ipv4Address source);
+    bool isRingInUse() const;
+
+    /// Takes what is there, waiting for the first datagram; the wait may end early (TimedOut).
+    /// Allocates nothing, but when the ring is opened or closed.
     /// @param waker  ends the wait, may be null; looked at only when no datagram is there
     ReceiveStatus receive(Timeout timeout, const Waker* waker);
 
@@ -68,6 +68,7 @@ class BatchReceiver
 
     /// Receives without waiting. @return TimedOut: nothing there
     ReceiveStatus take();
+    bool takeFromRing(); // not on Windows
     /// Waits until take() has something. @return Data, TimedOut, Woken or Failed
     ReceiveStatus wait(Timeout timeout, const Waker* waker);
 

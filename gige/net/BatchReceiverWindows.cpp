@@ -198,6 +198,13 @@ BatchReceiver::BatchReceiver(UdpSocket& socket)
 
 BatchReceiver::~BatchReceiver() = default;
 
+void BatchReceiver::useRing(RingUse /*use*/, Ipv4Address /*source*/) {}
+
+bool BatchReceiver::isRingInUse() const
+{
+    return false;
+}
+
 ReceiveStatus BatchReceiver::take()
 {
     Buffers& ring = *mBuffers;

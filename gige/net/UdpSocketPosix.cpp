@@ -1,6 +1,7 @@
 #include "UdpSocket.h"
 
 #include "PosixAddress.h"
+#include "PosixWait.h"
 
 #include <algorithm>
 #include <array>
@@ -154,8 +155,15 @@ Received UdpSocket::receive(std::span<std::uint8_t> buffer, Timeout timeout, Wak
 
 ReceiveStatus waitReadable(NativeSocket socket, Timeout timeout, const Waker* waker)
 {
-    std::array<pollfd, 2> polled{
-        {{.fd = socket, .events = POLLIN, .revents = 0},
+    return waitReadable(socket, kInvalidSocket, timeout, waker);
+}
+
+ReceiveStatus waitReadable(NativeSocket first, NativeSocket second, Timeout timeout,
+                           const Waker* waker)
+{
+    std::array<pollfd, 3> polled{
+        {{.fd = first, .events = POLLIN, .revents = 0},
+         {.fd = second, .events = POLLIN, .revents = 0},
          {.fd = waker == nullptr ? -1 : waker->handle(), .events = POLLIN, .revents = 0}}};
     const auto deadline =
         std::chrono::steady_clock::now() + timeout.value_or(std::chrono::microseconds(0));
@@ -178,7 +186,7 @@ ReceiveStatus waitReadable(NativeSocket socket, Timeout timeout, const Waker* wa
         if (ready == 0) {
             return ReceiveStatus::TimedOut;
         }
-        return polled[1].revents != 0 ? ReceiveStatus::Woken : ReceiveStatus::Data;
+        return polled[2].revents != 0 ? ReceiveStatus::Woken : ReceiveStatus::Data;
     }
 }
 
