@@ -70,7 +70,8 @@ PvResult PvStreamBase::Impl::open(const PvString& deviceAddress, std::uint16_t l
         StreamReceiver::open({.local = {.address = *local, .port = localPort},
                               .device = *device,
                               .channel = static_cast<std::uint16_t>(channel),
-                              .settings = mParameters.settings()},
+                              .settings = mParameters.settings(),
+                              .ring = mParameters.ringUse()},
                              error);
     if (opened == nullptr) {
         return PvResult::Code::NetworkError;

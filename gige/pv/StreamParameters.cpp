@@ -16,7 +16,15 @@ StreamParameters::StreamParameters(std::function<std::shared_ptr<StreamReceiver>
     addSetting("DefaultImageTimeout", 0, mDefaultImageTimeout);
     addSetting("MaximumPendingResends", 0, mMaximumPendingResends);
     addSetting("MaximumResendRequestRetryByPacket", 0, mMaximumResendRequestRetryByPacket);
+    mArray.addSetting(
+        "PacketRing", {.minimum = 0, .maximum = 1}, [this] { return mPacketRing.load(); },
+        [this](std::int64_t value) { mPacketRing = value; });
     addReadings();
+}
+
+gige::net::RingUse StreamParameters::ringUse() const
+{
+    return mPacketRing != 0 ? gige::net::RingUse::WhenItPays : gige::net::RingUse::Never;
 }
 
 StreamSettings StreamParameters::settings() const
@@ -58,6 +66,10 @@ void StreamParameters::addReadings()
     mArray.addReading("SocketBufferSize", [this] {
         const auto stream = mOpenStream();
         return stream ? static_cast<std::int64_t>(stream->socketBufferSize()) : 0;
+    });
+    mArray.addReading("PacketRingInUse", [this] {
+        const auto stream = mOpenStream();
+        return stream && stream->isRingInUse() ? 1 : 0;
     });
 }
 

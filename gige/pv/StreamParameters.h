@@ -2,6 +2,7 @@
 #define TELVO_GIGE_PV_STREAMPARAMETERS_H
 
 #include "HostParameters.h"
+#include "RingUse.h"
 #include "StreamReceiver.h"
 #include "StreamSettings.h"
 
@@ -24,6 +25,8 @@ class StreamParameters
 
     PvGenParameterArray& array() { return mArray; }
     gige::stream::StreamSettings settings() const;
+    /// Counts when the stream is opened.
+    gige::net::RingUse ringUse() const;
     std::chrono::milliseconds requestTimeout() const
     {
         return std::chrono::milliseconds(mRequestTimeout);
@@ -43,6 +46,7 @@ class StreamParameters
     Setting mDefaultImageTimeout{1100};
     Setting mMaximumPendingResends{0};
     Setting mMaximumResendRequestRetryByPacket{3};
+    Setting mPacketRing{1};
     HostParameters mArray;
 };
 

@@ -55,6 +55,7 @@ StreamReceiver::StreamReceiver(const StreamConfig& config, net::UdpSocket socket
 {
     apply(config.settings);
     mQueueWakes = config.settings.firstPacketTimeout.count() > 0;
+    mBatches.useRing(config.ring, config.device);
 }
 
 StreamReceiver::~StreamReceiver()
@@ -132,6 +133,7 @@ void StreamReceiver::run()
         }
         mAssembler.onTime(now);
         mStatistics.publish(mAssembler.statistics());
+        mRingInUse.store(mBatches.isRingInUse(), std::memory_order_relaxed);
         gather(taken, now);
     }
 }

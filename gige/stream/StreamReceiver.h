@@ -36,6 +36,7 @@ struct StreamConfig {
     std::uint16_t devicePort = 0; // the device's stream port (SCSP); 0: that of its first packet
     std::uint16_t channel = 0;    // the device's stream channel
     StreamSettings settings{};
+    net::RingUse ring = net::RingUse::WhenItPays;
 };
 
 /**
@@ -56,6 +57,9 @@ class StreamReceiver final : private AssemblerHost
     net::Endpoint localEndpoint() const { return mSocket.localEndpoint(); }
     /// Bytes of the socket's receive buffer, as the system granted it.
     std::size_t socketBufferSize() const { return mSocketBuffer; }
+
+    /// Whether packets come by the packet ring now.
+    bool isRingInUse() const { return mRingInUse; }
 
     /// Take effect from the next packet on.
     void setSettings(const StreamSettings& settings);
@@ -139,6 +143,7 @@ class StreamReceiver final : private AssemblerHost
     std::uint64_t mCommandsServed = 0;
     std::atomic<bool> mHasCommands = false;
     std::atomic<bool> mQueueWakes = false; // a queued buffer starts the first-packet timeout
+    std::atomic<bool> mRingInUse = false;
     std::atomic<bool> mStop = false;
     std::thread mThread;
 };

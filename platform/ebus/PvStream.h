@@ -43,7 +43,8 @@ class PvStream : public PvStreamBase
 {
   public:
     /// "RequestTimeout", "FirstPacketTimeout", "PacketTimeout", "DefaultImageTimeout"
-    /// (milliseconds), "MaximumPendingResends", "MaximumResendRequestRetryByPacket", and read-only
+    /// (milliseconds), "MaximumPendingResends", "MaximumResendRequestRetryByPacket", "PacketRing"
+    /// (0: packets come by the socket only; counts when the stream is opened), and read-only
     /// statistics. There whether or not the stream is open.
     PvGenParameterArray* GetParameters();
 

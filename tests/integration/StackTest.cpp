@@ -1,4 +1,5 @@
 #include "FrameRenderer.h"
+#include "PacketRing.h"
 #include "PvDevice.h"
 #include "PvPipeline.h"
 #include "PvSerialPortIPEngine.h"
@@ -21,6 +22,8 @@ constexpr std::uint32_t kNoLimit = 0xFFFFFFFF;
 class StackTest : public testing::Test
 {
   protected:
+    explicit StackTest(const camera::CameraOptions& options = {}) : camera(options) {}
+
     void SetUp() override
     {
         ASSERT_FALSE(camera.start());
@@ -80,7 +83,7 @@ class StackTest : public testing::Test
         return std::equal(scene.begin() + 16, scene.end(), data + 16) ? std::int64_t{number} : -1;
     }
 
-    camera::VirtualCamera camera{camera::CameraOptions{}};
+    camera::VirtualCamera camera;
     PvDevice device;
     PvStream stream;
     PvPipeline pipeline{&stream};
@@ -110,6 +113,68 @@ TEST_F(StackTest, EveryFrameArrivesAtFivePercentLossWithResends)
     EXPECT_EQ(statistic("BlocksFailed"), 0);
     EXPECT_EQ(statistic("BlocksDropped"), 0);
     EXPECT_GT(camera.log().counters().resendRequests, 0U);
+}
+
+camera::CameraOptions likeOnACable()
+{
+    camera::CameraOptions options;
+    options.send = gige::net::SendMode::Single;
+    return options;
+}
+
+class SinglePackets : public StackTest
+{
+  protected:
+    SinglePackets() : StackTest(likeOnACable()) {}
+
+    void next(bool verify)
+    {
+        PvBuffer* buffer = nullptr;
+        PvResult operation;
+        ASSERT_EQ(pipeline.RetrieveNextBuffer(&buffer, 5000, &operation), PvResult::Code::Ok);
+        ASSERT_EQ(operation, PvResult::Code::Ok);
+        if (verify) {
+            EXPECT_GE(verifiedNumber(*buffer), 0);
+        }
+        ASSERT_TRUE(pipeline.ReleaseBuffer(buffer).IsOK());
+    }
+
+    void expectWholeFrames()
+    {
+        for (int i = 0; i < 25; ++i) {
+            ASSERT_NO_FATAL_FAILURE(next(true));
+        }
+        EXPECT_EQ(statistic("PacketsMissing"), 0);
+    }
+};
+
+TEST_F(SinglePackets, ComeByThePacketRing)
+{
+    if (!gige::net::PacketRing::open({.source = {0x7F00000B}}, 1500)) {
+        GTEST_SKIP() << "no packet rings here";
+    }
+    startPipeline();
+    execute("AcquisitionStart");
+    const auto limit = std::chrono::steady_clock::now() + 20s;
+    while (statistic("PacketRingInUse") == 0 && std::chrono::steady_clock::now() < limit) {
+        ASSERT_NO_FATAL_FAILURE(next(false));
+    }
+    EXPECT_EQ(statistic("PacketRingInUse"), 1);
+    expectWholeFrames();
+    EXPECT_EQ(statistic("PacketRingInUse"), 1);
+}
+
+TEST_F(SinglePackets, ComeByTheSocketIfTheHostSaysSo)
+{
+    ASSERT_TRUE(stream.Close().IsOK());
+    setInteger(*stream.GetParameters(), "PacketRing", 0);
+    ASSERT_TRUE(stream.Open("127.0.0.11", 0, 0, "").IsOK());
+    ASSERT_TRUE(
+        device.SetStreamDestination(stream.GetLocalIPAddress(), stream.GetLocalPort(), 0).IsOK());
+    startPipeline();
+    execute("AcquisitionStart");
+    expectWholeFrames();
+    EXPECT_EQ(statistic("PacketRingInUse"), 0);
 }
 
 TEST_F(StackTest, FramesFailAtFivePercentLossWithoutResends)
