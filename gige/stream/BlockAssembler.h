@@ -50,8 +50,15 @@ class AssemblerHost
 class BlockAssembler
 {
   public:
-    /// @param host  borrowed for the assembler's life
-    explicit BlockAssembler(AssemblerHost& host) : mHost(host) {}
+    /// Cameras with small images send this many in the time of a few resend requests.
+    static constexpr std::size_t kMaxOpenBlocks = 512;
+
+    /// @param host        borrowed for the assembler's life
+    /// @param openBlocks  that may be open at once, at most kMaxOpenBlocks
+    explicit BlockAssembler(AssemblerHost& host, std::size_t openBlocks = kMaxOpenBlocks)
+        : mHost(host), mSlots(openBlocks)
+    {
+    }
 
     void setSettings(const StreamSettings& settings);
 
@@ -75,9 +82,6 @@ class BlockAssembler
     void countIgnored() { ++mStatistics.packetsIgnored; }
 
   private:
-    /// Cameras with small images send this many in the time of a few resend requests.
-    static constexpr std::size_t kMaxOpenBlocks = 512;
-
     struct Slot {
         OpenBlock block;
         ResendPlanner resends;
@@ -120,7 +124,7 @@ class BlockAssembler
     AssemblerHost& mHost;
     StreamSettings mSettings;
     StreamStatistics mStatistics;
-    std::vector<Slot> mSlots = std::vector<Slot>(kMaxOpenBlocks);
+    std::vector<Slot> mSlots;
     std::size_t mOldest = 0;    // index of the oldest open block
     std::size_t mOpenCount = 0; // open blocks, in order of their ids
     BlockSequence mSequence;

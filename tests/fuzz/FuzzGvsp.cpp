@@ -1,6 +1,8 @@
 /**
- * Block assembly from arbitrary packets. The input is a sequence of records: 2 bytes length, 1 byte
- * time step in milliseconds, then that many bytes of packet.
+ * Block assembly from arbitrary packets. The input: 1 byte packets under re-request, 1 byte
+ * requests per packet, then records: 2 bytes length, 1 byte time step, then that many bytes of
+ * packet. Steps up to 127 are tenths of a millisecond, for resends; those above, milliseconds.
+ * After a step of 0 the packet comes in one batch with that before.
  */
 #include "BlockAssembler.h"
 #include "GvspHeader.h"
@@ -12,7 +14,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
-#include <vector>
 
 using namespace gige::stream;
 namespace wire = gige::wire;
@@ -20,9 +21,18 @@ namespace wire = gige::wire;
 namespace
 {
 
-constexpr std::size_t kBuffers = 3;
-constexpr std::size_t kBufferSize = 2000; // bytes
+constexpr std::size_t kBuffers = 6;
+constexpr std::size_t kOpenBlocks = 4;
+constexpr std::size_t kBufferSize = 400; // bytes
+constexpr std::size_t kSettingBytes = 2;
 constexpr std::size_t kRecordHeader = 3;
+
+void require(bool holds)
+{
+    if (!holds) {
+        std::abort();
+    }
+}
 
 /// Buffers that are queued again as soon as they are completed.
 class Host : public AssemblerHost
@@ -31,73 +41,96 @@ class Host : public AssemblerHost
     Host()
     {
         for (std::size_t i = 0; i < kBuffers; ++i) {
-            mMemory[i].resize(kBufferSize);
             mBuffers[i].setMemory(mMemory[i]);
-            mFree.push_back(&mBuffers[i]);
+            mFree[i] = &mBuffers[i];
         }
     }
 
-    std::size_t freeCount() const { return mFree.size(); }
+    std::size_t freeCount() const { return mFreeCount; }
 
-    StreamBuffer* takeBuffer() override
-    {
-        if (mFree.empty()) {
-            return nullptr;
-        }
-        StreamBuffer* const buffer = mFree.back();
-        mFree.pop_back();
-        return buffer;
-    }
+    StreamBuffer* takeBuffer() override { return mFreeCount == 0 ? nullptr : mFree[--mFreeCount]; }
     std::optional<Time> waitingSince() override
     {
-        return mFree.empty() ? std::nullopt : std::optional(Time{});
+        return mFreeCount == 0 ? std::nullopt : std::optional(Time{});
     }
     void complete(StreamBuffer& buffer) override
     {
-        if (buffer.info().bytes > kBufferSize) {
-            std::abort();
-        }
-        mFree.push_back(&buffer);
+        require(buffer.info().bytes <= kBufferSize);
+        require(mFreeCount < kBuffers);
+        mFree[mFreeCount++] = &buffer;
     }
     void requestResend(const ResendRequest& request) override
     {
-        if (request.packets.first > request.packets.last) {
-            std::abort();
-        }
+        require(request.packets.first <= request.packets.last);
     }
 
   private:
-    std::array<std::vector<std::uint8_t>, kBuffers> mMemory;
+    std::array<std::array<std::uint8_t, kBufferSize>, kBuffers> mMemory{};
     std::array<StreamBuffer, kBuffers> mBuffers;
-    std::vector<StreamBuffer*> mFree;
+    std::array<StreamBuffer*, kBuffers> mFree{};
+    std::size_t mFreeCount = kBuffers;
 };
+
+Clock::duration stepOf(std::uint8_t byte)
+{
+    return byte < 128 ? std::chrono::microseconds(100 * byte) : std::chrono::milliseconds(byte);
+}
+
+StreamSettings settingsOf(wire::ByteView bytes)
+{
+    return {.firstPacketTimeout = std::chrono::milliseconds(200),
+            .packetTimeout = std::chrono::milliseconds(300),
+            .imageTimeout = std::chrono::milliseconds(400),
+            .maximumPendingResends = bytes[0],
+            .maximumRequestsPerPacket = bytes[1] % 4U};
+}
+
+void feed(BlockAssembler& assembler, wire::ByteView packet, Time now)
+{
+    const auto header = wire::decodeGvspHeader(packet);
+    if (header && !wire::isTestPacket(*header)) {
+        assembler.onPacket(*header, packet.subspan(header->size()), now);
+    }
+}
+
+/// Lets the time pass, in between also to when there is something to do.
+void pass(BlockAssembler& assembler, Time& now, Clock::duration step)
+{
+    const Time end = now + step;
+    assembler.onTime(now);
+    const auto next = assembler.nextTime();
+    if (next && *next < end) {
+        now = std::max(now, *next);
+        assembler.onTime(now);
+    }
+    now = end;
+    assembler.onTime(now);
+    static_cast<void>(assembler.packetsToCome());
+}
 
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
+    if (size < kSettingBytes) {
+        return 0;
+    }
     Host host;
-    BlockAssembler assembler(host);
-    assembler.setSettings(
-        {.firstPacketTimeout = std::chrono::milliseconds(200), .maximumPendingResends = 16});
-    Time now{};
+    BlockAssembler assembler(host, kOpenBlocks);
     wire::ByteView rest(data, size);
+    assembler.setSettings(settingsOf(rest));
+    rest = rest.subspan(kSettingBytes);
+    Time now{};
     while (rest.size() >= kRecordHeader) {
         const std::size_t length =
             std::min<std::size_t>(wire::getU16(rest.data()), rest.size() - kRecordHeader);
-        now += std::chrono::milliseconds(rest[2]);
-        const wire::ByteView packet = rest.subspan(kRecordHeader, length);
-        rest = rest.subspan(kRecordHeader + length);
-        const auto header = wire::decodeGvspHeader(packet);
-        if (header && !wire::isTestPacket(*header)) {
-            assembler.onPacket(*header, packet.subspan(header->size()), now);
+        if (const std::uint8_t step = rest[2]; step != 0) {
+            pass(assembler, now, stepOf(step));
         }
-        assembler.onTime(now);
-        static_cast<void>(assembler.nextTime());
+        feed(assembler, rest.subspan(kRecordHeader, length), now);
+        rest = rest.subspan(kRecordHeader + length);
     }
     assembler.abort();
-    if (host.freeCount() != kBuffers) { // every buffer comes back
-        std::abort();
-    }
+    require(host.freeCount() == kBuffers); // every buffer comes back
     return 0;
 }
