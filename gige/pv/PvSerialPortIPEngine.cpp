@@ -51,7 +51,7 @@ PvResult PvSerialPortIPEngine::Open(PvDevice* device, PvIPEngineSerial port)
     if (!bridge) {
         return PvResult::Code::NotSupported;
     }
-    mImpl->setPort(std::make_shared<Impl::OpenPort>(session, std::move(*bridge)));
+    mImpl->setPort(std::make_shared<Impl::OpenPort>(Impl::OpenPort{session, std::move(*bridge)}));
     return PvResult::Code::Ok;
 }
 
