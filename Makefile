@@ -2,7 +2,7 @@
 BUILD ?= release
 SOURCES = $(shell git ls-files '*.h' '*.c' '*.cpp')
 
-.PHONY: demo test check bench build windows test-windows package reproducible format lint clean
+.PHONY: demo test check fuzz bench build windows test-windows package reproducible format lint clean
 
 demo:
 	scripts/setup.sh build
@@ -20,6 +20,12 @@ test:
 check:
 	scripts/setup.sh build test
 	scripts/test.sh asan tsan
+
+# Looks for inputs that break a decoder; what it finds becomes a test.
+fuzz: MINUTES ?= 5
+fuzz:
+	scripts/setup.sh build test fuzz
+	scripts/fuzz.sh $(MINUTES)
 
 bench: build
 	scripts/bench.sh build/$(BUILD)

@@ -1,7 +1,7 @@
 #!/bin/sh
 # Installs, as Debian packages by name, what the purposes given need; installs nothing where all is
 # there already. For Windows it also fetches the sources of the libraries that are built for it.
-#   usage: scripts/setup.sh PURPOSE...     build test windows bench lint
+#   usage: scripts/setup.sh PURPOSE...     build test windows bench lint fuzz
 set -eu
 
 # The library, the tool and the virtual camera: all that the demo needs.
@@ -13,6 +13,7 @@ test="libgtest-dev libgmock-dev aravis-tools aravis-tools-cli iproute2"
 windows="g++-mingw-w64-x86-64-posix libz-mingw-w64-dev googletest wine wine64 xvfb xdotool"
 bench="libbenchmark-dev"
 lint="clang-format clang-tidy"
+fuzz="clang libclang-rt-14-dev"
 
 packages=
 fetch_windows_libraries=false
@@ -26,6 +27,7 @@ for purpose in "$@"; do
         ;;
     bench) packages="$packages $bench" ;;
     lint) packages="$packages $lint" ;;
+    fuzz) packages="$packages $fuzz" ;;
     *)
         echo "setup: there is no purpose '$purpose'" >&2
         exit 2
