@@ -2,7 +2,7 @@
 BUILD ?= release
 SOURCES = $(shell git ls-files '*.h' '*.c' '*.cpp')
 
-.PHONY: demo test check fuzz bench build windows test-windows package reproducible format lint clean
+.PHONY: demo test check fuzz soak bench build windows test-windows package reproducible format lint clean
 
 demo:
 	scripts/setup.sh build
@@ -26,6 +26,15 @@ fuzz: MINUTES ?= 5
 fuzz:
 	scripts/setup.sh build test fuzz
 	scripts/fuzz.sh $(MINUTES)
+
+# A host at work all the time, with a camera at which everything goes wrong now and then.
+soak: MINUTES ?= 10
+soak:
+	scripts/setup.sh build test
+	mkdir -p build
+	cmake --preset $(BUILD) >build/configure-$(BUILD).log || { cat build/configure-$(BUILD).log; false; }
+	cmake --build --preset $(BUILD) --target soak
+	scripts/in-own-network.sh build/$(BUILD)/bin/soak $$(($(MINUTES) * 60))
 
 bench: build
 	scripts/bench.sh build/$(BUILD)
