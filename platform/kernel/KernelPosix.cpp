@@ -28,12 +28,6 @@ class Signal
         }
     }
 
-    void reset()
-    {
-        const std::lock_guard lock(mMutex);
-        mSet = false;
-    }
-
     bool wait(DWORD milliseconds)
     {
         std::unique_lock lock(mMutex);
@@ -147,15 +141,6 @@ BOOL SetEvent(HANDLE event)
         return FALSE;
     }
     object(event).signal->set();
-    return TRUE;
-}
-
-BOOL ResetEvent(HANDLE event)
-{
-    if (!isUsable(event)) {
-        return FALSE;
-    }
-    object(event).signal->reset();
     return TRUE;
 }
 

@@ -61,8 +61,6 @@ HANDLE CreateEventA(LPSECURITY_ATTRIBUTES attributes, BOOL manualReset, BOOL ini
                     LPCSTR name);
 /// Signals an event: one waiter of an auto-reset event goes on, all of a manual-reset event.
 BOOL SetEvent(HANDLE event);
-/// Takes an event's signal back.
-BOOL ResetEvent(HANDLE event);
 
 /**
  * Waits for an event's signal or a thread's end.

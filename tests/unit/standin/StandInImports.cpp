@@ -9,7 +9,6 @@ IMPORT(CreateEventA);
 IMPORT(CreateThread);
 IMPORT(GetTickCount);
 IMPORT(OutputDebugStringA);
-IMPORT(ResetEvent);
 IMPORT(SetEvent);
 IMPORT(Sleep);
 IMPORT(WaitForSingleObject);

@@ -114,17 +114,6 @@ BOOL SetEvent(HANDLE event)
     return TRUE;
 }
 
-BOOL ResetEvent(HANDLE event)
-{
-    record("ResetEvent");
-    const Handle* signal = fromHandle(event);
-    if (signal == nullptr) {
-        return FALSE;
-    }
-    (*signal)->set(false);
-    return TRUE;
-}
-
 DWORD WaitForSingleObject(HANDLE handle, DWORD milliseconds)
 {
     record("WaitForSingleObject " +
