@@ -5,9 +5,9 @@
 namespace camera
 {
 
-Device::Access Device::present()
+Device::LockedCore Device::present()
 {
-    Access core = locked();
+    LockedCore core = locked();
     core->advance(now());
     return core;
 }

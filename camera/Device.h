@@ -40,7 +40,7 @@ class Device
     [[nodiscard]] std::string userName() { return locked()->userSets.userName(); }
     void setUserName(const std::string& name)
     {
-        const Access core = locked();
+        const LockedCore core = locked();
         core->userSets.setUserName(name, core->settings);
     }
 
@@ -90,10 +90,10 @@ class Device
 
   private:
     /** The core, with the lock held as long as this lives. */
-    class Access
+    class LockedCore
     {
       public:
-        Access(std::mutex& lock, CameraCore& core) : mHeld(lock), mCore(core) {}
+        LockedCore(std::mutex& lock, CameraCore& core) : mHeld(lock), mCore(core) {}
         CameraCore* operator->() const { return &mCore; }
 
       private:
@@ -101,9 +101,9 @@ class Device
         CameraCore& mCore;
     };
 
-    [[nodiscard]] Access locked() { return {mLock, mCore}; }
+    [[nodiscard]] LockedCore locked() { return {mLock, mCore}; }
     /** The core at the present time. */
-    [[nodiscard]] Access present();
+    [[nodiscard]] LockedCore present();
     /** Lets nextBlock() look again, after a change that gave this result. */
     template <typename Result>
     Result changed(Result result)
