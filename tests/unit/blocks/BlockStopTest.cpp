@@ -82,13 +82,13 @@ TEST_F(BlockStopTest, ABlockStaysTheHostsUntilTheNextStart)
 TEST_F(BlockStopTest, GivesAWholeBlockOrNoneHoweverTheThreadsMeet)
 {
     prepare();
-    for (int i = 0; i < 60; ++i) {
+    for (int i = 0; i < 12; ++i) {
         ASSERT_EQ(expStartFrameBlockTransfer(kCamera), 0);
         ASSERT_EQ(request(0, 1), 0);
         s.pipelineFeed().feedFrame(frame(1, 0xAA));
         Block block{};
         std::thread collecting([&] { block = collect(); });
-        for (int pause = 0; pause < i * 4; ++pause) {
+        for (int pause = 0; pause < i * 20; ++pause) {
             std::this_thread::yield();
         }
         ASSERT_EQ(expStopFrameBlockTransfer(kCamera), 0);
