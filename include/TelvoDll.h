@@ -105,7 +105,10 @@ typedef void (*TelvoDataAvailableCallback)(int32_t reason);
  * @param macAddress            "02:54:45:00:00:21"; "-" separators and any case accepted. Empty:
  *                              the user chooses a camera in a window, whose addresses then count;
  *                              on Linux in a dialog on the terminal, and none without a terminal
- * @param ipAddress             "192.168.1.20"; empty: as for macAddress
+ * @param ipAddress             "192.168.1.20"; empty: as for macAddress. The MAC address decides
+ *                              which camera it is: it is looked for and controlled wherever it
+ *                              answers from, which must be one address only. The IP address is the
+ *                              one that the camera is given, and that its images come from
  * @param ipConfigurationValid  0: the camera is first given ipAddress with subnet mask
  *                              255.255.255.0, before each try; else it is taken as configured
  * @param settings              only useSettings and packetSize are read here; copied

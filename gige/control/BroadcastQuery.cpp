@@ -58,7 +58,6 @@ void BroadcastQuery::askNetwork(const net::NetworkInterface& interface)
         return;
     }
     const std::uint16_t port = socket->localEndpoint().port;
-    listen(std::move(*socket), interface, {interface.broadcast(), net::kLimitedBroadcast});
     // A device of another subnet answers by broadcast, which a socket bound to one address misses.
     // And with several interfaces, only a socket tied to one sends the limited broadcast there.
     auto broadcasts = net::UdpSocket::open(
@@ -67,6 +66,8 @@ void BroadcastQuery::askNetwork(const net::NetworkInterface& interface)
     if (broadcasts) {
         listen(std::move(*broadcasts), interface, {net::kLimitedBroadcast});
     }
+    // Asks last: both listen by then.
+    listen(std::move(*socket), interface, {interface.broadcast(), net::kLimitedBroadcast});
 }
 
 void BroadcastQuery::repeat()
@@ -109,8 +110,12 @@ void BroadcastQuery::hear(Listener& listener)
         }
         const auto end = buffer.begin() + static_cast<std::ptrdiff_t>(received.size);
         const std::lock_guard lock(mLock);
-        mHeard.push_back({.bytes = {buffer.begin(), end}, .interface = listener.interface});
-        mArrived.notify_one();
+        if (mHeard.size() < kMostHeard) {
+            mHeard.push_back({.bytes = {buffer.begin(), end},
+                              .source = received.source,
+                              .interface = listener.interface});
+            mArrived.notify_one();
+        }
     }
 }
 

@@ -8,6 +8,7 @@
 
 #include <chrono>
 #include <condition_variable>
+#include <cstddef>
 #include <deque>
 #include <list>
 #include <mutex>
@@ -18,9 +19,13 @@
 namespace gige::control
 {
 
-/// A datagram that arrived, and the interface it was heard on.
+/// Datagrams that wait to be taken, at most; those that come then are lost.
+inline constexpr std::size_t kMostHeard = 1024;
+
+/// A datagram that arrived, who sent it, and the interface it was heard on.
 struct HeardDatagram {
     wire::Bytes bytes{};
+    net::Endpoint source{};
     net::NetworkInterface interface {
     };
 };

@@ -15,48 +15,20 @@ namespace
 {
 
 using Clock = std::chrono::steady_clock;
+using std::chrono_literals::operator""ms;
 
-constexpr std::uint16_t kDiscoveryId = 0xFFFF; // the request id of every discovery
 /// How often a discovery looks whether it is to end early.
 constexpr std::chrono::milliseconds kStopLatency{50};
 
-/// A device's answer, or nothing for whatever else arrives at the socket.
-std::optional<DiscoveredDevice> deviceIn(const HeardDatagram& heard)
-{
-    const auto ack = wire::decodeAck(heard.bytes);
-    if (!ack || ack->header.command != wire::GvcpCommand::DiscoveryAck ||
-        ack->header.requestId != kDiscoveryId || wire::isError(ack->header.status)) {
-        return std::nullopt;
-    }
-    const auto info = wire::decodeDiscoveryAck(ack->payload);
-    if (!info) {
-        return std::nullopt;
-    }
-    return DiscoveredDevice{.info = *info, .interface = heard.interface};
-}
-
-/// @return false: the list knew this device as well as that before
-bool merge(std::vector<DiscoveredDevice>& devices, const DiscoveredDevice& device)
-{
-    const auto known = std::ranges::find_if(
-        devices, [&](const DiscoveredDevice& one) { return one.info.mac == device.info.mac; });
-    if (known == devices.end()) {
-        devices.push_back(device);
-        return true;
-    }
-    if (known->inSubnet() || !device.inSubnet()) {
-        return false;
-    }
-    *known = device;
-    return true;
-}
-
-/// One discovery in progress.
+/// One discovery in progress. It ends on time, whatever arrives.
 class Search
 {
   public:
-    explicit Search(const DeviceFound& found, std::stop_token stop = {})
-        : mFound(found),
+    using Take = std::function<void(const DiscoveredDevice&)>;
+
+    /// @param take  gets every answer
+    explicit Search(Take take, std::stop_token stop = {})
+        : mTake(std::move(take)),
           mStop(std::move(stop)),
           mQuery(wire::commandDatagram(wire::GvcpCommand::Discovery,
                                        wire::kGvcpAckRequired | wire::kGvcpBroadcastAckAllowed,
@@ -71,21 +43,27 @@ class Search
         }
     }
 
-    /// @return false: enough
-    bool collectUntil(Clock::time_point end)
+    /// No answer is taken from this time on.
+    void endBy(Clock::time_point time) { mEnd = std::min(mEnd, time); }
+
+    [[nodiscard]] bool isEnding() const { return mEnd != Clock::time_point::max(); }
+
+    /// @return false: the search has ended
+    bool collectUntil(Clock::time_point time)
     {
-        while (!mStop.stop_requested()) {
+        for (;;) {
             const auto now = Clock::now();
-            const auto heard = mQuery.next(std::min(end, now + kStopLatency));
-            if (!heard && now >= end) {
-                return true;
-            }
-            const auto device = heard ? deviceIn(*heard) : std::nullopt;
-            if (device && merge(mDevices, *device) && mFound && !mFound(*device)) {
+            if (mStop.stop_requested() || now >= mEnd) {
                 return false;
             }
+            if (now >= time) {
+                return true;
+            }
+            const auto heard = mQuery.next(std::min({time, mEnd, now + kStopLatency}));
+            if (const auto device = heard ? discoveredIn(*heard) : std::nullopt) {
+                mTake(*device);
+            }
         }
-        return false;
     }
 
     /// Asks again half-way.
@@ -97,13 +75,11 @@ class Search
         }
     }
 
-    [[nodiscard]] const std::vector<DiscoveredDevice>& devices() const { return mDevices; }
-
   private:
-    const DeviceFound& mFound;
+    Take mTake;
     std::stop_token mStop;
     BroadcastQuery mQuery;
-    std::vector<DiscoveredDevice> mDevices;
+    Clock::time_point mEnd = Clock::time_point::max();
 };
 
 } // namespace
@@ -120,36 +96,49 @@ std::vector<DiscoveredDevice> discover(const std::vector<net::NetworkInterface>&
                                        const std::stop_token& stop)
 {
     const auto start = Clock::now();
-    Search search(found, stop);
+    DiscoveryList list;
+    Search search(
+        [&](const DiscoveredDevice& answer) {
+            const DiscoveredDevice* const news = list.add(answer);
+            if (news != nullptr && found && !found(*news)) {
+                search.endBy(Clock::now());
+            }
+        },
+        stop);
     search.ask(interfaces);
     search.collectBetween(start, start + time);
-    return search.devices();
+    return list.devices();
 }
 
 std::optional<DiscoveredDevice> findDevice(const wire::MacAddress& mac,
                                            const std::vector<net::NetworkInterface>& interfaces,
-                                           std::chrono::milliseconds time)
+                                           std::chrono::milliseconds time,
+                                           std::chrono::milliseconds rivalTime)
 {
-    std::optional<DiscoveredDevice> match;
-    const DeviceFound found = [&](const DiscoveredDevice& device) {
-        if (device.info.mac == mac) {
-            match = device;
+    DiscoveryList list; // of this one MAC, so that no others fill it
+    Search search([&](const DiscoveredDevice& answer) {
+        const DiscoveredDevice* const news = answer.info.mac == mac ? list.add(answer) : nullptr;
+        if (news != nullptr && (news->hasRival || news->inSubnet())) {
+            // Not in its subnet: an interface that is may hear it, too.
+            search.endBy(Clock::now() + (news->hasRival ? 0ms : rivalTime));
         }
-        return !match || !match->inSubnet(); // an interface in its subnet may hear it too
-    };
+    });
     std::vector<net::NetworkInterface> loopback;
     std::vector<net::NetworkInterface> network;
     std::ranges::partition_copy(interfaces, std::back_inserter(loopback),
                                 std::back_inserter(network), &net::NetworkInterface::isLoopback);
 
     const auto start = Clock::now();
-    Search search(found);
     search.ask(loopback);
-    if (loopback.empty() || search.collectUntil(start + std::min(kLoopbackHeadStart, time))) {
-        search.ask(network);
-        search.collectBetween(start, start + time);
+    if (!loopback.empty()) {
+        search.collectUntil(start + std::min(kLoopbackHeadStart, time));
     }
-    return match;
+    if (!search.isEnding()) {
+        search.ask(network);
+    }
+    search.collectBetween(start, start + time);
+    const bool isFound = !list.devices().empty() && !list.devices().front().hasRival;
+    return isFound ? std::optional(list.devices().front()) : std::nullopt;
 }
 
 } // namespace gige::control

@@ -1,7 +1,7 @@
 #ifndef TELVO_GIGE_CONTROL_DISCOVERY_H
 #define TELVO_GIGE_CONTROL_DISCOVERY_H
 
-#include "DiscoveryAck.h"
+#include "DiscoveryList.h"
 #include "MacAddress.h"
 #include "NetworkInterface.h"
 
@@ -19,19 +19,11 @@ inline constexpr std::chrono::milliseconds kDiscoveryTime{1000};
 /// How long a lookup listens on loopback before it asks the network: a camera on this machine
 /// answers at once, and the network is then left alone.
 inline constexpr std::chrono::milliseconds kLoopbackHeadStart{20};
+/// How long a lookup goes on listening after the device's answer, for another that claims its MAC.
+inline constexpr std::chrono::milliseconds kRivalTime{20};
 
-/// A device that answered, and the interface that it was heard on.
-struct DiscoveredDevice {
-    wire::DiscoveryAck info{};
-    net::NetworkInterface interface {
-    };
-
-    [[nodiscard]] net::Ipv4Address ip() const { return {info.address}; }
-    /// False: it cannot be connected to from this interface before it has got another address.
-    [[nodiscard]] bool inSubnet() const { return interface.contains(ip()); }
-};
-
-/// Called for each device once, as its answer arrives, on the asking thread.
+/// Called for each device, as its answer arrives, on the asking thread; once more when there is
+/// news of it: a rival, or an interface that reaches it.
 /// @return false: enough, end the discovery
 using DeviceFound = std::function<bool(const DiscoveredDevice&)>;
 
@@ -43,7 +35,7 @@ std::vector<net::NetworkInterface> usableInterfaces();
  * cannot be used is passed over.
  * @param stop  ends the discovery early
  * @return all that answered within the time, each MAC once: with the interface heard first, but
- * rather one whose subnet it is in
+ * rather one whose subnet it is in; at most kMostDevices, and no later than that whatever arrives
  */
 std::vector<DiscoveredDevice> discover(const std::vector<net::NetworkInterface>& interfaces,
                                        std::chrono::milliseconds time = kDiscoveryTime,
@@ -51,12 +43,14 @@ std::vector<DiscoveredDevice> discover(const std::vector<net::NetworkInterface>&
                                        const std::stop_token& stop = {});
 
 /**
- * Looks for one device, on loopback interfaces first, and returns with its first answer.
- * @return none: it did not answer within the time
+ * Looks for one device, on loopback interfaces first, and returns soon after its first answer.
+ * @param rivalTime  how long it listens after that answer
+ * @return none: it did not answer within the time, or two addresses claim its MAC
  */
 std::optional<DiscoveredDevice> findDevice(const wire::MacAddress& mac,
                                            const std::vector<net::NetworkInterface>& interfaces,
-                                           std::chrono::milliseconds time = kDiscoveryTime);
+                                           std::chrono::milliseconds time = kDiscoveryTime,
+                                           std::chrono::milliseconds rivalTime = kRivalTime);
 
 } // namespace gige::control
 

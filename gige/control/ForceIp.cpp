@@ -3,6 +3,7 @@
 #include "BroadcastQuery.h"
 #include "GvcpHeader.h"
 
+#include <algorithm>
 #include <optional>
 
 namespace gige::control
@@ -18,10 +19,13 @@ constexpr std::uint16_t kForceIpId = 0xFFFE; // the request id of every FORCEIP
 constexpr std::chrono::milliseconds kLookTime{500};
 constexpr std::chrono::milliseconds kLookPause{100};
 
-std::optional<ControlResult> refusalIn(const std::optional<HeardDatagram>& heard)
+/// @param before  where the device was heard, if it was: nobody else refuses for it
+std::optional<ControlResult> refusalIn(const std::optional<HeardDatagram>& heard,
+                                       const std::optional<DiscoveredDevice>& before)
 {
     const auto ack = heard ? wire::decodeAck(heard->bytes) : std::nullopt;
-    if (!ack || ack->header.command != wire::GvcpCommand::ForceIpAck ||
+    const bool isForeign = heard && before && heard->source.address != before->ip();
+    if (isForeign || !ack || ack->header.command != wire::GvcpCommand::ForceIpAck ||
         ack->header.requestId != kForceIpId || !wire::isError(ack->header.status)) {
         return std::nullopt;
     }
@@ -46,15 +50,16 @@ ControlResult forceIp(const wire::ForceIp& request,
     }
     // The acknowledge is often lost together with the old address: only a discovery tells.
     const auto end = Clock::now() + time;
-    do {
-        const auto device = findDevice(request.mac, reaching, kLookTime);
+    for (auto now = Clock::now(); now < end; now = Clock::now()) {
+        const auto look = std::chrono::ceil<std::chrono::milliseconds>(end - now);
+        const auto device = findDevice(request.mac, reaching, std::min(kLookTime, look));
         if (device && (request.address == 0 || device->info.address == request.address)) {
             return kOk;
         }
-        if (const auto refusal = refusalIn(query.next(Clock::now() + kLookPause))) {
+        if (const auto refusal = refusalIn(query.next(Clock::now() + kLookPause), before)) {
             return *refusal;
         }
-    } while (Clock::now() < end);
+    }
     return {ControlStatus::Timeout};
 }
 

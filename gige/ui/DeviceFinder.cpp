@@ -18,6 +18,14 @@ constexpr std::chrono::milliseconds kPause{1000};
 constexpr std::uint32_t kAnswerTimeout = 200; // milliseconds
 constexpr std::uint32_t kRetries = 1;
 
+DeviceState stateHeard(const control::DiscoveredDevice& device)
+{
+    if (device.hasRival) {
+        return DeviceState::Conflict;
+    }
+    return device.inSubnet() ? DeviceState::Unknown : DeviceState::OtherSubnet;
+}
+
 ListedDevice listed(const control::DiscoveredDevice& device)
 {
     return {.mac = device.info.mac,
@@ -25,7 +33,7 @@ ListedDevice listed(const control::DiscoveredDevice& device)
             .model = device.info.model,
             .serial = device.info.serialNumber,
             .name = device.info.userDefinedName,
-            .state = device.inSubnet() ? DeviceState::Unknown : DeviceState::OtherSubnet};
+            .state = stateHeard(device)};
 }
 
 DeviceState stateIn(const control::ControlValue<std::uint32_t>& privilege)
@@ -44,8 +52,8 @@ DeviceState stateIn(const control::ControlValue<std::uint32_t>& privilege)
 /// Reading needs no privilege, so asking disturbs nobody.
 DeviceState askState(const control::DiscoveredDevice& device)
 {
-    if (!device.inSubnet()) {
-        return DeviceState::OtherSubnet;
+    if (const DeviceState heard = stateHeard(device); heard != DeviceState::Unknown) {
+        return heard;
     }
     control::LinkSettings settings;
     settings.answerTimeout = kAnswerTimeout;

@@ -24,6 +24,8 @@ std::string stateText(DeviceState state)
         return "in use";
     case DeviceState::OtherSubnet:
         return "other subnet";
+    case DeviceState::Conflict:
+        return "MAC conflict";
     case DeviceState::Silent:
         return "no answer";
     }
@@ -50,6 +52,8 @@ std::string stateHint(DeviceState state)
         return "Another program controls this camera.";
     case DeviceState::OtherSubnet:
         return "This camera's address is in a subnet that this computer does not reach.";
+    case DeviceState::Conflict:
+        return "Another device claims this camera's MAC address.";
     case DeviceState::Silent:
         return "This camera was found, but does not answer.";
     case DeviceState::Unknown:
@@ -68,9 +72,9 @@ void DeviceList::hear(const ListedDevice& device)
         return;
     }
     const DeviceState before = place->device.state;
-    const bool sameReach = place->device.isReachable() == device.isReachable();
+    const bool staysInReach = place->device.isReachable() && device.isReachable();
     *place = {.device = device};
-    if (sameReach) {
+    if (staysInReach) {
         place->device.state = before;
     }
 }

@@ -19,6 +19,7 @@ enum class DeviceState : std::uint8_t {
     Free,        ///< nobody controls it
     InUse,       ///< a host controls it
     OtherSubnet, ///< no interface of ours reaches its address
+    Conflict,    ///< another device claims its MAC address
     Silent,      ///< it answers discovery, but nothing else
 };
 
@@ -31,8 +32,12 @@ struct ListedDevice {
     DeviceState state = DeviceState::Unknown;
     bool operator==(const ListedDevice&) const = default;
 
-    /// A camera in use may be free in a moment; one in another subnet stays out of reach.
-    [[nodiscard]] bool isReachable() const { return state != DeviceState::OtherSubnet; }
+    /// A camera in use may be free in a moment; one in another subnet stays out of reach, as does
+    /// one that cannot be told from another.
+    [[nodiscard]] bool isReachable() const
+    {
+        return state != DeviceState::OtherSubnet && state != DeviceState::Conflict;
+    }
 };
 
 inline constexpr std::size_t kDeviceColumns = 6;

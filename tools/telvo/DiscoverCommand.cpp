@@ -14,6 +14,15 @@ namespace telvo
 namespace
 {
 
+/// Why a camera cannot be connected to as it is; empty if it can.
+std::string remark(const gige::control::DiscoveredDevice& camera)
+{
+    if (camera.hasRival) {
+        return " (MAC conflict)";
+    }
+    return camera.inSubnet() ? "" : " (other subnet)";
+}
+
 void runDiscover(const SearchOptions& options)
 {
     const auto cameras = findCameras(options);
@@ -25,8 +34,7 @@ void runDiscover(const SearchOptions& options)
     for (const gige::control::DiscoveredDevice& camera : cameras) {
         rows.push_back({gige::wire::toText(camera.info.mac), gige::net::toText(camera.ip()),
                         camera.info.manufacturer, camera.info.model, camera.info.serialNumber,
-                        camera.info.userDefinedName,
-                        camera.interface.name + (camera.inSubnet() ? "" : " (other subnet)")});
+                        camera.info.userDefinedName, camera.interface.name + remark(camera)});
     }
     std::cout << formatTable(rows);
 }

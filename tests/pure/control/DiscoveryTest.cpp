@@ -4,7 +4,10 @@
 #include "DeviceAddress.h"
 
 #include <algorithm>
+#include <atomic>
 #include <gtest/gtest.h>
+#include <mutex>
+#include <stop_token>
 #include <thread>
 
 namespace gige::control
@@ -39,6 +42,20 @@ std::vector<wire::MacAddress> macs(const std::vector<DiscoveredDevice>& devices)
     }
     std::ranges::sort(found);
     return found;
+}
+
+std::vector<wire::MacAddress> rivals(std::vector<DiscoveredDevice> devices)
+{
+    std::erase_if(devices, [](const DiscoveredDevice& device) { return !device.hasRival; });
+    return macs(devices);
+}
+
+/// The faultless answer, and the same from and for the address 100 higher.
+std::vector<FakeAnswer> twoClaims(const FakeCommand& command)
+{
+    Bytes second = command.ack;
+    second.at(8 + 39) = static_cast<std::uint8_t>(second.at(8 + 39) + 100);
+    return {{command.ack}, {.datagram = second, .fromOtherAddress = true}};
 }
 
 /// What has been found when so many devices have answered.
@@ -183,12 +200,93 @@ TEST(Discovery, ADeviceHeardOnSeveralInterfacesIsListedWithTheOneOfItsSubnet)
 
 TEST(Discovery, ADeviceOfAnotherSubnetIsListedAsSuch)
 {
-    FakeDevice device("127.0.2.11");
-    device.setReportedAddress(0xC0A80105);
-    const auto devices = discoverDevices(1, {loopback()});
+    const FakeDevice device("127.0.2.11");
+    net::NetworkInterface narrow = loopback();
+    narrow.netmask = {0xFFFFFF00}; // 127.0.0.0/24
+    const auto devices = discoverDevices(1, {narrow});
     ASSERT_EQ(devices.size(), 1U);
     EXPECT_FALSE(devices[0].inSubnet());
-    EXPECT_EQ(devices[0].ip(), net::Ipv4Address{0xC0A80105});
+    EXPECT_EQ(devices[0].ip(), net::Ipv4Address{0x7F00020B});
+}
+
+TEST(Discovery, AnAnswerInTheNameOfAnotherAddressIsDropped)
+{
+    FakeDevice device("127.0.2.11");
+    device.setReportedAddress(0x7F00020C);
+    EXPECT_TRUE(discover({loopback()}, milliseconds(300)).empty());
+}
+
+TEST(Discovery, TwoAddressesThatClaimOneMacAreListedAsRivals)
+{
+    FakeDevice device("127.0.2.11");
+    device.setScript([](const FakeCommand& command) { return twoClaims(command); });
+    const FakeDevice other("127.0.2.12");
+    int reports = 0;
+    const auto devices = discover({loopback()}, milliseconds(20'000), [&](const DiscoveredDevice&) {
+        return ++reports < 3; // the first, the same with a rival, and the other
+    });
+    ASSERT_EQ(macs(devices), (std::vector{kFirstMac, kSecondMac}));
+    EXPECT_EQ(rivals(devices), std::vector{kFirstMac});
+}
+
+/// Sends a device's own discovery answer to whoever asks, under one made-up MAC after the other and
+/// as fast as it can, until it ends; ten seconds at most.
+class Flood
+{
+  public:
+    explicit Flood(FakeDevice& device)
+    {
+        device.setScript([this](const FakeCommand& command) {
+            const std::lock_guard lock(mLock);
+            if (!mThread.joinable()) {
+                mThread = std::jthread(
+                    [this, command](const std::stop_token& stop) { run(stop, command); });
+            }
+            return std::vector<FakeAnswer>{};
+        });
+    }
+    /// Acknowledges sent so far.
+    [[nodiscard]] std::uint32_t sent() const { return mSent; }
+
+  private:
+    void run(const std::stop_token& stop, const FakeCommand& command)
+    {
+        auto socket = net::UdpSocket::open({.address = {0x7F000264}});
+        Bytes ack = command.ack;
+        std::ranges::copy(Bytes{0x7F, 0, 2, 0x64}, ack.begin() + 8 + 36);
+        const auto end = std::chrono::steady_clock::now() + milliseconds(10'000);
+        while (!stop.stop_requested() && std::chrono::steady_clock::now() < end) {
+            const std::uint32_t mac = ++mSent;
+            ack.at(8 + 13) = static_cast<std::uint8_t>(mac >> 16);
+            ack.at(8 + 14) = static_cast<std::uint8_t>(mac >> 8);
+            ack.at(8 + 15) = static_cast<std::uint8_t>(mac);
+            socket->send(ack, {.address = kHost, .port = command.senderPort});
+        }
+    }
+
+    std::atomic<std::uint32_t> mSent{0};
+    std::mutex mLock;
+    std::jthread mThread;
+};
+
+TEST(Discovery, EndsOnTimeInAFloodOfAnswers)
+{
+    FakeDevice device("127.0.2.11");
+    const Flood flood(device);
+    const auto start = std::chrono::steady_clock::now();
+    discover({loopback()}, milliseconds(500), [](const DiscoveredDevice&) {
+        std::this_thread::sleep_for(milliseconds(10)); // so that more is always waiting
+        return true;
+    });
+    EXPECT_LT(elapsed(start), 5'000) << "the flood goes on";
+}
+
+TEST(Discovery, ListsNoMoreThanItsLimitInAFloodOfAnswers)
+{
+    FakeDevice device("127.0.2.11");
+    const Flood flood(device);
+    EXPECT_LE(discover({loopback()}, milliseconds(300)).size(), 1024U);
+    EXPECT_GT(flood.sent(), 1024U);
 }
 
 TEST(Discovery, HearsAnswersThatAreBroadcast)
@@ -217,6 +315,43 @@ TEST(FindDevice, FindsNothingWithinTheTime)
 {
     const FakeDevice device("127.0.2.11");
     EXPECT_FALSE(findDevice(kSecondMac, {loopback()}, milliseconds(150)));
+}
+
+TEST(FindDevice, FindsNoneOfTwoAddressesThatClaimTheMac)
+{
+    FakeDevice device("127.0.2.11");
+    device.setScript([](const FakeCommand& command) { return twoClaims(command); });
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_FALSE(findDevice(kFirstMac, {loopback()}, milliseconds(60'000), milliseconds(60'000)));
+    EXPECT_LT(elapsed(start), 20'000) << "a conflict does not go away by waiting";
+}
+
+TEST(FindDevice, AForeignAnswerInItsNameDoesNotWinOverTheDevice)
+{
+    FakeDevice device("127.0.2.11");
+    device.setScript([](const FakeCommand& command) {
+        Bytes spoofed = command.ack;
+        spoofed.at(8 + 39) = 99; // names 127.0.2.99, comes from 127.0.2.111
+        return std::vector<FakeAnswer>{{.datagram = spoofed, .fromOtherAddress = true},
+                                       {command.ack}};
+    });
+    const auto found = findDevice(kFirstMac, {loopback()}, milliseconds(20'000));
+    ASSERT_TRUE(found);
+    EXPECT_EQ(found->ip(), net::Ipv4Address{0x7F00020B});
+}
+
+TEST(FindDevice, FindsTheDeviceInAFloodOfOthers)
+{
+    FakeDevice flooding("127.0.2.11");
+    const Flood flood(flooding);
+    FakeDevice device("127.0.2.12");
+    device.setScript([](const FakeCommand& command) { // late, when any list is full
+        return std::vector<FakeAnswer>{{.datagram = command.ack, .delay = milliseconds(200)}};
+    });
+    const auto found = findDevice(kSecondMac, {loopback()}, milliseconds(5'000));
+    EXPECT_GT(flood.sent(), 1024U);
+    ASSERT_TRUE(found);
+    EXPECT_EQ(found->ip(), net::Ipv4Address{0x7F00020C});
 }
 
 TEST(FindDevice, LeavesTheNetworkAloneWhenLoopbackAnswers)

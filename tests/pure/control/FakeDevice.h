@@ -33,7 +33,7 @@ struct FakeAnswer {
     std::chrono::milliseconds delay{0}; // before it is sent
     bool fromOtherPort = false;         // leaves from a socket that is not the device's
     bool broadcast = false;             // goes to 127.255.255.255 and the sender's port
-    bool fromOtherAddress = false;      // port 3956, but of another address
+    bool fromOtherAddress = false;      // port 3956, but of the address 100 higher
 };
 
 /**
@@ -66,6 +66,7 @@ class FakeDevice
     /// Silent: receives and records, answers nothing. Leaves discovery alone unless told.
     void setSilent(bool silent) { mSilent = silent; }
     void setMac(const std::array<std::uint8_t, 6>& mac);
+    /// What its discovery answers name as its address.
     void setReportedAddress(std::uint32_t address);
 
     std::vector<FakeCommand> commands() const;

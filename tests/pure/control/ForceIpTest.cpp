@@ -16,6 +16,16 @@ constexpr wire::ForceIp kRequest{.mac = {{0x02, 0x54, 0x7F, 0, 2, 21}},
                                  .subnetMask = 0xFFFFFF00,
                                  .gateway = 0x7F000201};
 
+/// The discovery answer of a device that is still at 127.0.2.121.
+std::vector<FakeAnswer> elsewhere(const FakeCommand& command)
+{
+    Bytes ack = command.ack;
+    if (!ack.empty()) {
+        ack.at(8 + 39) = 121;
+    }
+    return {{.datagram = ack, .fromOtherAddress = true}};
+}
+
 TEST(ForceIp, SendsTheStandardsBytes)
 {
     const FakeDevice device("127.0.2.21");
@@ -45,12 +55,10 @@ TEST(ForceIp, ADeviceThatHasTheAddressAlreadyIsOkAndIsToldAllTheSame)
 TEST(ForceIp, WaitsUntilTheDeviceAnswersUnderTheAddress)
 {
     FakeDevice device("127.0.2.21");
-    device.setReportedAddress(0xC0A80105);
-    device.setScript([&device, looks = 0](const FakeCommand& command) mutable {
-        if (command.code == kDiscoveryCommand && ++looks == 3) {
-            device.setReportedAddress(0x7F000215);
-        }
-        return std::vector<FakeAnswer>{{command.ack}};
+    device.setScript([looks = 0](const FakeCommand& command) mutable {
+        return command.code == kDiscoveryCommand && ++looks < 4
+                   ? elsewhere(command)
+                   : std::vector<FakeAnswer>{{command.ack}};
     });
     EXPECT_TRUE(forceIp(kRequest, {loopback()}, milliseconds(60'000)).ok());
     EXPECT_GE(device.count(kDiscoveryCommand), 4U);
@@ -59,7 +67,7 @@ TEST(ForceIp, WaitsUntilTheDeviceAnswersUnderTheAddress)
 TEST(ForceIp, ADeviceThatStaysElsewhereIsATimeout)
 {
     FakeDevice device("127.0.2.21");
-    device.setReportedAddress(0xC0A80105);
+    device.setScript(elsewhere);
     EXPECT_EQ(forceIp(kRequest, {loopback()}, milliseconds(200)).status, ControlStatus::Timeout);
 }
 
@@ -71,13 +79,25 @@ TEST(ForceIp, AnAbsentDeviceIsATimeout)
 TEST(ForceIp, ARefusalIsAResult)
 {
     FakeDevice device("127.0.2.21");
-    device.setReportedAddress(0xC0A80105);
     device.setScript([](const FakeCommand& command) {
-        const bool force = command.code == kForceIpCommand;
-        return std::vector<FakeAnswer>{{force ? errorAck(command, 0x8006) : command.ack}};
+        return command.code == kForceIpCommand
+                   ? std::vector<FakeAnswer>{{.datagram = errorAck(command, 0x8006),
+                                              .fromOtherAddress = true}}
+                   : elsewhere(command);
     });
     EXPECT_TRUE(forceIp(kRequest, {loopback()}, milliseconds(60'000))
                     .refused(wire::GvcpStatus::AccessDenied));
+}
+
+TEST(ForceIp, AForeignRefusalIsNone)
+{
+    FakeDevice device("127.0.2.21");
+    device.setScript([](const FakeCommand& command) {
+        return command.code == kForceIpCommand
+                   ? std::vector<FakeAnswer>{{.datagram = errorAck(command, 0x8006)}}
+                   : elsewhere(command);
+    });
+    EXPECT_EQ(forceIp(kRequest, {loopback()}, milliseconds(300)).status, ControlStatus::Timeout);
 }
 
 } // namespace

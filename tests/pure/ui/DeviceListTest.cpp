@@ -70,6 +70,26 @@ TEST(DeviceList, AsksAnewWhenACameraComesWithinReach)
     EXPECT_EQ(list.devices().at(0).state, DeviceState::OtherSubnet);
 }
 
+TEST(DeviceList, ShowsACameraWhoseMacIsClaimedTwiceAsOutOfReach)
+{
+    DeviceList list;
+    list.hear(device(1));
+    list.setState(mac(1), DeviceState::Free);
+    list.hear(device(1, DeviceState::Conflict));
+    EXPECT_EQ(list.devices().at(0).state, DeviceState::Conflict);
+    EXPECT_FALSE(list.devices().at(0).isReachable());
+    EXPECT_EQ(deviceTexts(list.devices().at(0)).back(), "MAC conflict");
+    EXPECT_EQ(stateHint(DeviceState::Conflict), "Another device claims this camera's MAC address.");
+}
+
+TEST(DeviceList, SaysWhyACameraIsOutOfReachNow)
+{
+    DeviceList list;
+    list.hear(device(1, DeviceState::OtherSubnet));
+    list.hear(device(1, DeviceState::Conflict));
+    EXPECT_EQ(list.devices().at(0).state, DeviceState::Conflict);
+}
+
 TEST(DeviceList, KeepsACameraThatMissesOneRoundAndDropsItAfterTwo)
 {
     DeviceList list;
