@@ -116,7 +116,8 @@ typedef void (*TelvoDataAvailableCallback)(int32_t reason);
  *                              by it
  * @return 0: connected; 1: connected, and the camera is copying a recording to its flash card; -1:
  *         null pointer, no camera answered in 6 tries 200 ms apart, the user chose none, or the
- *         stream cannot be opened; the id is unknown then
+ *         stream cannot be opened; the id is unknown then. With a camera that is absent or falls
+ *         silent that takes 10 s at most, and 35 s where it is first given an address
  * An id in use is not looked up: the camera connected first keeps it, and this one stays connected
  * without an id, until the process ends. Disconnect an id before you use it again.
  */

@@ -15,13 +15,8 @@ namespace
 
 using std::chrono::milliseconds;
 
-/// Longest time taken from one PENDING_ACK, and how many of them one command may get.
-constexpr milliseconds kPendingAckCap{10'000};
-constexpr int kMaxPendingAcks = 60;
 /// Pause before a device that answered BUSY is asked again.
 constexpr milliseconds kBusyPause{100};
-/// Wait for the answer to a try of the last command. Nobody wants to wait long for a goodbye.
-constexpr milliseconds kLastAnswerTimeout{200};
 /// Room for more than any acknowledge may have, so that one too long shows.
 constexpr std::size_t kReceiveBufferSize = 1500;
 
@@ -38,31 +33,37 @@ bool writes(wire::GvcpCommand command)
 
 } // namespace
 
-std::unique_ptr<ControlChannel>
-ControlChannel::open(net::Ipv4Address local, net::Ipv4Address device, const LinkSettings& settings)
+std::unique_ptr<ControlChannel> ControlChannel::open(net::Ipv4Address local,
+                                                     net::Ipv4Address device,
+                                                     const LinkSettings& settings,
+                                                     const ControlLimits& limits)
 {
     auto socket = net::UdpSocket::open({.address = local});
     if (!socket) {
         return nullptr;
     }
     std::unique_ptr<ControlChannel> channel(new ControlChannel(
-        std::move(*socket), {.address = device, .port = wire::kGvcpPort}, settings));
+        std::move(*socket), {.address = device, .port = wire::kGvcpPort}, settings, limits));
     return channel->mWaker.isValid() ? std::move(channel) : nullptr;
 }
 
 ControlChannel::ControlChannel(net::UdpSocket socket, net::Endpoint device,
-                               const LinkSettings& settings)
+                               const LinkSettings& settings, const ControlLimits& limits)
     : mSocket(std::move(socket)),
       mDevice(device),
       mSettings(settings),
+      mLimits(limits),
       mRequestId(randomRequestId())
 {
 }
 
 ControlValue<wire::Bytes> ControlChannel::execute(const Command& command, TimePoint deadline)
 {
+    const Patience& patience = this->patience();
+    const TimePoint end = Clock::now() + patience.silence + patience.pending;
+    Allowance allowance{.patience = patience, .deadline = std::min(deadline, end)};
     for (std::uint32_t retries = 0;; ++retries) {
-        Exchange done = exchange(command, deadline);
+        Exchange done = exchange(command, allowance);
         // BUSY says that the command was not run, so that it may be asked anew. But if it was sent
         // twice, the first one may run now, and be what the device is busy with.
         const bool askAgain = done.answer.result().refused(wire::GvcpStatus::Busy) &&
@@ -77,15 +78,30 @@ ControlValue<wire::Bytes> ControlChannel::execute(const Command& command, TimePo
     }
 }
 
-ControlChannel::Exchange ControlChannel::exchange(const Command& command, TimePoint deadline)
+void ControlChannel::hurry()
+{
+    mWaitedInVain = Clock::duration::zero();
+    mHurryUntil = Clock::now() + mLimits.leavingTime;
+}
+
+const Patience& ControlChannel::patience() const
+{
+    if (Clock::now() < mHurryUntil.load()) {
+        return mLimits.leaving;
+    }
+    return mIsOpening ? mLimits.opening : mLimits.connected;
+}
+
+ControlChannel::Exchange ControlChannel::exchange(const Command& command, Allowance& allowance)
 {
     Exchange done{.answer = ControlStatus::Timeout};
     {
-        const Turn turn(mTurns, deadline);
+        const TimePoint turnEnd = Clock::now() + allowance.patience.silence;
+        const Turn turn(mTurns, std::min(allowance.deadline, turnEnd));
         if (!turn.granted()) {
             return {.answer = mClosed ? ControlStatus::NotConnected : ControlStatus::Timeout};
         }
-        done = sendUntilAnswered(command, std::nullopt, deadline);
+        done = sendUntilAnswered(command, allowance);
     }
     if (done.triesUsedUp && mSettings.disconnectOnAnswerTimeout != 0) {
         close();
@@ -93,33 +109,43 @@ ControlChannel::Exchange ControlChannel::exchange(const Command& command, TimePo
     return done;
 }
 
-ControlChannel::Exchange
-ControlChannel::sendUntilAnswered(const Command& command, std::optional<milliseconds> answerTimeout,
-                                  TimePoint deadline)
+ControlChannel::Exchange ControlChannel::sendUntilAnswered(const Command& command,
+                                                           Allowance& allowance)
 {
     mRequestId = wire::nextRequestId(mRequestId);
-    mPendingAcks = 0;
     const wire::Bytes datagram =
         wire::commandDatagram(command.code, wire::kGvcpAckRequired, mRequestId, command.payload);
     std::uint32_t sendings = 0;
     while (sendings <= mSettings.commandRetryCount) {
-        if (Clock::now() >= deadline) {
+        const TimePoint now = Clock::now();
+        const Clock::duration time = sendingTime(allowance);
+        if (now >= allowance.deadline || time <= Clock::duration::zero()) {
             return {.answer = ControlStatus::Timeout, .sendings = sendings};
         }
         if (!mSocket.send(datagram, mDevice)) {
             return {.answer = ControlStatus::NetworkError, .sendings = sendings};
         }
         ++sendings;
-        const milliseconds wait =
-            answerTimeout.value_or(milliseconds(mSettings.answerTimeout.load()));
-        if (Answer answer = awaitAnswer(command, std::min(deadline, Clock::now() + wait))) {
+        const TimePoint end = std::min(allowance.deadline, now + time);
+        if (Answer answer = awaitAnswer(command, end, allowance)) {
+            mWaitedInVain = Clock::duration::zero();
             return {.answer = std::move(*answer), .sendings = sendings};
         }
+        mWaitedInVain = mWaitedInVain.load() + (Clock::now() - now);
     }
     return {.answer = ControlStatus::Timeout, .sendings = sendings, .triesUsedUp = true};
 }
 
-ControlChannel::Answer ControlChannel::awaitAnswer(const Command& command, TimePoint deadline)
+ControlChannel::Clock::duration ControlChannel::sendingTime(const Allowance& allowance) const
+{
+    const milliseconds answerTimeout(mSettings.answerTimeout.load());
+    const Clock::duration silenceLeft = allowance.patience.silence - mWaitedInVain.load();
+    return std::min<Clock::duration>(std::min(answerTimeout, allowance.patience.sending),
+                                     silenceLeft);
+}
+
+ControlChannel::Answer ControlChannel::awaitAnswer(const Command& command, TimePoint deadline,
+                                                   Allowance& allowance)
 {
     std::array<std::uint8_t, kReceiveBufferSize> buffer{};
     for (;;) {
@@ -141,23 +167,29 @@ ControlChannel::Answer ControlChannel::awaitAnswer(const Command& command, TimeP
             continue;
         }
         if (ack->header.command == wire::GvcpCommand::PendingAck) {
-            deadline = std::max(deadline, promisedEnd(ack->payload));
+            deadline = std::max(deadline, promisedEnd(ack->payload, allowance));
         } else if (Answer answer = answerIn(*ack, command)) {
-            mAnsweredUntil = Clock::now();
+            mLastAnswer = Clock::now();
+            mAnsweredUntil = mLastAnswer;
             return answer;
         }
     }
 }
 
-ControlChannel::TimePoint ControlChannel::promisedEnd(wire::ByteView payload)
+ControlChannel::TimePoint ControlChannel::promisedEnd(wire::ByteView payload, Allowance& allowance)
 {
     const auto pending = wire::decodePendingAck(payload);
     const TimePoint now = Clock::now();
-    if (!pending || ++mPendingAcks > kMaxPendingAcks) {
+    if (!pending) {
         return now;
     }
-    const TimePoint end = now + std::min(pending->timeToCompletion, kPendingAckCap);
-    mAnsweredUntil = end;
+    if (!allowance.pendingEnd) {
+        allowance.pendingEnd = now + allowance.patience.pending;
+    }
+    const TimePoint end =
+        std::min({now + pending->timeToCompletion, *allowance.pendingEnd, allowance.deadline});
+    // A device that promises and promises is not alive for ever.
+    mAnsweredUntil = std::min(end, mLastAnswer + mLimits.connected.pending);
     return end;
 }
 
@@ -195,7 +227,10 @@ ControlResult ControlChannel::executeLast(const Command& command)
 {
     mTurns.drain();
     mWaker.clear();
-    return sendUntilAnswered(command, kLastAnswerTimeout, TimePoint::max()).answer.result();
+    mWaitedInVain = Clock::duration::zero();
+    Allowance allowance{.patience = mLimits.leaving,
+                        .deadline = Clock::now() + mLimits.leaving.silence};
+    return sendUntilAnswered(command, allowance).answer.result();
 }
 
 } // namespace gige::control

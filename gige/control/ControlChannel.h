@@ -2,6 +2,7 @@
 #define TELVO_GIGE_CONTROL_CONTROLCHANNEL_H
 
 #include "ByteOrder.h"
+#include "ControlLimits.h"
 #include "ControlResult.h"
 #include "GvcpHeader.h"
 #include "Ipv4Address.h"
@@ -32,9 +33,10 @@ struct Command {
 /**
  * The one conversation with a device: a UDP socket, one command at a time, in the order of asking.
  * An unanswered command is sent again with the same bytes and request id, so that the device can
- * tell it from a second command; PENDING_ACK moves the deadline; a device that is BUSY is asked
- * again later. Whatever does not come from the device or does not belong to the command is dropped.
- * Threads: any. mTurns guards mRequestId, mPendingAcks and the receiving side of mSocket; the rest
+ * tell it from a second command; PENDING_ACK moves the deadline, up to a limit; a device that is
+ * BUSY is asked again later. Whatever does not come from the device or does not belong to the
+ * command is dropped.
+ * Threads: any. mTurns guards mRequestId, mLastAnswer and the receiving side of mSocket; the rest
  * is atomic.
  */
 class ControlChannel
@@ -51,15 +53,37 @@ class ControlChannel
      * @return null: the system gives no socket on that address
      */
     static std::unique_ptr<ControlChannel> open(net::Ipv4Address local, net::Ipv4Address device,
-                                                const LinkSettings& settings);
+                                                const LinkSettings& settings,
+                                                const ControlLimits& limits = {});
 
     /**
      * Sends the command and waits for its answer.
-     * @param deadline  ends waiting with a timeout, however many tries are left
+     * @param deadline  ends waiting with a timeout, however many tries are left and whatever a
+     *                  PENDING_ACK promises
      * @return the acknowledge's payload
      */
     [[nodiscard]] ControlValue<wire::Bytes> execute(const Command& command,
                                                     TimePoint deadline = TimePoint::max());
+
+    /// While it lives a connection is being made, with the patience for that.
+    class Opening
+    {
+      public:
+        explicit Opening(ControlChannel& channel) : mChannel(channel)
+        {
+            mChannel.mIsOpening = true;
+        }
+        ~Opening() { mChannel.mIsOpening = false; }
+        Opening(const Opening&) = delete;
+        Opening& operator=(const Opening&) = delete;
+
+      private:
+        ControlChannel& mChannel;
+    };
+
+    /// The host is about to leave: commands get little time from now on, and none for a
+    /// PENDING_ACK, until ControlLimits::leavingTime has passed.
+    void hurry();
 
     /// Ends a waiting command and refuses all later ones with NotConnected. Does not wait.
     /// @return false: it was closed already
@@ -73,7 +97,8 @@ class ControlChannel
     [[nodiscard]] bool sleep(std::chrono::milliseconds time);
 
     /// Up to when the device has shown that it is alive: its last answer, or the end of the time
-    /// that a PENDING_ACK named. At first: when the channel was opened.
+    /// that a PENDING_ACK named, which counts for so long only as one command may be pending. At
+    /// first: when the channel was opened.
     [[nodiscard]] TimePoint answeredUntil() const { return mAnsweredUntil; }
     [[nodiscard]] net::Endpoint localEndpoint() const { return mSocket.localEndpoint(); }
 
@@ -85,28 +110,39 @@ class ControlChannel
         bool triesUsedUp = false; // unanswered to the last
     };
     using Answer = std::optional<ControlValue<wire::Bytes>>; // none: the time passed
+    /// What time a command has, under all the request ids that it is sent with.
+    struct Allowance {
+        Patience patience;
+        TimePoint deadline;
+        std::optional<TimePoint> pendingEnd{}; // from the first PENDING_ACK on
+    };
 
-    ControlChannel(net::UdpSocket socket, net::Endpoint device, const LinkSettings& settings);
+    ControlChannel(net::UdpSocket socket, net::Endpoint device, const LinkSettings& settings,
+                   const ControlLimits& limits);
 
-    Exchange exchange(const Command& command, TimePoint deadline);
-    /// @param answerTimeout  of each try; none: as the settings say at that time
-    Exchange sendUntilAnswered(const Command& command,
-                               std::optional<std::chrono::milliseconds> answerTimeout,
-                               TimePoint deadline);
-    Answer awaitAnswer(const Command& command, TimePoint deadline);
-    /// Up to when a PENDING_ACK wants to be waited for; now, if it is malformed or one too many.
-    TimePoint promisedEnd(wire::ByteView payload);
+    [[nodiscard]] const Patience& patience() const;
+    Exchange exchange(const Command& command, Allowance& allowance);
+    Exchange sendUntilAnswered(const Command& command, Allowance& allowance);
+    /// How long the next sending may wait; none left: zero or less.
+    [[nodiscard]] Clock::duration sendingTime(const Allowance& allowance) const;
+    Answer awaitAnswer(const Command& command, TimePoint deadline, Allowance& allowance);
+    /// Up to when a PENDING_ACK may be waited for; now, if it is malformed or the time is used up.
+    TimePoint promisedEnd(wire::ByteView payload, Allowance& allowance);
     /// None: the acknowledge does not answer the command.
     static Answer answerIn(const wire::GvcpAckPacket& ack, const Command& command);
 
     net::UdpSocket mSocket;
     net::Endpoint mDevice;
     const LinkSettings& mSettings;
+    const ControlLimits mLimits;
     net::Waker mWaker;
     TurnQueue mTurns;
     std::uint16_t mRequestId;
-    int mPendingAcks = 0; // to the present request id
-    std::atomic<TimePoint> mAnsweredUntil{Clock::now()};
+    TimePoint mLastAnswer = Clock::now();
+    std::atomic<TimePoint> mAnsweredUntil{mLastAnswer};
+    std::atomic<Clock::duration> mWaitedInVain{Clock::duration::zero()}; // since the last answer
+    std::atomic<TimePoint> mHurryUntil{TimePoint::min()};
+    std::atomic<bool> mIsOpening{false};
     std::atomic<bool> mClosed{false};
 };
 

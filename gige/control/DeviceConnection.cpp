@@ -11,22 +11,24 @@ namespace gige::control
 
 ControlValue<std::unique_ptr<DeviceConnection>>
 DeviceConnection::open(const DeviceAddress& address, AccessType access,
-                       const LinkSettings& settings, std::function<void()> linkLost)
+                       const LinkSettings& settings, std::function<void()> linkLost,
+                       const ControlLimits& limits)
 {
-    auto channel = ControlChannel::open(address.interface.address, address.ip, settings);
+    auto channel = ControlChannel::open(address.interface.address, address.ip, settings, limits);
     if (!channel) {
         return ControlStatus::NetworkError;
     }
     std::unique_ptr<DeviceConnection> device(
         new DeviceConnection(address, access, std::move(channel)));
+    const auto opening = device->opening();
     if (const ControlResult read = device->mRegisters.readTraits(); !read.ok()) {
         return read;
     }
     if (const ControlResult taken = device->takeControl(); !taken.ok()) {
         return taken;
     }
-    const HeartbeatDuty duty = device->agreeOnHeartbeat(
-        std::chrono::milliseconds(settings.defaultHeartbeatTimeout.load()));
+    const HeartbeatDuty duty =
+        device->agreeOnHeartbeat(settings.defaultHeartbeatTimeout, limits.heartbeat);
     device->enableOptions();
     device->mHeartbeat = std::make_unique<Heartbeat>(*device->mChannel, device->mRegisters,
                                                      settings, duty, std::move(linkLost));
@@ -53,8 +55,14 @@ void DeviceConnection::disconnect()
     if (mDisconnected.exchange(true) || !mHeartbeat) {
         return;
     }
-    const bool linkWasUp = mHeartbeat->stop();
-    if (linkWasUp && mAccess != AccessType::Open) {
+    if (mHeartbeat->stop()) {
+        release();
+    }
+}
+
+void DeviceConnection::release()
+{
+    if (mAccess != AccessType::Open) {
         const wire::WriteRegister release{{{wire::kRegControlPrivilege, wire::kPrivilegeOpen}}};
         mChannel->executeLast(
             {.code = wire::GvcpCommand::WriteRegister, .payload = encode(release)});
@@ -77,22 +85,23 @@ ControlResult DeviceConnection::takeControl()
     return held ? deviceError(wire::GvcpStatus::AccessDenied) : written;
 }
 
-HeartbeatDuty DeviceConnection::agreeOnHeartbeat(std::chrono::milliseconds timeout)
+HeartbeatDuty DeviceConnection::agreeOnHeartbeat(std::uint32_t timeout,
+                                                 const HeartbeatBounds& bounds)
 {
     if (mAccess == AccessType::Open) {
-        return {.timeout = timeout};
+        return {.timeout = bounds.believed(timeout), .bounds = bounds};
     }
     // A device may clamp the value, or not let it be written. What counts is what it has then.
-    mRegisters.writeRegister(wire::kRegHeartbeatTimeout,
-                             static_cast<std::uint32_t>(timeout.count()));
+    mRegisters.writeRegister(wire::kRegHeartbeatTimeout, timeout);
     const auto agreed = mRegisters.readRegister(wire::kRegHeartbeatTimeout);
     if (agreed.ok() && *agreed != 0) {
-        timeout = std::chrono::milliseconds(*agreed);
+        timeout = *agreed;
     }
     return {.ownsControl = true,
             .owner = readOwner(),
-            .timeout = timeout,
-            .timeoutReadable = agreed.ok()};
+            .timeout = bounds.believed(timeout),
+            .timeoutReadable = agreed.ok(),
+            .bounds = bounds};
 }
 
 std::optional<PrimaryApplication> DeviceConnection::readOwner()

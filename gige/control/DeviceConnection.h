@@ -39,12 +39,12 @@ class DeviceConnection
      * @param linkLost  called once when the device stays silent for the heartbeat timeout or gives
      *                  control to another host; on a thread of this connection, never by
      *                  disconnect(); it may outlive the connection, throws nothing
+     * A device that falls silent meanwhile makes this fail within ControlLimits::opening.
      * @return refused with AccessDenied: another host holds the device; Timeout; NetworkError
      */
-    static ControlValue<std::unique_ptr<DeviceConnection>> open(const DeviceAddress& address,
-                                                                AccessType access,
-                                                                const LinkSettings& settings,
-                                                                std::function<void()> linkLost);
+    static ControlValue<std::unique_ptr<DeviceConnection>>
+    open(const DeviceAddress& address, AccessType access, const LinkSettings& settings,
+         std::function<void()> linkLost, const ControlLimits& limits = {});
     /// Disconnects.
     ~DeviceConnection();
     DeviceConnection(const DeviceConnection&) = delete;
@@ -54,6 +54,10 @@ class DeviceConnection
     /// heartbeat. Waits half a second at most for a running `linkLost`, and not at all when called
     /// by it. Takes a second at most when the device has gone silent.
     void disconnect();
+    /// The host goes on making its connection while the object lives: see ControlChannel::Opening.
+    [[nodiscard]] ControlChannel::Opening opening() { return ControlChannel::Opening(*mChannel); }
+    /// The host is about to disconnect: see ControlChannel::hurry().
+    void hurry() { mChannel->hurry(); }
     [[nodiscard]] bool isConnected() const { return !mChannel->isClosed(); }
 
     /// Registers and memory of the device. Lives as long as the connection object.
@@ -67,7 +71,9 @@ class DeviceConnection
 
     /// Takes the privilege, if the access type asks for it.
     ControlResult takeControl();
-    HeartbeatDuty agreeOnHeartbeat(std::chrono::milliseconds timeout);
+    HeartbeatDuty agreeOnHeartbeat(std::uint32_t timeout, const HeartbeatBounds& bounds);
+    /// Gives the privilege back over the closed channel.
+    void release();
     void enableOptions();
     [[nodiscard]] std::optional<PrimaryApplication> readOwner();
 

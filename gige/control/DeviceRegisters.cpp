@@ -129,7 +129,8 @@ ControlResult DeviceRegisters::writeRegister(std::uint32_t address, std::uint32_
         .result();
 }
 
-ControlResult DeviceRegisters::readMemory(std::uint32_t address, std::span<std::uint8_t> into)
+ControlResult DeviceRegisters::readMemory(std::uint32_t address, std::span<std::uint8_t> into,
+                                          TimePoint deadline)
 {
     if (!validBlock(address, into.size())) {
         return {ControlStatus::InvalidParameter};
@@ -144,7 +145,8 @@ ControlResult DeviceRegisters::readMemory(std::uint32_t address, std::span<std::
         };
         const auto payload = mChannel.execute({.code = wire::GvcpCommand::ReadMemory,
                                                .payload = encode(command),
-                                               .acceptable = acceptable});
+                                               .acceptable = acceptable},
+                                              deadline);
         if (!payload.ok()) {
             return payload.result();
         }

@@ -50,7 +50,9 @@ class DeviceRegisters
     ControlResult writeRegister(std::uint32_t address, std::uint32_t value);
 
     /// Bytes in address order. On an error the contents of `into` are undefined.
-    [[nodiscard]] ControlResult readMemory(std::uint32_t address, std::span<std::uint8_t> into);
+    /// @param deadline  gives up with a timeout then, however much has been read
+    [[nodiscard]] ControlResult readMemory(std::uint32_t address, std::span<std::uint8_t> into,
+                                           TimePoint deadline = TimePoint::max());
     /// A device without WRITEMEM gets the bytes register by register.
     /// On an error in a later piece the earlier ones are written.
     ControlResult writeMemory(std::uint32_t address, std::span<const std::uint8_t> bytes);

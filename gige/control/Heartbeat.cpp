@@ -126,7 +126,7 @@ std::vector<std::uint32_t> Heartbeat::watchedRegisters() const
 Heartbeat::Beat Heartbeat::judge(const std::vector<std::uint32_t>& values)
 {
     if (mDuty.timeoutReadable && values.back() != 0) {
-        mDuty.timeout = std::chrono::milliseconds(values.back());
+        mDuty.timeout = mDuty.bounds.believed(values.back());
     }
     if (mDuty.ownsControl && (values[0] & kOwningBits) == 0) {
         return Beat::LinkLost;

@@ -2,6 +2,7 @@
 #define TELVO_GIGE_CONTROL_HEARTBEAT_H
 
 #include "ControlChannel.h"
+#include "ControlLimits.h"
 #include "DeviceRegisters.h"
 #include "LinkSettings.h"
 
@@ -36,6 +37,8 @@ struct HeartbeatDuty {
     /// The device tells its heartbeat timeout (0x0938): `timeout` follows it, for a feature may
     /// change it.
     bool timeoutReadable = false;
+    /// Of what it tells.
+    HeartbeatBounds bounds{};
 };
 
 /**

@@ -16,7 +16,8 @@ namespace
 {
 
 std::optional<std::vector<std::uint8_t>> readFile(DeviceRegisters& registers,
-                                                  const DescriptionLocation& location)
+                                                  const DescriptionLocation& location,
+                                                  DeviceRegisters::TimePoint deadline)
 {
     // Devices serve whole 32-bit words at word boundaries.
     constexpr std::uint64_t kWord = 4;
@@ -26,7 +27,7 @@ std::optional<std::vector<std::uint8_t>> readFile(DeviceRegisters& registers,
         return std::nullopt;
     }
     std::vector<std::uint8_t> words(end - start);
-    if (!registers.readMemory(static_cast<std::uint32_t>(start), words).ok()) {
+    if (!registers.readMemory(static_cast<std::uint32_t>(start), words, deadline).ok()) {
         return std::nullopt;
     }
     const auto first = words.begin() + static_cast<std::ptrdiff_t>(location.address - start);
@@ -34,7 +35,8 @@ std::optional<std::vector<std::uint8_t>> readFile(DeviceRegisters& registers,
 }
 
 bool tryUrl(DeviceRegisters& registers, std::uint32_t urlRegister,
-            const std::function<bool(const std::string& xml)>& use)
+            const std::function<bool(const std::string& xml)>& use,
+            DeviceRegisters::TimePoint deadline)
 {
     const auto url = registers.readString(urlRegister, gige::wire::kUrlLength);
     if (!url.ok()) {
@@ -44,7 +46,7 @@ bool tryUrl(DeviceRegisters& registers, std::uint32_t urlRegister,
     if (!location) {
         return false;
     }
-    const auto file = readFile(registers, *location);
+    const auto file = readFile(registers, *location, deadline);
     if (!file) {
         return false;
     }
@@ -55,8 +57,10 @@ bool tryUrl(DeviceRegisters& registers, std::uint32_t urlRegister,
 } // namespace
 
 bool readDescription(DeviceRegisters& registers,
-                     const std::function<bool(const std::string& xml)>& use)
+                     const std::function<bool(const std::string& xml)>& use,
+                     std::chrono::milliseconds time)
 {
-    return tryUrl(registers, gige::wire::kRegFirstUrl, use) ||
-           tryUrl(registers, gige::wire::kRegSecondUrl, use);
+    const auto deadline = gige::control::ControlChannel::Clock::now() + time;
+    return tryUrl(registers, gige::wire::kRegFirstUrl, use, deadline) ||
+           tryUrl(registers, gige::wire::kRegSecondUrl, use, deadline);
 }

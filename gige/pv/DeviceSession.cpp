@@ -91,6 +91,7 @@ PvResult DeviceSession::open(const gige::control::DeviceAddress& address, PvAcce
 
 bool DeviceSession::loadFeatures()
 {
+    const auto opening = mConnection->opening();
     const auto& traits = mConnection->registers().traits();
     return readDescription(mConnection->registers(), [&](const std::string& xml) {
         auto loaded =
@@ -153,6 +154,7 @@ PvResult DeviceSession::resetStreamDestination(std::uint32_t channel)
     if (channel >= kStreamChannels) {
         return PvResult::Code::InvalidParameter;
     }
+    mConnection->hurry(); // a host closes the stream when it leaves
     const auto result = streamChannel(channel).resetDestination();
     mNodes->invalidate();
     return toPvResult(result);

@@ -49,6 +49,8 @@ class PvDevice
     PvResult NegotiatePacketSize(std::uint32_t channel, std::uint32_t defaultSize);
     PvResult SetStreamDestination(const PvString& ipAddress, std::uint16_t port,
                                   std::uint32_t channel);
+    /// Closes the channel, as a host does that leaves: for some seconds the camera then gets little
+    /// time for its answers.
     PvResult ResetStreamDestination(std::uint32_t channel);
 
     /// The device shares the sink until it is unregistered, and a running notification does: nobody

@@ -32,6 +32,23 @@ class ControlChannelTest : public testing::Test
         mDevice.setScript(script);
     }
 
+    void reopen(const ControlLimits& limits)
+    {
+        mChannel = ControlChannel::open(kHost, {0x7F000201}, mSettings, limits);
+    }
+
+    void reopenWithPendingTime(milliseconds time)
+    {
+        reopen({.connected = {.sending = kUnlimited, .silence = kUnlimited, .pending = time}});
+    }
+
+    /// A device that promises ten seconds again and again, for most of a second.
+    static std::vector<FakeAnswer> promises(const FakeCommand& command)
+    {
+        return std::vector<FakeAnswer>(
+            30, {.datagram = pendingAck(command, 10'000), .delay = milliseconds(20)});
+    }
+
     const Command kReadVersion{.code = wire::GvcpCommand::ReadRegister,
                                .payload = {0, 0, 0, 0},
                                .acceptable = [](wire::ByteView ack) { return ack.size() >= 4; }};
@@ -287,9 +304,169 @@ TEST_F(ControlChannelTest, APendingAnswerShowsThatTheDeviceLives)
     std::thread asking([this] { EXPECT_FALSE(takeControl().ok()); });
     ASSERT_TRUE(mDevice.waitForCount(kWriteRegisterCommand, 1));
     std::this_thread::sleep_for(milliseconds(100));
-    EXPECT_GE(mChannel->answeredUntil(), start + milliseconds(10'000)); // the cap of 10 s
-    EXPECT_LT(mChannel->answeredUntil(), start + milliseconds(30'000));
+    EXPECT_GE(mChannel->answeredUntil(), start + milliseconds(20'000));
+    EXPECT_LE(mChannel->answeredUntil(), start + milliseconds(30'000)); // of the 65 s wanted
     asking.join();
+}
+
+TEST_F(ControlChannelTest, PendingTimeIsLimitedForACommandAsAWhole)
+{
+    mSettings.answerTimeout = 1000;
+    mSettings.commandRetryCount = 0;
+    reopenWithPendingTime(milliseconds(300));
+    answerWith(promises);
+    const auto start = ControlChannel::Clock::now();
+    EXPECT_EQ(takeControl().result().status, ControlStatus::Timeout);
+    EXPECT_LT(elapsed(start), 5'000) << "each of its promises names ten seconds";
+}
+
+TEST_F(ControlChannelTest, PendingTimeIsLimitedThroughAllRetriesOfABusyDevice)
+{
+    mSettings.answerTimeout = 1000;
+    mSettings.commandRetryCount = 1;
+    reopenWithPendingTime(milliseconds(1600));
+    answerWith([](const FakeCommand& command) {
+        return std::vector<FakeAnswer>{
+            {pendingAck(command, 10'000)},
+            {.datagram = errorAck(command, 0x8007), .delay = milliseconds(1300)}};
+    });
+    EXPECT_FALSE(takeControl().ok());
+    // Asked anew it has 200 ms of pending time left, so that the answer timeout ends the try.
+    EXPECT_TRUE(mDevice.waitForCount(kWriteRegisterCommand, 3));
+}
+
+TEST_F(ControlChannelTest, PromisesAloneDoNotShowForEverThatTheDeviceLives)
+{
+    mSettings.answerTimeout = 1000;
+    mSettings.commandRetryCount = 0;
+    constexpr milliseconds kPendingTime{1000};
+    reopenWithPendingTime(kPendingTime);
+    const auto opened = ControlChannel::Clock::now();
+    answerWith(promises);
+    EXPECT_FALSE(takeControl().ok());
+    EXPECT_FALSE(takeControl().ok());
+    EXPECT_GT(mChannel->answeredUntil(), opened);
+    EXPECT_LE(mChannel->answeredUntil(), opened + kPendingTime);
+}
+
+TEST_F(ControlChannelTest, ADeadlineEndsAPendingCommand)
+{
+    answerWith(promises);
+    const auto start = ControlChannel::Clock::now();
+    const auto answer = mChannel->execute(kTakeControl, start + milliseconds(100));
+    EXPECT_EQ(answer.result().status, ControlStatus::Timeout);
+    EXPECT_LT(elapsed(start), 5'000);
+}
+
+TEST_F(ControlChannelTest, AHurriedCommandGetsNoPendingTime)
+{
+    answerWith(promises);
+    mChannel->hurry();
+    const auto start = ControlChannel::Clock::now();
+    EXPECT_EQ(takeControl().result().status, ControlStatus::Timeout);
+    EXPECT_EQ(takeControl().result().status, ControlStatus::Timeout);
+    EXPECT_LT(elapsed(start), 4'000) << "nominally, 400 ms for both";
+}
+
+TEST_F(ControlChannelTest, AHurriedCommandEndsWhenTheDeviceStaysBusy)
+{
+    mSettings.commandRetryCount = 1000;
+    answerWith([](const FakeCommand& command) {
+        return std::vector<FakeAnswer>{{errorAck(command, 0x8007)}};
+    });
+    mChannel->hurry();
+    const auto start = ControlChannel::Clock::now();
+    EXPECT_FALSE(takeControl().ok());
+    EXPECT_LT(elapsed(start), 5'000);
+}
+
+TEST_F(ControlChannelTest, AHurriedCommandWaitsForNoOtherLong)
+{
+    answerWith(promises);
+    std::thread waiting([this] { EXPECT_FALSE(takeControl().ok()); });
+    ASSERT_TRUE(mDevice.waitForCount(kWriteRegisterCommand, 1));
+    mChannel->hurry();
+    const auto start = ControlChannel::Clock::now();
+    EXPECT_EQ(readVersion().result().status, ControlStatus::Timeout);
+    EXPECT_LT(elapsed(start), 5'000);
+    mChannel->close();
+    waiting.join();
+}
+
+TEST_F(ControlChannelTest, AHostThatDoesNotLeaveIsPatientAgain)
+{
+    reopen({.leavingTime = milliseconds(1)});
+    answerWith([](const FakeCommand& command) {
+        return std::vector<FakeAnswer>{{pendingAck(command, 9000)},
+                                       {.datagram = command.ack, .delay = milliseconds(700)}};
+    });
+    mChannel->hurry();
+    std::this_thread::sleep_for(milliseconds(5));
+    EXPECT_TRUE(takeControl().ok());
+}
+
+TEST_F(ControlChannelTest, TheLastCommandGetsNoPendingTime)
+{
+    answerWith(promises);
+    mChannel->close();
+    const auto start = ControlChannel::Clock::now();
+    EXPECT_EQ(mChannel->executeLast(kTakeControl).status, ControlStatus::Timeout);
+    EXPECT_LT(elapsed(start), 4'000) << "nominally 400 ms";
+}
+
+TEST_F(ControlChannelTest, WhileOpeningALostCommandIsSentAgainSoon)
+{
+    mSettings.answerTimeout = 60'000;
+    mDevice.setScript([tries = 0](const FakeCommand& command) mutable {
+        return ++tries < 3 ? std::vector<FakeAnswer>{} : std::vector{FakeAnswer{command.ack}};
+    });
+    const ControlChannel::Opening opening(*mChannel);
+    EXPECT_TRUE(readVersion().ok());
+}
+
+TEST_F(ControlChannelTest, WhileOpeningNothingIsSentOnceTheDeviceHasBeenSilentForLong)
+{
+    mDevice.setSilent(true);
+    reopen({.opening = {.sending = milliseconds(40),
+                        .silence = milliseconds(100),
+                        .pending = milliseconds(100)}});
+    {
+        const ControlChannel::Opening opening(*mChannel);
+        EXPECT_EQ(readVersion().result().status, ControlStatus::Timeout);
+        ASSERT_TRUE(mDevice.waitForCount(kReadRegisterCommand, 3));
+        EXPECT_EQ(readVersion().result().status, ControlStatus::Timeout);
+        EXPECT_EQ(mDevice.count(kReadRegisterCommand), 3U);
+    }
+    mDevice.setSilent(false);
+    EXPECT_TRUE(readVersion().ok()) << "after that, every command is sent";
+}
+
+TEST_F(ControlChannelTest, WhileOpeningEveryAnswerGivesNewTime)
+{
+    reopen({.opening = {.sending = milliseconds(4000),
+                        .silence = milliseconds(4000),
+                        .pending = milliseconds(4000)}});
+    answerWith([](const FakeCommand& command) {
+        return std::vector<FakeAnswer>{{.datagram = command.ack, .delay = milliseconds(500)}};
+    });
+    const ControlChannel::Opening opening(*mChannel);
+    const auto start = ControlChannel::Clock::now();
+    for (int i = 0; i < 4; ++i) {
+        EXPECT_TRUE(readVersion().ok());
+    }
+    EXPECT_GE(elapsed(start), 2'000);
+}
+
+TEST(HeartbeatBounds, BelieveHalfASecondToAMinute)
+{
+    const HeartbeatBounds bounds;
+    EXPECT_EQ(bounds.believed(0), milliseconds(500));
+    EXPECT_EQ(bounds.believed(499), milliseconds(500));
+    EXPECT_EQ(bounds.believed(500), milliseconds(500));
+    EXPECT_EQ(bounds.believed(3000), milliseconds(3000));
+    EXPECT_EQ(bounds.believed(60'000), milliseconds(60'000));
+    EXPECT_EQ(bounds.believed(60'001), milliseconds(60'000));
+    EXPECT_EQ(bounds.believed(0xFFFFFFFF), milliseconds(60'000));
 }
 
 TEST_F(ControlChannelTest, ABusyDeviceIsAskedAnewAfterAPause)

@@ -2,6 +2,7 @@
 
 #include "ControlFixture.h"
 
+#include <algorithm>
 #include <atomic>
 #include <future>
 #include <gtest/gtest.h>
@@ -29,11 +30,13 @@ class DeviceConnectionTest : public testing::Test
 
     ControlValue<std::unique_ptr<DeviceConnection>> open(AccessType access = AccessType::Exclusive)
     {
-        return DeviceConnection::open({.ip = {0x7F00021F}, .interface = loopback()}, access,
-                                      mSettings, [this] {
-                                          mLostOn = std::this_thread::get_id();
-                                          ++mLost;
-                                      });
+        return DeviceConnection::open(
+            {.ip = {0x7F00021F}, .interface = loopback()}, access, mSettings,
+            [this] {
+                mLostOn = std::this_thread::get_id();
+                ++mLost;
+            },
+            mLimits);
     }
 
     /// Opens, or fails the test.
@@ -65,6 +68,18 @@ class DeviceConnectionTest : public testing::Test
         return count;
     }
 
+    bool waitForWrite(std::uint32_t address) const
+    {
+        const auto isIt = [address](const FakeCommand& one) { return one.firstWord == address; };
+        for (int i = 0; i < 2000; ++i) {
+            if (std::ranges::any_of(mDevice.commands(kWriteRegisterCommand), isIt)) {
+                return true;
+            }
+            std::this_thread::sleep_for(milliseconds(5));
+        }
+        return false;
+    }
+
     bool waitForHeartbeats(std::size_t wanted) const
     {
         for (int i = 0; i < 2000 && heartbeats() < wanted; ++i) {
@@ -75,6 +90,7 @@ class DeviceConnectionTest : public testing::Test
 
     FakeDevice mDevice{"127.0.2.31"};
     LinkSettings mSettings;
+    ControlLimits mLimits;
     std::atomic<int> mLost{0};
     std::atomic<std::thread::id> mLostOn{};
 };
@@ -236,6 +252,66 @@ TEST_F(DeviceConnectionTest, ATimeoutThatAFeatureSetsCountsFromThenOn)
     ASSERT_TRUE(waitForHeartbeats(before + 2));
     mDevice.setSilent(true);
     EXPECT_TRUE(waitForLoss()) << "not after a minute";
+}
+
+TEST_F(DeviceConnectionTest, AHeartbeatTimeoutBeyondAllReasonIsNotBelieved)
+{
+    mLimits.heartbeat.longest = milliseconds(1000);
+    mDevice.setScript([](const FakeCommand& command) {
+        Bytes ack = command.ack;
+        const Bytes asked(command.datagram.end() - 4, command.datagram.end());
+        if (command.code == kReadRegisterCommand && asked == Bytes{0, 0, 0x09, 0x38}) {
+            std::fill(ack.end() - 4, ack.end(), 0xFF);
+        }
+        return std::vector<FakeAnswer>{{ack}};
+    });
+    const auto device = connected();
+    ASSERT_TRUE(waitForHeartbeats(2));
+    mDevice.setSilent(true);
+    EXPECT_TRUE(waitForLoss()) << "not after 49 days";
+}
+
+TEST_F(DeviceConnectionTest, ADeviceThatOnlyPromisesIsLost)
+{
+    mLimits.connected.pending = milliseconds(500);
+    setHeartbeatTimeout(1000);
+    const auto device = connected();
+    mDevice.setScript([](const FakeCommand& command) {
+        return std::vector<FakeAnswer>{{pendingAck(command, 10'000)}};
+    });
+    EXPECT_TRUE(waitForLoss());
+}
+
+TEST_F(DeviceConnectionTest, DisconnectingFromADeviceThatOnlyPromisesIsQuick)
+{
+    setHeartbeatTimeout(60'000);
+    const auto device = connected();
+    mDevice.setScript([](const FakeCommand& command) {
+        return std::vector<FakeAnswer>{{pendingAck(command, 10'000)}};
+    });
+    std::thread waiting([&] { EXPECT_FALSE(device->registers().writeRegister(0x0904, 1).ok()); });
+    ASSERT_TRUE(waitForWrite(0x0904));
+    const auto start = std::chrono::steady_clock::now();
+    device->hurry();
+    EXPECT_FALSE(device->registers().writeRegister(0x0D00, 0).ok());
+    device->disconnect();
+    EXPECT_LT(elapsed(start), 4'000) << "nominally 800 ms";
+    waiting.join();
+    EXPECT_EQ(mLost, 0);
+}
+
+TEST_F(DeviceConnectionTest, OpeningEndsSoonWhereverTheDeviceFallsSilent)
+{
+    mSettings.answerTimeout = 60'000;
+    for (int answers = 0; answers < 7; ++answers) {
+        mDevice.setScript([answers](const FakeCommand& command) mutable {
+            return --answers < 0 ? std::vector<FakeAnswer>{} : std::vector{FakeAnswer{command.ack}};
+        });
+        mLimits.opening.silence = milliseconds(100);
+        const auto start = std::chrono::steady_clock::now();
+        (void)open(); // what a device can do without may be missing
+        EXPECT_LT(elapsed(start), 10'000) << answers;
+    }
 }
 
 TEST_F(DeviceConnectionTest, ControlTakenAwayLosesTheLink)
