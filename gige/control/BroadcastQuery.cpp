@@ -1,6 +1,7 @@
 #include "BroadcastQuery.h"
 
 #include "GvcpHeader.h"
+#include "StartThread.h"
 
 #include <array>
 #include <utility>
@@ -96,7 +97,10 @@ void BroadcastQuery::listen(net::UdpSocket socket, const net::NetworkInterface& 
                           .destinations = std::move(destinations)});
     Listener& listener = mListeners.back();
     listener.socket.setReceiveBuffer(kSocketBuffer);
-    listener.thread = std::thread([this, &listener] { hear(listener); });
+    if (!net::startThread(listener.thread, [this, &listener] { hear(listener); })) {
+        mListeners.pop_back(); // nobody would hear an answer
+        return;
+    }
     send(listener);
 }
 

@@ -16,7 +16,7 @@ enum class ControlStatus : std::uint8_t {
     Ok,
     DeviceError,      // the device answered with an error: see ControlResult::deviceStatus
     Timeout,          // no answer
-    NetworkError,     // the system could not send, or has no socket for us
+    NetworkError,     // the system could not send, or has no socket or thread for us
     NotConnected,     // closed by the host, or the link was lost
     NotFound,         // no device with this address
     InvalidParameter, // refused before anything was sent

@@ -30,8 +30,12 @@ DeviceConnection::open(const DeviceAddress& address, AccessType access,
     const HeartbeatDuty duty =
         device->agreeOnHeartbeat(settings.defaultHeartbeatTimeout, limits.heartbeat);
     device->enableOptions();
-    device->mHeartbeat = std::make_unique<Heartbeat>(*device->mChannel, device->mRegisters,
-                                                     settings, duty, std::move(linkLost));
+    device->mHeartbeat = Heartbeat::start(*device->mChannel, device->mRegisters, settings, duty,
+                                          std::move(linkLost));
+    if (!device->mHeartbeat) {
+        device->release();
+        return ControlStatus::NetworkError;
+    }
     return device;
 }
 

@@ -2,6 +2,7 @@
 
 #include "BootstrapRegisters.h"
 #include "LoadedModule.h"
+#include "StartThread.h"
 
 #include <algorithm>
 #include <utility>
@@ -26,17 +27,23 @@ constexpr int kBeatsPerTimeout = 3;
 } // namespace
 
 Heartbeat::Heartbeat(ControlChannel& channel, DeviceRegisters& registers,
-                     const LinkSettings& settings, const HeartbeatDuty& duty,
-                     std::function<void()> lost)
-    : mChannel(channel),
-      mRegisters(registers),
-      mSettings(settings),
-      mDuty(duty),
-      mThread([this, lost = std::move(lost), end = std::move(mEnd)]() mutable {
-          run(lost);
-          end.set_value();
-      })
+                     const LinkSettings& settings, const HeartbeatDuty& duty)
+    : mChannel(channel), mRegisters(registers), mSettings(settings), mDuty(duty)
 {
+}
+
+std::unique_ptr<Heartbeat> Heartbeat::start(ControlChannel& channel, DeviceRegisters& registers,
+                                            const LinkSettings& settings, const HeartbeatDuty& duty,
+                                            std::function<void()> lost)
+{
+    std::unique_ptr<Heartbeat> heartbeat(new Heartbeat(channel, registers, settings, duty));
+    auto body = [self = heartbeat.get(), lost = std::move(lost),
+                 end = std::move(heartbeat->mEnd)]() mutable {
+        self->run(lost);
+        end.set_value();
+    };
+    const bool isStarted = net::startThread(heartbeat->mThread, std::move(body));
+    return isStarted ? std::move(heartbeat) : nullptr;
 }
 
 Heartbeat::~Heartbeat()

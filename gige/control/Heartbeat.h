@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <functional>
 #include <future>
+#include <memory>
 #include <mutex>
 #include <optional>
 #include <thread>
@@ -56,8 +57,10 @@ class Heartbeat
     /// All references are borrowed for the object's life.
     /// @param lost  kept, with what it holds, until it has returned, which may be after this
     ///              object's end; throws nothing
-    Heartbeat(ControlChannel& channel, DeviceRegisters& registers, const LinkSettings& settings,
-              const HeartbeatDuty& duty, std::function<void()> lost);
+    /// @return null: there is no thread to be had, and the channel is closed
+    static std::unique_ptr<Heartbeat> start(ControlChannel& channel, DeviceRegisters& registers,
+                                            const LinkSettings& settings, const HeartbeatDuty& duty,
+                                            std::function<void()> lost);
     /// Stops. Allowed within `lost`. The program that contains this code stays loaded from now on
     /// if `lost` is still running.
     ~Heartbeat();
@@ -72,6 +75,9 @@ class Heartbeat
 
   private:
     enum class Beat : std::uint8_t { Answered, Unanswered, LinkLost };
+
+    Heartbeat(ControlChannel& channel, DeviceRegisters& registers, const LinkSettings& settings,
+              const HeartbeatDuty& duty);
 
     void run(const std::function<void()>& lost);
     /// @return whether `lost` shall be called

@@ -2,6 +2,7 @@
 
 #include "GvcpPayloads.h"
 #include "PacketArithmetic.h"
+#include "StartThread.h"
 
 #include <algorithm>
 #include <array>
@@ -41,7 +42,10 @@ std::unique_ptr<StreamReceiver> StreamReceiver::open(const StreamConfig& config,
         error = std::make_error_code(std::errc::too_many_files_open);
         return nullptr;
     }
-    receiver->mThread = std::thread(&StreamReceiver::run, receiver.get());
+    if (!net::startThread(receiver->mThread, [self = receiver.get()] { self->run(); })) {
+        error = std::make_error_code(std::errc::resource_unavailable_try_again);
+        return nullptr;
+    }
     return receiver;
 }
 
