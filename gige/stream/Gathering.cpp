@@ -10,8 +10,9 @@ namespace
 
 /// What is left of the measured sums with each receive.
 constexpr double kFade = 0.875;
-/// Of the time until the block's last packet: rates are not that steady.
+/// Of the time until the block's last packet: rates are not that steady. The less for long pauses.
 constexpr double kShareOfRest = 0.9;
+constexpr double kLongPausesShare = 0.7;
 /// Of what the system keeps: the pause may turn out longer, and the rate higher.
 constexpr double kShareOfCapacity = 0.25;
 
@@ -67,10 +68,12 @@ std::chrono::microseconds Gathering::choosePause(std::uint32_t toCome) const
     if (toCome == 0 || mPackets <= 0 || mSeconds <= 0) {
         return {};
     }
-    const auto longest = mCautiousBlocks > 0 ? std::min(mLongest, kCautiousGathering) : mLongest;
     const double packetRate = mPackets / mSeconds;
-    const double seconds = std::min({inSeconds(longest), (toCome - 1) / packetRate * kShareOfRest,
-                                     mMostBytes * mSeconds / mBytes});
+    const double rest = (toCome - 1) / packetRate;
+    const double cautious = std::min(inSeconds(kCautiousGathering), rest * kShareOfRest);
+    const double bold = std::min(inSeconds(kLongestGathering), rest * kLongPausesShare);
+    const double seconds = std::min({mCautiousBlocks > 0 ? cautious : std::max(cautious, bold),
+                                     inSeconds(mLongest), mMostBytes * mSeconds / mBytes});
     const bool pays =
         seconds >= inSeconds(kShortestGathering) && seconds * packetRate >= kFewestGathered;
     return pays ? std::chrono::duration_cast<std::chrono::microseconds>(

@@ -19,7 +19,7 @@ constexpr std::chrono::microseconds kLongestGathering{3000};
 constexpr std::chrono::microseconds kCautiousGathering{800};
 /// Blocks that have to end as expected at first, and after one that ended within a longer pause.
 constexpr int kBlocksAtFirst = 50;
-constexpr int kBlocksAfterSurprise = 1000;
+constexpr int kBlocksAfterSurprise = 250;
 /// Below this a sleep takes longer than it should.
 constexpr std::chrono::microseconds kShortestGathering{40};
 /// A pause that gathers fewer packets costs as much as it saves.
