@@ -1,8 +1,8 @@
 #!/bin/sh
-# Runs every benchmark of the build directory given.
+# Runs every benchmark of the build directory given, in a network of its own.
 set -eu
 
 for benchmark in "$1"/bin/bench_*; do
     printf '\n=== %s ===\n' "$(basename "$benchmark")"
-    "$benchmark"
+    "$(dirname "$0")/in-own-network.sh" "$benchmark"
 done
