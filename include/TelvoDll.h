@@ -7,7 +7,8 @@
  *
  * Results: 0 is success, -1 failure; others are named at each function. An unknown id gives -1, and
  * NULL from the six functions that return pointers, and writes to no out parameter. A null pointer
- * where text, settings or an out parameter is expected does the same. Nothing is thrown.
+ * where text, settings or an out parameter is expected does the same. So does a call for which
+ * there is no memory or no thread to be had; it can be made again when there is. Nothing is thrown.
  *
  * Numbers: camera values are 32-bit and signed inside the library, so a negative one is passed and
  * read as its unsigned counterpart. Flags are one byte, 0 or 1. Names in quotation marks are the

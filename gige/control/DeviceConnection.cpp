@@ -4,6 +4,7 @@
 #include "GvcpPayloads.h"
 
 #include <array>
+#include <new>
 #include <utility>
 
 namespace gige::control
@@ -24,7 +25,10 @@ DeviceConnection::open(const DeviceAddress& address, AccessType access,
     if (const ControlResult read = device->mRegisters.readTraits(); !read.ok()) {
         return read;
     }
+    device->mMayHaveControl =
+        access != AccessType::Open; // also if there is no memory for the answer
     if (const ControlResult taken = device->takeControl(); !taken.ok()) {
+        device->mMayHaveControl = false;
         return taken;
     }
     const HeartbeatDuty duty =
@@ -33,7 +37,6 @@ DeviceConnection::open(const DeviceAddress& address, AccessType access,
     device->mHeartbeat = Heartbeat::start(*device->mChannel, device->mRegisters, settings, duty,
                                           std::move(linkLost));
     if (!device->mHeartbeat) {
-        device->release();
         return ControlStatus::NetworkError;
     }
     return device;
@@ -55,21 +58,26 @@ DeviceConnection::~DeviceConnection()
 
 void DeviceConnection::disconnect()
 {
-    // Without a heartbeat the connection never came about.
-    if (mDisconnected.exchange(true) || !mHeartbeat) {
+    if (mDisconnected.exchange(true)) {
         return;
     }
-    if (mHeartbeat->stop()) {
+    if (!mHeartbeat) { // the connection never came about, but control may be taken already
+        mChannel->close();
+    }
+    const bool linkWasUp = !mHeartbeat || mHeartbeat->stop();
+    if (linkWasUp && mMayHaveControl) {
         release();
     }
 }
 
-void DeviceConnection::release()
+void DeviceConnection::release() noexcept
 {
-    if (mAccess != AccessType::Open) {
+    try {
         const wire::WriteRegister release{{{wire::kRegControlPrivilege, wire::kPrivilegeOpen}}};
         mChannel->executeLast(
             {.code = wire::GvcpCommand::WriteRegister, .payload = encode(release)});
+    } catch (const std::bad_alloc&) {
+        // The device frees itself when it has missed the heartbeat for long enough.
     }
 }
 

@@ -73,7 +73,7 @@ class DeviceConnection
     ControlResult takeControl();
     HeartbeatDuty agreeOnHeartbeat(std::uint32_t timeout, const HeartbeatBounds& bounds);
     /// Gives the privilege back over the closed channel.
-    void release();
+    void release() noexcept;
     void enableOptions();
     [[nodiscard]] std::optional<PrimaryApplication> readOwner();
 
@@ -81,6 +81,7 @@ class DeviceConnection
     AccessType mAccess;
     std::unique_ptr<ControlChannel> mChannel;
     DeviceRegisters mRegisters;
+    bool mMayHaveControl = false;
     std::atomic<bool> mDisconnected{false};
     std::unique_ptr<Heartbeat> mHeartbeat; // last: it uses all others
 };

@@ -5,6 +5,7 @@
 #include "StartThread.h"
 
 #include <algorithm>
+#include <new>
 #include <utility>
 #include <vector>
 
@@ -84,7 +85,7 @@ void Heartbeat::run(const std::function<void()>& lost)
     mThreadId = std::this_thread::get_id();
     Beat last = Beat::Answered;
     while (last != Beat::LinkLost && mChannel.sleep(pauseAfter(last))) {
-        last = beat();
+        last = beatOrFail();
     }
     if (giveUp()) {
         lost(); // may destroy this object
@@ -101,9 +102,17 @@ bool Heartbeat::giveUp()
     return mIsTelling;
 }
 
+Heartbeat::Beat Heartbeat::beatOrFail()
+{
+    try {
+        return beat();
+    } catch (const std::bad_alloc&) {
+        return unanswered();
+    }
+}
+
 Heartbeat::Beat Heartbeat::beat()
 {
-    const auto silenceEnds = [this] { return mChannel.answeredUntil() + mDuty.timeout; };
     const auto values = mRegisters.readRegisters(watchedRegisters(), silenceEnds());
     if (values.ok()) {
         return judge(*values);
@@ -113,8 +122,18 @@ Heartbeat::Beat Heartbeat::beat()
             mDuty.ownsControl && values.result().refused(wire::GvcpStatus::AccessDenied);
         return taken ? Beat::LinkLost : Beat::Answered;
     }
-    // Asked again, since another thread's command may have been answered in the meantime.
+    return unanswered();
+}
+
+Heartbeat::Beat Heartbeat::unanswered() const
+{
+    // Looked up anew, since another thread's command may have been answered in the meantime.
     return ControlChannel::Clock::now() >= silenceEnds() ? Beat::LinkLost : Beat::Unanswered;
+}
+
+ControlChannel::TimePoint Heartbeat::silenceEnds() const
+{
+    return mChannel.answeredUntil() + mDuty.timeout;
 }
 
 std::vector<std::uint32_t> Heartbeat::watchedRegisters() const

@@ -85,6 +85,11 @@ class Heartbeat
     /// Ends the thread, or lets it finish `lost` alone.
     void leaveThread();
     Beat beat();
+    /// A heartbeat for which there is no memory counts as unanswered.
+    Beat beatOrFail();
+    [[nodiscard]] Beat unanswered() const;
+    /// When the device will have been silent for too long.
+    [[nodiscard]] ControlChannel::TimePoint silenceEnds() const;
     [[nodiscard]] std::vector<std::uint32_t> watchedRegisters() const;
     /// @param values  of the watched registers
     Beat judge(const std::vector<std::uint32_t>& values);

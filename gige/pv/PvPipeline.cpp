@@ -52,7 +52,8 @@ PvResult PvPipeline::Impl::setBufferCount(std::uint32_t count)
         return PvResult::Code::StateError;
     }
     mBufferCount = count;
-    return PvResult::Code::Ok;
+    // Here already, and not at the start only: here a host still hears that there is no memory.
+    return allocateBuffers() ? PvResult::Code::Ok : PvResult::Code::NotEnoughMemory;
 }
 
 bool PvPipeline::Impl::allocateBuffers()

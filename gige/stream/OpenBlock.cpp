@@ -191,9 +191,10 @@ void OpenBlock::chooseDataSize(std::uint32_t packetId, std::size_t size)
 {
     const bool isLast = packetId > 1 && size < mHint.dataSize &&
                         wire::dataOffset(packetId, mHint.dataSize) + size == expectedBytes();
-    mDataSize = isLast ? mHint.dataSize : size;
-    const std::size_t packets = mBuffer->memory().size() / mDataSize + 1;
-    mReceived.assign(packets / kBitsPerWord + 1, 0);
+    const std::size_t dataSize = isLast ? mHint.dataSize : size;
+    const std::size_t packets = mBuffer->memory().size() / dataSize + 1;
+    mReceived.assign(packets / kBitsPerWord + 1, 0); // first: there may be no memory
+    mDataSize = dataSize;
     checkLength();
 }
 

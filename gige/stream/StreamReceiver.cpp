@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <new>
 #include <utility>
 
 namespace gige::stream
@@ -124,22 +125,31 @@ void StreamReceiver::run()
 {
     while (!mStop) {
         serveCommands();
-        const net::ReceiveStatus status =
-            mBatches.receive(timeoutUntil(mAssembler.nextTime()), &mWaker);
-        const Time now = Clock::now();
-        Taken taken;
-        if (status == net::ReceiveStatus::Data) {
-            taken = placeReceived(now);
-        } else if (status == net::ReceiveStatus::Woken) {
-            mWaker.clear();
-        } else if (status == net::ReceiveStatus::Failed) {
-            std::this_thread::sleep_for(kFailurePause);
+        try {
+            receiveNext();
+        } catch (const std::bad_alloc&) {
+            std::this_thread::sleep_for(kFailurePause); // the packets are lost
         }
-        mAssembler.onTime(now);
-        mStatistics.publish(mAssembler.statistics());
-        mRingInUse.store(mBatches.isRingInUse(), std::memory_order_relaxed);
-        gather(taken, now);
     }
+}
+
+void StreamReceiver::receiveNext()
+{
+    const net::ReceiveStatus status =
+        mBatches.receive(timeoutUntil(mAssembler.nextTime()), &mWaker);
+    const Time now = Clock::now();
+    Taken taken;
+    if (status == net::ReceiveStatus::Data) {
+        taken = placeReceived(now);
+    } else if (status == net::ReceiveStatus::Woken) {
+        mWaker.clear();
+    } else if (status == net::ReceiveStatus::Failed) {
+        std::this_thread::sleep_for(kFailurePause);
+    }
+    mAssembler.onTime(now);
+    mStatistics.publish(mAssembler.statistics());
+    mRingInUse.store(mBatches.isRingInUse(), std::memory_order_relaxed);
+    gather(taken, now);
 }
 
 Taken StreamReceiver::placeReceived(Time now)

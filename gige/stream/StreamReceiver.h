@@ -105,6 +105,7 @@ class StreamReceiver final : private AssemblerHost
     StreamReceiver(const StreamConfig& config, net::UdpSocket socket);
 
     void run();
+    void receiveNext();
     Taken placeReceived(Time now);
     void gather(const Taken& taken, Time now);
     void serveCommands();

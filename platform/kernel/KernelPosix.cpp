@@ -3,9 +3,10 @@
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
+#include <exception>
 #include <memory>
 #include <mutex>
-#include <system_error>
+#include <new>
 #include <thread>
 
 namespace
@@ -65,6 +66,32 @@ struct KernelObject {
     }
 };
 
+/// @return null without memory
+std::unique_ptr<KernelObject> newObject(bool manualReset, bool initialState)
+{
+    try {
+        auto created = std::make_unique<KernelObject>();
+        created->signal = std::make_shared<Signal>(manualReset, initialState);
+        return created;
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
+
+/// @return false without memory, or when the system gives no thread
+bool startThread(KernelObject& object, LPTHREAD_START_ROUTINE start, LPVOID parameter)
+{
+    try {
+        object.thread = std::thread([start, parameter, ended = object.signal] {
+            start(parameter);
+            ended->set();
+        });
+        return true;
+    } catch (const std::exception&) {
+        return false;
+    }
+}
+
 bool isUsable(HANDLE handle)
 {
     return handle != nullptr && handle != INVALID_HANDLE_VALUE;
@@ -111,14 +138,8 @@ HANDLE CreateThread(LPSECURITY_ATTRIBUTES /*attributes*/, std::size_t /*stackSiz
                     LPTHREAD_START_ROUTINE start, LPVOID parameter, DWORD /*flags*/,
                     LPDWORD threadId)
 {
-    auto created = std::make_unique<KernelObject>();
-    created->signal = std::make_shared<Signal>(true, false);
-    try {
-        created->thread = std::thread([start, parameter, ended = created->signal] {
-            start(parameter);
-            ended->set();
-        });
-    } catch (const std::system_error&) {
+    auto created = newObject(true, false);
+    if (created == nullptr || !startThread(*created, start, parameter)) {
         return nullptr;
     }
     if (threadId != nullptr) {
@@ -130,9 +151,7 @@ HANDLE CreateThread(LPSECURITY_ATTRIBUTES /*attributes*/, std::size_t /*stackSiz
 HANDLE CreateEventA(LPSECURITY_ATTRIBUTES /*attributes*/, BOOL manualReset, BOOL initialState,
                     LPCSTR /*name*/)
 {
-    auto created = std::make_unique<KernelObject>();
-    created->signal = std::make_shared<Signal>(manualReset != FALSE, initialState != FALSE);
-    return created.release();
+    return newObject(manualReset != FALSE, initialState != FALSE).release();
 }
 
 BOOL SetEvent(HANDLE event)

@@ -56,7 +56,8 @@ void DeleteCriticalSection(CRITICAL_SECTION* section);
 HANDLE CreateThread(LPSECURITY_ATTRIBUTES attributes, std::size_t stackSize,
                     LPTHREAD_START_ROUTINE start, LPVOID parameter, DWORD flags, LPDWORD threadId);
 
-/// Creates an event. @param name ignored: events are private to the process.
+/// Creates an event. @param name ignored: events are private to the process. @return null without
+/// memory
 HANDLE CreateEventA(LPSECURITY_ATTRIBUTES attributes, BOOL manualReset, BOOL initialState,
                     LPCSTR name);
 /// Signals an event: one waiter of an auto-reset event goes on, all of a manual-reset event.

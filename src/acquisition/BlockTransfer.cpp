@@ -92,8 +92,9 @@ std::int32_t CQuorGrabber::startFrameBlockTransfer()
         return result;
     }
     mMode.current = Mode::BlockTransfer;
-    mReadoutThread.get()->start();
-    return kSuccess;
+    const std::shared_ptr<CQuorReadoutThread> thread = mReadoutThread.get();
+    thread->start();
+    return thread->isRunning() ? kSuccess : kFailure; // the system may give no thread
 }
 
 std::int32_t CQuorGrabber::startReadoutThread(std::uint32_t frameSize)

@@ -74,9 +74,9 @@ DWORD CQuorAcquisitionThread::Function()
         PvResult operation;
         const PvResult retrieval = mPipeline->retrieve(&buffer, INFINITE, &operation);
         if (!retrieval.IsOK()) {
-            handleRetrievalError(retrieval);
+            attempt([&] { handleRetrievalError(retrieval); });
         } else if (!operation.IsOK()) {
-            handleImageError(*buffer, operation);
+            attempt([&] { handleImageError(*buffer, operation); });
         } else {
             handleImage(*buffer);
         }

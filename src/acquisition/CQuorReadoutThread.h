@@ -67,6 +67,9 @@ class CQuorReadoutThread final : public Thread
     bool sendNewRequest(const FrameRange& range);
     void repeatRequest();
 
+    /// Answers an error of the stream, or gives the request up.
+    template <typename Answer>
+    void answer(Answer giveAnswer);
     void prepareLink();
     void handleFrame(PvBuffer& buffer);
     void storeFrame(PvBuffer& buffer, std::int32_t index);

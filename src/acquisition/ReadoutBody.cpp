@@ -13,19 +13,27 @@ constexpr std::int32_t kErrorsBeforeDataRate = 3;
 constexpr DWORD kMillisecondsPerSecond = 1000;
 } // namespace
 
+template <typename Answer>
+void CQuorReadoutThread::answer(Answer giveAnswer)
+{
+    if (!attempt(giveAnswer)) {
+        abortRequest(); // nobody repeats it, so the host must not wait for it
+    }
+}
+
 DWORD CQuorReadoutThread::Function()
 {
     const DWORD start = GetTickCount();
     logLine("ReadoutThread started!\n");
-    prepareLink();
+    attempt([this] { prepareLink(); });
     while (!isStopRequested()) {
         PvBuffer* buffer = nullptr;
         PvResult operation;
         const PvResult retrieval = mPipeline->retrieve(&buffer, INFINITE, &operation);
         if (!retrieval.IsOK()) {
-            handleRetrievalError(retrieval);
+            answer([&] { handleRetrievalError(retrieval); });
         } else if (!operation.IsOK()) {
-            handleFrameError(*buffer, operation);
+            answer([&] { handleFrameError(*buffer, operation); });
         } else {
             handleFrame(*buffer);
         }

@@ -1,11 +1,13 @@
 #include "Thread.h"
 
+#include <exception>
 #include <utility>
 
 namespace
 {
 constexpr DWORD kStopLimit = 5000; // ms
-}
+constexpr DWORD kFailedExitCode = 1;
+} // namespace
 
 Thread::~Thread()
 {
@@ -63,6 +65,10 @@ void Thread::awaitOverdue()
 DWORD WINAPI Thread::run(LPVOID self)
 {
     auto* const thread = static_cast<Thread*>(self);
-    thread->mExitCode = thread->Function();
+    try {
+        thread->mExitCode = thread->Function();
+    } catch (const std::exception&) {
+        thread->mExitCode = kFailedExitCode; // no memory to go on with
+    }
     return thread->exitCode();
 }

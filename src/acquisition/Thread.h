@@ -5,6 +5,7 @@
 #include "UniqueHandle.h"
 
 #include <atomic>
+#include <new>
 
 /**
  * A worker thread. Its owner starts and stops it and destroys the object; the body polls
@@ -40,6 +41,19 @@ class Thread
 
   protected:
     Thread() = default;
+
+    /// Takes a step of the body that may fail for want of memory, as an answer to an error of the
+    /// stream may; the body goes on. @return false: it has failed
+    template <typename Step>
+    static bool attempt(Step step) noexcept
+    {
+        try {
+            step();
+            return true;
+        } catch (const std::bad_alloc&) {
+            return false;
+        }
+    }
 
     /// Called by stop() after the stop flag is set, to end a wait of the body. May come at any
     /// moment of the body's life.

@@ -26,6 +26,10 @@ std::int32_t CQuorGrabber::startAcquisitionThread(std::int32_t recordFlag)
     }
     mFrames->reset(frameSize);
     mAcquisitionThread->start();
+    if (!mAcquisitionThread->isRunning()) {
+        mAcquisitionThread.reset();
+        return kFailure; // the system gives no thread
+    }
     return kSuccess;
 }
 

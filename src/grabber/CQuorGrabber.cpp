@@ -6,6 +6,25 @@
 #include "LinkLossSink.h"
 #include "LogText.h"
 
+#include <exception>
+
+namespace
+{
+
+/// A step of the disconnect that fails for want of memory does not keep the next ones from being
+/// taken.
+template <typename Step>
+void attempt(Step step) noexcept
+{
+    try {
+        step();
+    } catch (const std::exception&) {
+        logLine("No memory to disconnect in order.");
+    }
+}
+
+} // namespace
+
 CQuorGrabber::CQuorGrabber()
     : mFrames(std::make_unique<FrameExchange>()),
       mLinkLossSink(std::make_shared<LinkLossSink>(*this))
@@ -14,15 +33,15 @@ CQuorGrabber::CQuorGrabber()
 
 CQuorGrabber::~CQuorGrabber()
 {
-    endAcquisitionThread();
-    endReadoutThread();
+    attempt([this] { endAcquisitionThread(); });
+    attempt([this] { endReadoutThread(); });
     if (mStream.IsOpen()) {
         (void)mStream.Close();
     }
     releaseImageBuffers();
     releaseSingleImageBuffer();
     if (!mIsConnectionLost) {
-        releaseDevice();
+        attempt([this] { releaseDevice(); });
     }
     mLinkLossSink->leave();
     mOverdueThreads.clear(); // what they waited for has failed by now; they use the frames

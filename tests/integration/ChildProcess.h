@@ -9,7 +9,7 @@ struct ChildResult {
     std::string output{};
 };
 
-/// Runs a program to its end, with the errors on the test's own.
+/// Runs a program to its end, with nothing to read and the errors on the test's own.
 ChildResult runChild(const std::vector<std::string>& command);
 
 #endif

@@ -1,6 +1,8 @@
 // Starting, pausing and resuming live mode.
 #include "ModeTest.h"
 
+#include <algorithm>
+
 namespace
 {
 
@@ -48,6 +50,15 @@ TEST_F(LiveModeTest, StartsTheThreadBeforeTheCamera)
     EXPECT_EQ(order, (Texts{"log Max frames count 0", "CreateThread", "AcquisitionStart.Execute"}));
     settle();
     EXPECT_EQ(s.takeKernelCalls(), Texts{"CreateThread"});
+}
+
+TEST_F(LiveModeTest, FailsWithoutAThreadAndCanBeStartedOnceThereIsOne)
+{
+    s.answer("CreateThread", {Code::NotEnoughMemory});
+    EXPECT_EQ(expStartLiveMode(kCamera), -1);
+    const Texts calls = s.takeCalls();
+    EXPECT_EQ(std::count(calls.begin(), calls.end(), "AcquisitionStart.Execute"), 0);
+    EXPECT_EQ(expStartLiveMode(kCamera), 0);
 }
 
 TEST_F(LiveModeTest, WritesItsLinesByteForByte)

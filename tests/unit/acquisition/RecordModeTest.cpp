@@ -40,6 +40,16 @@ TEST_F(RecordModeTest, StartsTheThreadBeforeTheCamera)
     EXPECT_EQ(order, (Texts{"CreateThread", "PvBuffer.Alloc 1310720", "AcquisitionStart.Execute"}));
 }
 
+TEST_F(RecordModeTest, FailsWithoutAThreadAndIsStoppedInOrder)
+{
+    s.answer("CreateThread", {Code::NotEnoughMemory});
+    EXPECT_EQ(expStartRecordMode(kCamera), -1);
+    const Texts calls = s.takeCalls();
+    EXPECT_EQ(std::count(calls.begin(), calls.end(), "RecordStart.Execute"), 0);
+    EXPECT_EQ(expStopRecordMode(kCamera), 0);
+    EXPECT_EQ(expStartRecordMode(kCamera), 0);
+}
+
 TEST_F(RecordModeTest, WritesItsLinesByteForByte)
 {
     EXPECT_EQ(expStartRecordMode(kCamera), 0);

@@ -111,6 +111,16 @@ TEST_F(BlockTransferStartTest, ThreadSetsTheLinkThenWaitsForFrames)
                                    }));
 }
 
+TEST_F(BlockTransferStartTest, FailsWithoutAThreadAndCanBeStartedOnceThereIsOne)
+{
+    prepare();
+    s.answer("CreateThread", {Code::NotEnoughMemory});
+    EXPECT_EQ(expStartFrameBlockTransfer(kCamera), -1);
+    EXPECT_EQ(expGetRecordedFrameBlock(nullptr, 0, 0, 1, kCamera), -1);
+    EXPECT_EQ(expStopFrameBlockTransfer(kCamera), 0);
+    EXPECT_EQ(expStartFrameBlockTransfer(kCamera), 0);
+}
+
 TEST_F(BlockTransferStartTest, SelectsTheFirstSequence)
 {
     s.camera().boolean("MultisequenceAvailable").value(true);
