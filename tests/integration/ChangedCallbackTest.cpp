@@ -4,6 +4,7 @@
 #include <future>
 #include <gtest/gtest.h>
 #include <thread>
+#include <utility>
 
 namespace
 {
@@ -29,6 +30,12 @@ class ChangedCallback : public testing::Test
     {
         ASSERT_EQ(host.connect(camera), 0);
         ASSERT_EQ(expSetStreamParam("HeartbeatInterval", 10, kId), 0);
+    }
+
+    /// The action is there before the callback is: the stack's thread sees both or neither.
+    static void whenLinkLost(std::function<void()> action)
+    {
+        onLinkLost = std::move(action);
         ASSERT_EQ(expSetChangedCallback([](std::int32_t) { onLinkLost(); }, kId), 0);
     }
 
@@ -48,11 +55,11 @@ TEST_F(ChangedCallback, ThatWaitsForTheDisconnectDoesNotKeepItFromEnding)
     std::promise<void> told;
     std::promise<void> disconnected;
     std::promise<void> returning;
-    onLinkLost = [&] {
+    whenLinkLost([&] {
         told.set_value();
         disconnected.get_future().wait();
         returning.set_value();
-    };
+    });
     loseLink();
     told.get_future().wait();
     std::int32_t result = -1;
@@ -66,7 +73,7 @@ TEST_F(ChangedCallback, ThatWaitsForTheDisconnectDoesNotKeepItFromEnding)
 TEST_F(ChangedCallback, MayDisconnectItself)
 {
     std::promise<std::int32_t> result;
-    onLinkLost = [&] { result.set_value(expDisconnectGrabber(kId)); };
+    whenLinkLost([&] { result.set_value(expDisconnectGrabber(kId)); });
     loseLink();
     EXPECT_EQ(result.get_future().get(), 0);
     EXPECT_EQ(host.disconnect(), -1);
@@ -84,11 +91,11 @@ TEST_F(ChangedCallback, MayMarshalToAThreadThatDisconnects)
         result = expDisconnectGrabber(kId);
         handled.set_value();
     });
-    onLinkLost = [&] {
+    whenLinkLost([&] {
         message.set_value();
         handled.get_future().wait();
         returned.set_value();
-    };
+    });
     loseLink();
     const auto end = returned.get_future();
     EXPECT_EQ(end.wait_for(20s), std::future_status::ready);
@@ -99,11 +106,11 @@ TEST_F(ChangedCallback, MayMarshalToAThreadThatDisconnects)
 TEST_F(ChangedCallback, MayUseTheCameraAndSetAnotherCallback)
 {
     std::promise<std::int32_t> result;
-    onLinkLost = [&] {
+    whenLinkLost([&] {
         std::uint8_t idle = 0;
         expIsStateIdle(&idle, kId);
         result.set_value(expSetChangedCallback(nullptr, kId));
-    };
+    });
     loseLink();
     EXPECT_EQ(result.get_future().get(), 0);
     EXPECT_EQ(host.disconnect(), 0);
@@ -111,8 +118,8 @@ TEST_F(ChangedCallback, MayUseTheCameraAndSetAnotherCallback)
 
 TEST_F(ChangedCallback, MayComeAtAnyMomentOfADisconnect)
 {
-    onLinkLost = [] {};
     for (int round = 0; round < 8; ++round) {
+        whenLinkLost([] {});
         std::thread losing([this] { loseLink(); });
         std::this_thread::sleep_for(std::chrono::milliseconds(3 * round));
         EXPECT_EQ(host.disconnect(), 0);
