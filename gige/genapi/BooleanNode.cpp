@@ -20,8 +20,7 @@ void BooleanNode::define(std::unique_ptr<NumberSource> source, std::int64_t on, 
 Result<bool> BooleanNode::value(ReadFrom readFrom)
 {
     Evaluation evaluation(state(), readFrom);
-    const Result<Number> number = readChecked(evaluation);
-    return number ? Result(!number->isZero()) : number.status();
+    return readChecked(evaluation).transform([](const Number& number) { return !number.isZero(); });
 }
 
 Status BooleanNode::setValue(bool value)
@@ -36,8 +35,9 @@ Result<AccessMode> BooleanNode::baseAccess(Evaluation& evaluation)
 
 Result<Number> BooleanNode::readNumber(Evaluation& evaluation)
 {
-    const Result<Number> number = mSource->read(evaluation);
-    return number ? Result(Number(std::int64_t{isEqual(*number, mOn)})) : number.status();
+    return mSource->read(evaluation).transform([this](const Number& number) {
+        return Number(std::int64_t{isEqual(number, mOn)});
+    });
 }
 
 Status BooleanNode::writeNumber(Evaluation& evaluation, const Number& value)

@@ -147,7 +147,7 @@ Result<std::string> ZipArchive::read(std::size_t limit)
     }
     Result<std::string> content = readOpenFile(limit);
     const bool isIntact = unzCloseCurrentFile(mHandle) == UNZ_OK; // the checksum is compared here
-    return content && !isIntact ? Result<std::string>(Status::ZipMalformed) : std::move(content);
+    return content && !isIntact ? Status::ZipMalformed : std::move(content);
 }
 
 Result<std::string> ZipArchive::readOpenFile(std::size_t limit)
@@ -161,7 +161,7 @@ Result<std::string> ZipArchive::readOpenFile(std::size_t limit)
             return Status::DescriptionTooLarge;
         }
     }
-    return count == 0 ? Result(std::move(content)) : Result<std::string>(Status::ZipMalformed);
+    return count == 0 ? Result<std::string>(std::move(content)) : Status::ZipMalformed;
 }
 
 } // namespace

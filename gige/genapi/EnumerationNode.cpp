@@ -37,8 +37,7 @@ void EnumerationNode::define(std::unique_ptr<NumberSource> source,
 Result<std::int64_t> EnumerationNode::value(ReadFrom readFrom)
 {
     Evaluation evaluation(state(), readFrom);
-    const Result<Number> number = readChecked(evaluation);
-    return number ? number->rounded() : number.status();
+    return readChecked(evaluation).andThen(&Number::rounded);
 }
 
 Result<std::string> EnumerationNode::text(ReadFrom readFrom)

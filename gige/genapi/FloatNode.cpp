@@ -37,8 +37,7 @@ FloatNode::FloatNode(NodeMapState& state, std::string name)
 
 Result<double> FloatNode::value(ReadFrom readFrom)
 {
-    const Result<Number> number = valueFor(readFrom);
-    return number ? Result(number->toDouble()) : number.status();
+    return valueFor(readFrom).transform(&Number::toDouble);
 }
 
 Status FloatNode::setValue(double value)
@@ -48,23 +47,23 @@ Status FloatNode::setValue(double value)
 
 Result<double> FloatNode::minimum()
 {
-    const Result<NumberRange> range = rangeForHost({.minimum = true});
-    return range ? Result(limitOr(range->minimum, -kHighest)) : range.status();
+    return rangeForHost({.minimum = true}).transform([](const NumberRange& range) {
+        return limitOr(range.minimum, -kHighest);
+    });
 }
 
 Result<double> FloatNode::maximum()
 {
-    const Result<NumberRange> range = rangeForHost({.maximum = true});
-    return range ? Result(limitOr(range->maximum, kHighest)) : range.status();
+    return rangeForHost({.maximum = true}).transform([](const NumberRange& range) {
+        return limitOr(range.maximum, kHighest);
+    });
 }
 
 Result<std::optional<double>> FloatNode::increment()
 {
-    const Result<NumberRange> range = rangeForHost({.increment = true});
-    if (!range) {
-        return range.status();
-    }
-    return range->increment ? std::optional(range->increment->toDouble()) : std::nullopt;
+    return rangeForHost({.increment = true}).transform([](const NumberRange& range) {
+        return range.increment ? std::optional(range.increment->toDouble()) : std::nullopt;
+    });
 }
 
 Status FloatNode::writeNumber(Evaluation& evaluation, const Number& value)

@@ -206,7 +206,7 @@ Result<Number> negate(Arguments arguments)
 
 Result<Number> absolute(Arguments arguments)
 {
-    return isLess(arguments[0], std::int64_t{0}) ? negate(arguments) : Result(arguments[0]);
+    return isLess(arguments[0], std::int64_t{0}) ? negate(arguments) : arguments[0];
 }
 
 // ROUND(x) and ROUND(x, digits): halves away from zero.
@@ -268,8 +268,7 @@ Result<Number> convert(const Number& value, Arithmetic arithmetic)
     if (arithmetic == Arithmetic::Float || value.isInteger()) {
         return value;
     }
-    const Result<std::int64_t> integer = value.truncated();
-    return integer ? Result<Number>(*integer) : integer.status();
+    return value.truncated().transform([](std::int64_t integer) { return Number(integer); });
 }
 
 } // namespace gige::genapi

@@ -42,7 +42,7 @@ Result<Number> entryOf(const NodeProperty& property)
         return Status::WrongKind;
     }
     const EnumEntryNode* const entry = enumeration->findEntry(property.entry);
-    return entry == nullptr ? Result<Number>(Status::NoSuchEntry) : Number(entry->value());
+    return entry == nullptr ? Status::NoSuchEntry : Result<Number>(entry->value());
 }
 
 Result<Number> limitOf(const NodeProperty& property, Evaluation& evaluation)
@@ -72,7 +72,7 @@ Result<Number> valueOf(const NodeProperty& property, Evaluation& evaluation)
         return property.node->readChecked(evaluation);
     case Item::AccessMode: {
         const Result<AccessMode> mode = property.node->access(evaluation);
-        return mode ? numberOf(*mode) : mode.status();
+        return mode.andThen(numberOf<AccessMode>);
     }
     case Item::Visibility:
         return numberOf(property.node->info().visibility);

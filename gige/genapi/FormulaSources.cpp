@@ -48,15 +48,17 @@ Result<Number> ConverterSource::fromTarget(Evaluation& evaluation, const Number&
 
 Result<Number> ConverterSource::read(Evaluation& evaluation)
 {
-    const Result<Number> value = mTarget.read(evaluation);
-    return value ? fromTarget(evaluation, *value) : value.status();
+    return mTarget.read(evaluation).andThen([&](const Number& value) {
+        return fromTarget(evaluation, value);
+    });
 }
 
 Status ConverterSource::write(Evaluation& evaluation, const Number& value)
 {
     const Result<Number> converted =
         mFormulas.scope.evaluate(mFormulas.to, mArithmetic, evaluation, value);
-    return converted ? mTarget.write(evaluation, *converted) : converted.status();
+    return converted.andThen(
+        [&](const Number& number) { return mTarget.write(evaluation, number); });
 }
 
 // A limit that cannot be converted, such as 0 ticks to a rate, does not limit.
@@ -70,7 +72,7 @@ ConverterSource::limitFromTarget(Evaluation& evaluation, const std::optional<Num
     if (converted.status() == Status::ArithmeticError) {
         return std::optional<Number>();
     }
-    return converted ? Result(std::optional(*converted)) : converted.status();
+    return converted.transform([](const Number& number) { return std::optional(number); });
 }
 
 Result<NumberRange> ConverterSource::convertedRange(Evaluation& evaluation,

@@ -40,8 +40,7 @@ IntegerNode::IntegerNode(NodeMapState& state, std::string name)
 
 Result<std::int64_t> IntegerNode::value(ReadFrom readFrom)
 {
-    const Result<Number> number = valueFor(readFrom);
-    return number ? number->rounded() : number.status();
+    return valueFor(readFrom).andThen(&Number::rounded);
 }
 
 Status IntegerNode::setValue(std::int64_t value)
@@ -57,26 +56,22 @@ IntegerNode::Limits IntegerNode::limits(const NumberRange& range)
 
 Result<IntegerNode::Limits> IntegerNode::limitsForHost(const LimitChoice& wanted)
 {
-    const Result<NumberRange> range = rangeForHost(wanted);
-    return range ? Result(limits(*range)) : range.status();
+    return rangeForHost(wanted).transform(limits);
 }
 
 Result<std::int64_t> IntegerNode::minimum()
 {
-    const Result<Limits> limits = limitsForHost({.minimum = true});
-    return limits ? Result(limits->minimum) : limits.status();
+    return limitsForHost({.minimum = true}).transform(&Limits::minimum);
 }
 
 Result<std::int64_t> IntegerNode::maximum()
 {
-    const Result<Limits> limits = limitsForHost({.maximum = true});
-    return limits ? Result(limits->maximum) : limits.status();
+    return limitsForHost({.maximum = true}).transform(&Limits::maximum);
 }
 
 Result<std::int64_t> IntegerNode::increment()
 {
-    const Result<Limits> limits = limitsForHost({.increment = true});
-    return limits ? Result(limits->increment) : limits.status();
+    return limitsForHost({.increment = true}).transform(&Limits::increment);
 }
 
 Status IntegerNode::writeNumber(Evaluation& evaluation, const Number& value)

@@ -29,12 +29,18 @@ Result<AccessMode> Node::access(Evaluation& evaluation)
         return status;
     }
     const Result<bool> isImplemented = holds(evaluation, mConditions.isImplemented, true, false);
-    if (!isImplemented || !*isImplemented) {
-        return isImplemented ? Result(AccessMode::NotImplemented) : isImplemented.status();
+    if (!isImplemented) {
+        return isImplemented.status();
+    }
+    if (!*isImplemented) {
+        return AccessMode::NotImplemented;
     }
     const Result<bool> isAvailable = holds(evaluation, mConditions.isAvailable, true, false);
-    if (!isAvailable || !*isAvailable) {
-        return isAvailable ? Result(AccessMode::NotAvailable) : isAvailable.status();
+    if (!isAvailable) {
+        return isAvailable.status();
+    }
+    if (!*isAvailable) {
+        return AccessMode::NotAvailable;
     }
     const Result<AccessMode> base = baseAccess(evaluation);
     const Result<bool> isLocked = holds(evaluation, mConditions.isLocked, false, false);
@@ -61,19 +67,17 @@ Result<bool> Node::holds(Evaluation& evaluation, Node* condition, bool otherwise
     }
     const Status status = value.status();
     const bool isMissing = status == Status::NotImplemented || status == Status::NotAvailable;
-    return isMissing ? Result(missing) : status;
+    return isMissing ? Result<bool>(missing) : status;
 }
 
 Status Node::checkReadable(Evaluation& evaluation)
 {
-    const Result<AccessMode> mode = access(evaluation);
-    return mode ? readability(*mode) : mode.status();
+    return access(evaluation).andThen(readability);
 }
 
 Status Node::checkWritable(Evaluation& evaluation)
 {
-    const Result<AccessMode> mode = access(evaluation);
-    return mode ? writability(*mode) : mode.status();
+    return access(evaluation).andThen(writability);
 }
 
 Result<Number> Node::readChecked(Evaluation& evaluation)
@@ -122,7 +126,7 @@ Status Node::writeFromHost(const Number& value)
 
 Result<AccessMode> Node::baseAccess(Evaluation& evaluation)
 {
-    return mRegister == nullptr ? Result(AccessMode::ReadOnly) : mRegister->access(evaluation);
+    return mRegister == nullptr ? AccessMode::ReadOnly : mRegister->access(evaluation);
 }
 
 Result<Number> Node::readNumber(Evaluation& /*evaluation*/)

@@ -28,12 +28,12 @@ double Number::toDouble() const
 
 Result<std::int64_t> Number::truncated() const
 {
-    return isInteger() ? Result(std::get<std::int64_t>(mValue)) : checked(std::get<double>(mValue));
+    return isInteger() ? std::get<std::int64_t>(mValue) : checked(std::get<double>(mValue));
 }
 
 Result<std::int64_t> Number::rounded() const
 {
-    return isInteger() ? Result(std::get<std::int64_t>(mValue))
+    return isInteger() ? std::get<std::int64_t>(mValue)
                        : checked(std::round(std::get<double>(mValue)));
 }
 

@@ -63,14 +63,13 @@ IndexedSource::IndexedSource(Node& index, Elements elements,
 
 Result<NumberSource*> IndexedSource::selected(Evaluation& evaluation)
 {
-    const Result<Number> value = mIndex.readChecked(evaluation);
-    const Result<std::int64_t> index = value ? value->rounded() : value.status();
+    const Result<std::int64_t> index = mIndex.readChecked(evaluation).andThen(&Number::rounded);
     if (!index) {
         return index.status();
     }
     const auto found = mElements.find(*index);
     NumberSource* const source = found == mElements.end() ? mOtherwise.get() : found->second.get();
-    return source == nullptr ? Result<NumberSource*>(Status::OutOfRange) : source;
+    return source == nullptr ? Status::OutOfRange : Result<NumberSource*>(source);
 }
 
 Result<AccessMode> IndexedSource::access(Evaluation& evaluation)

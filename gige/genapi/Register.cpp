@@ -13,8 +13,7 @@ namespace
 
 Result<std::int64_t> integerOf(Evaluation& evaluation, Node& node)
 {
-    const Result<Number> value = node.readChecked(evaluation);
-    return value ? value->rounded() : value.status();
+    return node.readChecked(evaluation).andThen(&Number::rounded);
 }
 
 } // namespace
@@ -27,8 +26,7 @@ Result<AccessMode> Register::access(Evaluation& evaluation) const
         return mDefinition.access;
     }
     const Result<AccessMode> port = mDefinition.port->access(evaluation);
-    const bool isOffered = !port || *port >= AccessMode::WriteOnly;
-    return isOffered && port ? Result(mDefinition.access) : port;
+    return port && *port >= AccessMode::WriteOnly ? mDefinition.access : port;
 }
 
 Result<Register::Place> Register::place(Evaluation& evaluation) const
@@ -37,14 +35,15 @@ Result<Register::Place> Register::place(Evaluation& evaluation) const
     if (!size) {
         return size.status();
     }
-    const Result<std::uint64_t> start = address(evaluation, *size);
-    return start ? Result(Place{*start, *size}) : start.status();
+    return address(evaluation, *size).transform([&size](std::uint64_t start) {
+        return Place{start, *size};
+    });
 }
 
 Result<std::size_t> Register::length(Evaluation& evaluation) const
 {
     const Result<std::int64_t> length = mDefinition.lengthNode == nullptr
-                                            ? Result(mDefinition.length)
+                                            ? mDefinition.length
                                             : integerOf(evaluation, *mDefinition.lengthNode);
     if (!length) {
         return length.status();
@@ -68,7 +67,7 @@ Result<std::uint64_t> Register::address(Evaluation& evaluation, std::size_t leng
     for (const RegisterIndex& term : mDefinition.indexes) {
         const Result<std::int64_t> index = integerOf(evaluation, *term.index);
         const Result<std::int64_t> step =
-            term.stepNode == nullptr ? Result(term.step.value_or(static_cast<std::int64_t>(length)))
+            term.stepNode == nullptr ? term.step.value_or(static_cast<std::int64_t>(length))
                                      : integerOf(evaluation, *term.stepNode);
         if (!index || !step) {
             return index ? step.status() : index.status();

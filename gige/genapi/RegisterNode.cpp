@@ -17,7 +17,7 @@ Result<std::size_t> RegisterNode::length()
     Evaluation evaluation(state());
     const Result<AccessMode> mode = access(evaluation);
     const Result<Register::Place> place = mode ? registers()->place(evaluation) : mode.status();
-    return place ? Result(place->length) : place.status();
+    return place.transform(&Register::Place::length);
 }
 
 Result<std::vector<std::uint8_t>> RegisterNode::read(ReadFrom readFrom)

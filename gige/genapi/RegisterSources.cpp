@@ -116,9 +116,10 @@ Result<std::uint64_t> IntegerRegister::contentToPatch(Evaluation& evaluation,
                                                       const Register::Place& place) const
 {
     const auto content = mRegister->ownAccess() == AccessMode::WriteOnly
-                             ? Result(mRegister->lastKnown(evaluation, place))
+                             ? mRegister->lastKnown(evaluation, place)
                              : mRegister->readDevice(evaluation, place);
-    return content ? Result(assemble(*content, order(evaluation, place))) : content.status();
+    return content.transform(
+        [&](const auto& bytes) { return assemble(bytes, order(evaluation, place)); });
 }
 
 Result<NumberRange> IntegerRegister::range(Evaluation& evaluation, const LimitChoice& /*wanted*/)
@@ -151,7 +152,7 @@ Result<Register::Place> FloatRegister::place(Evaluation& evaluation) const
     const Result<Register::Place> place = mRegister->place(evaluation);
     const bool isFloat =
         place && (place->length == sizeof(float) || place->length == sizeof(double));
-    return place && !isFloat ? Result<Register::Place>(Status::BadNode) : place;
+    return place && !isFloat ? Status::BadNode : place;
 }
 
 Result<Number> FloatRegister::read(Evaluation& evaluation)

@@ -42,7 +42,7 @@ Result<AccessMode> StringNode::baseAccess(Evaluation& evaluation)
     if (StringNode* const* const target = std::get_if<StringNode*>(&mSource)) {
         return (*target)->access(evaluation);
     }
-    return registers() == nullptr ? Result(AccessMode::ReadWrite) : registers()->access(evaluation);
+    return registers() == nullptr ? AccessMode::ReadWrite : registers()->access(evaluation);
 }
 
 Result<std::string> StringNode::readText(Evaluation& evaluation)
@@ -90,8 +90,7 @@ Result<std::size_t> StringNode::longest(Evaluation& evaluation)
     if (registers() == nullptr) {
         return std::size_t{kRegisterSizeLimit};
     }
-    const Result<Register::Place> place = registers()->place(evaluation);
-    return place ? Result(place->length) : place.status();
+    return registers()->place(evaluation).transform(&Register::Place::length);
 }
 
 Result<std::string> StringNode::readRegister(Evaluation& evaluation)

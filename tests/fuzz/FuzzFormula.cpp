@@ -15,7 +15,7 @@ class SlotNumbers : public FormulaOperands
         if (slot == 0) {
             return Number(std::int64_t{-3});
         }
-        return slot == 1 ? Result(Number(2.5)) : Result<Number>(Status::NotAvailable);
+        return slot == 1 ? Number(2.5) : Result<Number>(Status::NotAvailable);
     }
 };
 
