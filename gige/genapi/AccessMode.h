@@ -18,14 +18,14 @@ enum class AccessMode : std::uint8_t {
 };
 
 /// What both modes allow: ReadOnly and WriteOnly together leave NotAvailable.
-[[nodiscard]] AccessMode intersect(AccessMode first, AccessMode second);
+AccessMode intersect(AccessMode first, AccessMode second);
 
 /// The mode of a locked node: nothing can be written.
-[[nodiscard]] AccessMode lock(AccessMode mode);
+AccessMode lock(AccessMode mode);
 
 /// Ok, or why a node of this mode cannot be read or written.
-[[nodiscard]] Status readability(AccessMode mode);
-[[nodiscard]] Status writability(AccessMode mode);
+Status readability(AccessMode mode);
+Status writability(AccessMode mode);
 
 } // namespace gige::genapi
 

@@ -16,7 +16,7 @@ class BooleanNode : public Node
 
     /// True if the number below is the one for "on", false for any other.
     Result<bool> value(ReadFrom readFrom = ReadFrom::Cache);
-    [[nodiscard]] Status setValue(bool value);
+    Status setValue(bool value);
 
     // For the loader.
     void define(std::unique_ptr<NumberSource> source, std::int64_t on, std::int64_t off);

@@ -14,7 +14,7 @@ class CommandNode : public Node
     CommandNode(NodeMapState& state, std::string name);
 
     /// Starts the command; does not wait for its end.
-    [[nodiscard]] Status execute();
+    Status execute();
 
     /// True when the device has taken the command's value back, or does not show it. To be asked
     /// every info().pollingTime; some registers never clear, so a caller gives up after a while and

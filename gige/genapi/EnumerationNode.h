@@ -49,9 +49,9 @@ class EnumerationNode : public Node
     Result<std::string> text(ReadFrom readFrom = ReadFrom::Cache);
 
     /// NoSuchEntry, or EntryNotOffered in the device's present state; nothing is sent then.
-    [[nodiscard]] Status setValue(std::int64_t value);
+    Status setValue(std::int64_t value);
     /// @param entry  an entry's symbolic name, or its name
-    [[nodiscard]] Status setText(std::string_view entry);
+    Status setText(std::string_view entry);
 
     /// In the description's order.
     std::span<const std::unique_ptr<EnumEntryNode>> entries() const { return mEntries; }

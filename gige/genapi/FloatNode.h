@@ -15,7 +15,7 @@ class FloatNode : public NumberNode
     /// @param readFrom  Device: past the cache, for registers that change by themselves
     Result<double> value(ReadFrom readFrom = ReadFrom::Cache);
     /// OutOfRange outside the limits, off the increment, or not a number; nothing is sent then.
-    [[nodiscard]] Status setValue(double value);
+    Status setValue(double value);
 
     /// The lowest finite double when nothing limits the value.
     Result<double> minimum();

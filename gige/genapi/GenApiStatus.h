@@ -9,7 +9,7 @@ namespace gige::genapi
 {
 
 /// Outcome of every operation on a device description and its features.
-enum class Status : std::uint8_t {
+enum class [[nodiscard]] Status : std::uint8_t{
     Ok = 0,
 
     // A feature refuses, nothing was sent.
@@ -51,7 +51,7 @@ enum class Status : std::uint8_t {
 };
 
 /// The status as log texts name it, such as "OUT_OF_RANGE".
-[[nodiscard]] const char* name(Status status);
+const char* name(Status status);
 
 template <typename T>
 using Result = gige::Result<T, Status>;

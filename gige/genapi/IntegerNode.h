@@ -15,7 +15,7 @@ class IntegerNode : public NumberNode
     /// @param readFrom  Device: past the cache, for registers that change by themselves
     Result<std::int64_t> value(ReadFrom readFrom = ReadFrom::Cache);
     /// OutOfRange outside the limits or off the increment; nothing is sent then.
-    [[nodiscard]] Status setValue(std::int64_t value);
+    Status setValue(std::int64_t value);
 
     /// The lowest 64-bit integer when nothing limits the value.
     Result<std::int64_t> minimum();

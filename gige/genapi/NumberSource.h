@@ -93,8 +93,7 @@ class Operand
     Result<Number> read(Evaluation& evaluation) const
     {
         Node* const* const node = std::get_if<Node*>(&mOrigin);
-        return node == nullptr ? std::get<Number>(mOrigin)
-                               : (*node)->readChecked(evaluation);
+        return node == nullptr ? std::get<Number>(mOrigin) : (*node)->readChecked(evaluation);
     }
 
   private:

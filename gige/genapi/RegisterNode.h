@@ -22,7 +22,7 @@ class RegisterNode : public Node
     Result<std::vector<std::uint8_t>> read(ReadFrom readFrom = ReadFrom::Cache);
     /// The register's first bytes; OutOfRange if it has fewer, or for none at all. A size that is
     /// no multiple of 4 makes the port read the last word first, to keep its other bytes.
-    [[nodiscard]] Status write(std::span<const std::uint8_t> bytes);
+    Status write(std::span<const std::uint8_t> bytes);
 };
 
 } // namespace gige::genapi

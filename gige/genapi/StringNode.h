@@ -19,7 +19,7 @@ class StringNode : public Node
     /// Up to the first NUL or the register's end.
     Result<std::string> value(ReadFrom readFrom = ReadFrom::Cache);
     /// OutOfRange for text longer than the register; nothing is sent then.
-    [[nodiscard]] Status setValue(std::string_view value);
+    Status setValue(std::string_view value);
     /// Longest text that can be written. A value on the host's side: kRegisterSizeLimit.
     Result<std::size_t> maximumLength();
 

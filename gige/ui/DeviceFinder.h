@@ -33,8 +33,8 @@ class DeviceFinder
     /// wait for the thread that destroys the finder
     explicit DeviceFinder(std::function<void()> changed);
 
-    [[nodiscard]] Snapshot snapshot() const;
-    [[nodiscard]] std::optional<ListedDevice> selected() const;
+    Snapshot snapshot() const;
+    std::optional<ListedDevice> selected() const;
     void select(const wire::MacAddress& mac);
     /// Begins the next round at once.
     void refresh();

@@ -34,7 +34,7 @@ struct ListedDevice {
 
     /// A camera in use may be free in a moment; one in another subnet stays out of reach, as does
     /// one that cannot be told from another.
-    [[nodiscard]] bool isReachable() const
+    bool isReachable() const
     {
         return state != DeviceState::OtherSubnet && state != DeviceState::Conflict;
     }
@@ -67,10 +67,10 @@ class DeviceList
     /// The selection stays with the camera, whatever row it moves to, until the camera is dropped.
     void select(const wire::MacAddress& mac);
 
-    [[nodiscard]] std::vector<ListedDevice> devices() const;
+    std::vector<ListedDevice> devices() const;
     /// None: nothing is selected.
-    [[nodiscard]] std::optional<std::size_t> selectedRow() const;
-    [[nodiscard]] std::optional<ListedDevice> selected() const;
+    std::optional<std::size_t> selectedRow() const;
+    std::optional<ListedDevice> selected() const;
 
   private:
     struct Entry {

@@ -69,8 +69,8 @@ struct FeatureState {
     FeatureLimits limits{};
     std::vector<std::string> choices{}; ///< an enumeration's entries that are offered now
 
-    [[nodiscard]] bool isAvailable() const { return access >= genapi::AccessMode::WriteOnly; }
-    [[nodiscard]] bool isWritable() const
+    bool isAvailable() const { return access >= genapi::AccessMode::WriteOnly; }
+    bool isWritable() const
     {
         return access == genapi::AccessMode::WriteOnly || access == genapi::AccessMode::ReadWrite;
     }
@@ -85,8 +85,8 @@ class Feature
     Feature(const Feature&) = delete;
     Feature& operator=(const Feature&) = delete;
 
-    [[nodiscard]] virtual const FeatureInfo& info() const = 0;
-    [[nodiscard]] virtual FeatureState read() = 0;
+    virtual const FeatureInfo& info() const = 0;
+    virtual FeatureState read() = 0;
     /// @return empty: done; else the reason's name: "OUT_OF_RANGE"
     [[nodiscard]] virtual std::string write(const FeatureValue& value) = 0;
 };
@@ -109,7 +109,7 @@ class FeatureSource
     FeatureSource& operator=(const FeatureSource&) = delete;
 
     /// The outermost category. The features in it borrow from the source.
-    [[nodiscard]] virtual FeatureNode features() = 0;
+    virtual FeatureNode features() = 0;
     /// Makes the next reads ask the device again.
     virtual void forgetValues() = 0;
 };

@@ -38,12 +38,12 @@ class FeatureTree
   public:
     explicit FeatureTree(FeatureNode root);
 
-    [[nodiscard]] const std::vector<FeatureItem>& items() const { return mItems; }
+    const std::vector<FeatureItem>& items() const { return mItems; }
     /// The items that a user of this level sees, in order: features up to this visibility, and the
     /// categories that such a feature is in.
-    [[nodiscard]] std::vector<std::size_t> visibleItems(genapi::Visibility level) const;
+    std::vector<std::size_t> visibleItems(genapi::Visibility level) const;
     /// Whether the item is the category itself, or in it or in a category below it.
-    [[nodiscard]] bool isWithin(std::size_t item, std::size_t category) const;
+    bool isWithin(std::size_t item, std::size_t category) const;
 
   private:
     void add(const FeatureNode& node, std::size_t depth, std::optional<std::size_t> parent);

@@ -28,7 +28,7 @@ struct Key {
     std::string text{}; ///< of a character, UTF-8
     bool operator==(const Key&) const = default;
 
-    [[nodiscard]] bool is(char character) const
+    bool is(char character) const
     {
         return code == KeyCode::Character && text.size() == 1 && text[0] == character;
     }

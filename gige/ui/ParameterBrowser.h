@@ -30,11 +30,11 @@ class ParameterBrowser
     /// wait for the thread that destroys the browser
     ParameterBrowser(FeatureSource& source, std::function<void()> changed);
 
-    [[nodiscard]] const FeatureTree& tree() const { return mTree; }
+    const FeatureTree& tree() const { return mTree; }
     /// The feature as it was last read; none: it has not been read yet.
-    [[nodiscard]] std::optional<FeatureState> state(std::size_t item) const;
+    std::optional<FeatureState> state(std::size_t item) const;
     /// Outcome of the last edit, one sentence; empty: there is none.
-    [[nodiscard]] std::string message() const;
+    std::string message() const;
 
     /// Reads all features anew.
     void refresh();

@@ -37,7 +37,7 @@ class Terminal
     Terminal(const Terminal&) = delete;
     Terminal& operator=(const Terminal&) = delete;
 
-    [[nodiscard]] ScreenSize size() const;
+    ScreenSize size() const;
     /// Shows the lines from the top on; cuts what does not fit.
     void show(const std::vector<ScreenLine>& lines);
     /// The next key. None: woken, or some time has passed, in which the size may have changed.
