@@ -4,7 +4,7 @@
 #include "DeviceDescription.h"
 #include "OpenStreams.h"
 #include "PacketSizeNegotiation.h"
-#include "PvResults.h"
+#include "StatusTranslations.h"
 #include "UdpSocket.h"
 
 #include <chrono>

@@ -1,7 +1,7 @@
 #include "GenParameters.h"
 
-#include "GenResults.h"
 #include "NodeFeatures.h"
+#include "StatusTranslations.h"
 
 #include <string_view>
 #include <utility>

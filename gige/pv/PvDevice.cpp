@@ -5,7 +5,7 @@
 #include "ForceIp.h"
 #include "MacAddress.h"
 #include "PvDeviceImpl.h"
-#include "PvResults.h"
+#include "StatusTranslations.h"
 
 #include <optional>
 #include <utility>

@@ -1,8 +1,8 @@
 #include "PvSerialPortIPEngine.h"
 
-#include "GenResults.h"
 #include "PvDeviceImpl.h"
 #include "SerialBridge.h"
+#include "StatusTranslations.h"
 
 #include <memory>
 #include <mutex>

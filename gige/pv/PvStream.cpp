@@ -5,37 +5,18 @@
 #include "OpenStreams.h"
 #include "PvBufferImpl.h"
 #include "PvStreamImpl.h"
+#include "StatusTranslations.h"
 
 #include <optional>
 #include <system_error>
 #include <utility>
 
-using gige::stream::BlockResult;
 using gige::stream::Retrieved;
 using gige::stream::RetrieveStatus;
 using gige::stream::StreamReceiver;
 
 namespace
 {
-
-PvResult toPvResult(BlockResult result)
-{
-    switch (result) {
-    case BlockResult::Ok:
-        return PvResult::Code::Ok;
-    case BlockResult::ImageError:
-        return PvResult::Code::ImageError;
-    case BlockResult::ResendsFailure:
-        return PvResult::Code::ResendsFailure;
-    case BlockResult::BufferTooSmall:
-        return PvResult::Code::BufferTooSmall;
-    case BlockResult::Aborted:
-        return PvResult::Code::Aborted;
-    case BlockResult::TimedOut:
-        return PvResult::Code::Timeout;
-    }
-    return PvResult::Code::GenericError;
-}
 
 /// The address given, or that of the interface that reaches the device.
 std::optional<gige::net::Ipv4Address> chooseLocalAddress(const PvString& localAddress,

@@ -1,7 +1,7 @@
 #include "GenParameters.h"
 #include "DemoDescription.h"
-#include "GenResults.h"
 #include "MemoryPort.h"
+#include "StatusTranslations.h"
 
 #include <gtest/gtest.h>
 #include <tuple>
