@@ -231,7 +231,6 @@ void StreamReceiver::onDatagram(wire::ByteView datagram, const net::Endpoint& so
         mDevicePort = source.port;
     }
     if (wire::isTestPacket(*header)) {
-        mTestPackets.note(datagram.size());
         return;
     }
     mAssembler.onPacket(*header, datagram.subspan(header->size()), now);

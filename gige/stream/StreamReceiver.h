@@ -9,7 +9,6 @@
 #include "SharedStatistics.h"
 #include "StreamSettings.h"
 #include "StreamStatistics.h"
-#include "TestPacketWatch.h"
 #include "UdpSocket.h"
 #include "Waker.h"
 
@@ -83,15 +82,6 @@ class StreamReceiver final : private AssemblerHost
     /// Drops packets that have been received and not yet placed.
     void flushPackets();
 
-    /**
-     * Waits for a test packet. @param udpPayload  its bytes without IP and UDP headers
-     * @return whether one of that size came, since the last call or within the timeout
-     */
-    bool waitForTestPacket(std::size_t udpPayload, std::chrono::milliseconds timeout)
-    {
-        return mTestPackets.wait(udpPayload, timeout);
-    }
-
     StreamStatistics statistics() const { return mStatistics.read(); }
 
   private:
@@ -128,7 +118,6 @@ class StreamReceiver final : private AssemblerHost
     std::size_t mSocketBuffer = 0;
     net::Waker mWaker;
     BufferQueue mQueue;
-    TestPacketWatch mTestPackets;
     SharedStatistics mStatistics;
 
     // The receiving thread's own.

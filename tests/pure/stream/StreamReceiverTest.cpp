@@ -274,17 +274,6 @@ TEST_F(StreamReceiverTest, WakeEndsARetrievalAndTheStreamGoesOn)
     expectBlock(TestBlock{});
 }
 
-TEST_F(StreamReceiverTest, WaitsForATestPacketOfTheSizeAsked)
-{
-    const Bytes packet(1472); // block id 0
-    EXPECT_FALSE(receiver->waitForTestPacket(1472, 1ms));
-    ASSERT_TRUE(device->send(packet, receiver->localEndpoint()));
-    EXPECT_TRUE(receiver->waitForTestPacket(1472, kLong));
-    EXPECT_FALSE(receiver->waitForTestPacket(1472, 1ms));
-    ASSERT_TRUE(device->send(packet, receiver->localEndpoint()));
-    EXPECT_FALSE(receiver->waitForTestPacket(1473, 50ms));
-}
-
 TEST_F(StreamReceiverTest, TestPacketsBelongToNoBlock)
 {
     queueBuffers(1);
@@ -347,7 +336,7 @@ TEST_F(StreamReceiverTest, ServesManyThreads)
             receiver->abortQueued();
             receiver->wakeRetrievals();
             static_cast<void>(receiver->statistics());
-            static_cast<void>(receiver->waitForTestPacket(1472, 1ms));
+            std::this_thread::sleep_for(1ms);
         }
     });
     while (sending) {
