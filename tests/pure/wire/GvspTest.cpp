@@ -203,16 +203,4 @@ TEST(PixelFormat, CodeTellsTheBits)
     EXPECT_EQ(lineBytes(0x02180014, 4), 12U);
 }
 
-TEST(PixelFormat, HasNamesBothWays)
-{
-    EXPECT_EQ(pixelFormatName(0x01080001), "Mono8");
-    EXPECT_EQ(pixelFormatName(0x01080009), "BayerRG8");
-    EXPECT_EQ(pixelFormatName(0x010C0053), "BayerBG12p");
-    EXPECT_EQ(pixelFormatName(0x02100032), "YUV422_8");
-    EXPECT_EQ(pixelFormatName(0x80000001), "");
-    EXPECT_EQ(pixelFormatCode("Mono12Packed"), 0x010C0006U);
-    EXPECT_EQ(pixelFormatCode("RGB8"), 0x02180014U);
-    EXPECT_EQ(pixelFormatCode("mono8"), 0U);
-}
-
 } // namespace
