@@ -116,15 +116,6 @@ Bytes encode(const ReadRegisterAck& ack)
     return encodeWords(ack.values);
 }
 
-std::optional<ReadRegisterAck> decodeReadRegisterAck(ByteView payload)
-{
-    auto values = decodeWords(payload);
-    if (!values) {
-        return std::nullopt;
-    }
-    return ReadRegisterAck{std::move(*values)};
-}
-
 Bytes encode(const WriteRegister& command)
 {
     assert(command.writes.size() <= kMaxWriteRegisters);
@@ -187,14 +178,6 @@ std::array<std::uint8_t, 4> encode(const WriteAck& ack)
     std::array<std::uint8_t, 4> bytes{};
     putU16(&bytes[2], ack.index);
     return bytes;
-}
-
-std::optional<WriteAck> decodeWriteAck(ByteView payload)
-{
-    if (payload.size() < 4) {
-        return std::nullopt;
-    }
-    return WriteAck{.index = getU16(&payload[2])};
 }
 
 std::array<std::uint8_t, 4> encode(const PendingAck& ack)

@@ -76,7 +76,6 @@ struct ReadRegisterAck {
 };
 
 Bytes encode(const ReadRegisterAck& ack);
-std::optional<ReadRegisterAck> decodeReadRegisterAck(ByteView payload);
 
 struct RegisterValue {
     std::uint32_t address = 0;
@@ -119,7 +118,6 @@ struct WriteAck {
 };
 
 std::array<std::uint8_t, 4> encode(const WriteAck& ack);
-std::optional<WriteAck> decodeWriteAck(ByteView payload);
 
 /// PENDING_ACK, 4 bytes.
 struct PendingAck {

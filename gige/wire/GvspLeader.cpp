@@ -35,20 +35,6 @@ bool hasPayloadSize(PayloadKind kind)
            kind == PayloadKind::Jpeg2000;
 }
 
-/// Offset of the height in a trailer; 0: this kind has none.
-std::size_t heightOffset(PayloadKind kind)
-{
-    switch (kind) {
-    case PayloadKind::Image:
-    case PayloadKind::MultiZone:
-        return 4;
-    case PayloadKind::ExtendedChunk:
-        return 8;
-    default:
-        return 0;
-    }
-}
-
 } // namespace
 
 PayloadType toPayloadType(std::uint16_t code)
@@ -111,19 +97,6 @@ std::array<std::uint8_t, kImageTrailerSize> encode(const ImageTrailer& trailer)
     putU16(&bytes[2], toCode(trailer.type));
     putU32(&bytes[4], trailer.height);
     return bytes;
-}
-
-std::optional<GvspTrailer> decodeTrailer(ByteView body)
-{
-    if (body.size() < 4) {
-        return std::nullopt;
-    }
-    GvspTrailer trailer{.type = toPayloadType(getU16(&body[2]))};
-    const std::size_t offset = heightOffset(trailer.type.kind);
-    if (offset != 0 && body.size() >= offset + 4) {
-        trailer.height = getU32(&body[offset]);
-    }
-    return trailer;
 }
 
 } // namespace gige::wire

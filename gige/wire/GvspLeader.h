@@ -85,16 +85,6 @@ constexpr std::size_t kImageTrailerSize = 8;
 
 std::array<std::uint8_t, kImageTrailerSize> encode(const ImageTrailer& trailer);
 
-/// Trailer of any payload.
-struct GvspTrailer {
-    PayloadType type{};                    // @2
-    std::optional<std::uint32_t> height{}; // Image, MultiZone: @4; ExtendedChunk: @8
-    bool operator==(const GvspTrailer&) const = default;
-};
-
-/// Nothing for less than 4 bytes; a body that lacks the height has none.
-std::optional<GvspTrailer> decodeTrailer(ByteView body);
-
 } // namespace gige::wire
 
 #endif

@@ -29,12 +29,10 @@ void expectSame(const std::optional<Value>& value, ByteView bytes)
 void decodeAll(std::uint8_t flags, ByteView payload)
 {
     expectSame(decodeReadRegister(payload), payload);
-    expectSame(decodeReadRegisterAck(payload), payload);
     expectSame(decodeWriteRegister(payload), payload);
     expectSame(decodeMemoryBlock(payload), payload);
     static_cast<void>(decodeReadMemory(payload)); // has reserved bytes, as have the others below
     static_cast<void>(decodeForceIp(payload));
-    static_cast<void>(decodeWriteAck(payload));
     static_cast<void>(decodePendingAck(payload));
     static_cast<void>(decodePacketResend(flags, payload));
     static_cast<void>(decodeDiscoveryAck(payload));
