@@ -46,11 +46,6 @@ pugi::xml_node ElementReader::child(std::string_view tag) const
     return own.empty() ? mFallback.find_child(isWanted) : own;
 }
 
-std::string ElementReader::attribute(const char* name) const
-{
-    return mElement.attribute(name).value();
-}
-
 std::ptrdiff_t ElementReader::position() const
 {
     return mFallback.empty() ? mElement.offset_debug() : mFallback.offset_debug();
@@ -60,11 +55,6 @@ std::optional<std::string> ElementReader::text(std::string_view tag) const
 {
     const std::vector<pugi::xml_node> own = childrenOf(mElement, tag);
     return own.empty() ? std::nullopt : std::optional(std::string(textOf(own.front())));
-}
-
-bool ElementReader::isYes(std::string_view tag) const
-{
-    return textOf(child(tag)) == "Yes";
 }
 
 std::optional<std::int64_t> ElementReader::integer(std::string_view tag)

@@ -42,13 +42,11 @@ class ElementReader
     std::vector<pugi::xml_node> children(std::string_view tag) const;
     pugi::xml_node child(std::string_view tag) const;
     bool has(std::string_view tag) const { return !child(tag).empty(); }
-    std::string attribute(const char* name) const;
     /// Where the element stands in the description; for an entry of a StructReg, where that stands.
     std::ptrdiff_t position() const;
 
     /// Texts for users are never taken from the fallback.
     std::optional<std::string> text(std::string_view tag) const;
-    bool isYes(std::string_view tag) const;
     std::optional<std::int64_t> integer(std::string_view tag);
     std::optional<double> real(std::string_view tag);
 

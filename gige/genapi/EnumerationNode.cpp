@@ -11,13 +11,10 @@ EnumEntryNode::EnumEntryNode(NodeMapState& state, std::string name)
 {
 }
 
-void EnumEntryNode::define(std::int64_t value, std::optional<std::string> symbolic,
-                           std::optional<double> numericValue, bool isSelfClearing)
+void EnumEntryNode::define(std::int64_t value, std::optional<std::string> symbolic)
 {
     mValue = value;
     mSymbolic = symbolic.value_or(name());
-    mNumericValue = numericValue;
-    mIsSelfClearing = isSelfClearing;
 }
 
 EnumerationNode::EnumerationNode(NodeMapState& state, std::string name)

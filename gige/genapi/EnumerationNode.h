@@ -21,20 +21,13 @@ class EnumEntryNode : public Node
     std::int64_t value() const { return mValue; }
     /// The name that users see and write: `Symbolic`, or else the entry's name.
     const std::string& symbolic() const { return mSymbolic; }
-    /// The quantity that the entry stands for, if it is one.
-    std::optional<double> numericValue() const { return mNumericValue; }
-    /// The device leaves this entry by itself.
-    bool isSelfClearing() const { return mIsSelfClearing; }
 
     // For the loader.
-    void define(std::int64_t value, std::optional<std::string> symbolic,
-                std::optional<double> numericValue, bool isSelfClearing);
+    void define(std::int64_t value, std::optional<std::string> symbolic);
 
   private:
     std::int64_t mValue = 0;
     std::string mSymbolic;
-    std::optional<double> mNumericValue;
-    bool mIsSelfClearing = false;
 };
 
 /// As an operand it counts as its integer.

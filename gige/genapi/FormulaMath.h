@@ -47,11 +47,9 @@ Result<Number> apply(UnaryOperator operation, const Number& value);
 struct FormulaFunction {
     std::string_view name; // upper case
     std::size_t leastArguments;
-    std::size_t mostArguments; // at most kFunctionArgumentLimit
+    std::size_t mostArguments; // at most 2
     Result<Number> (*compute)(std::span<const Number> arguments);
 };
-
-constexpr std::size_t kFunctionArgumentLimit = 2;
 
 /// @param name in any case
 /// @return null when there is no such function

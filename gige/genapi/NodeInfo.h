@@ -6,7 +6,6 @@
 
 #include <chrono>
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -35,15 +34,10 @@ enum class Visibility : std::uint8_t { Beginner, Expert, Guru, Invisible };
 
 struct NodeInfo {
     std::string name; ///< unique in the map; of an enumeration's entry: unique in the enumeration
-    std::string displayName;   ///< label; the name when the description has none
-    std::string toolTip;       ///< short help
-    std::string description;   ///< long help
-    std::string documentation; ///< URL
+    std::string displayName; ///< label; the name when the description has none
+    std::string toolTip;     ///< short help
+    std::string description; ///< long help
     Visibility visibility = Visibility::Beginner;
-    bool isStandard = false; ///< NameSpace="Standard"
-    bool isDeprecated = false;
-    bool isStreamable = false; ///< belongs in saved settings
-    std::optional<std::uint64_t> eventId;
     std::chrono::milliseconds pollingTime{0}; ///< 0: no polling
 };
 

@@ -12,33 +12,24 @@ namespace gige::genapi
 namespace
 {
 
-DescriptionInfo readInfo(const pugi::xml_node& description)
+// Schema 1.0, which descriptions without a version follow, knew no other access to 4 bytes.
+bool isFirstSchema(const pugi::xml_node& description)
 {
-    DescriptionInfo info;
-    info.modelName = description.attribute("ModelName").value();
-    info.vendorName = description.attribute("VendorName").value();
-    info.toolTip = description.attribute("ToolTip").value();
-    info.standardNameSpace = description.attribute("StandardNameSpace").value();
-    info.schemaMajor =
-        parseInteger(description.attribute("SchemaMajorVersion").value()).value_or(1);
-    info.schemaMinor =
-        parseInteger(description.attribute("SchemaMinorVersion").value()).value_or(0);
-    return info;
+    const auto version = [&description](const char* name, std::int64_t otherwise) {
+        return parseInteger(description.attribute(name).value()).value_or(otherwise);
+    };
+    return version("SchemaMajorVersion", 1) <= 1 && version("SchemaMinorVersion", 0) < 1;
 }
 
-PortPolicy policyFor(const DescriptionInfo& info, const PortOptions& options)
+PortPolicy policyFor(const pugi::xml_node& description, const PortOptions& options)
 {
-    const bool isFirstSchema = info.schemaMajor <= 1 && info.schemaMinor < 1;
-    return {options.fourBytesAsRegister.value_or(isFirstSchema), options.hasWriteMemory,
-            options.isBigEndian};
+    return {options.fourBytesAsRegister.value_or(isFirstSchema(description)),
+            options.hasWriteMemory, options.isBigEndian};
 }
 
 } // namespace
 
-NodeMap::NodeMap(DescriptionInfo info, RegisterPort& port, PortPolicy policy)
-    : mInfo(std::move(info)), mStore(port, policy)
-{
-}
+NodeMap::NodeMap(RegisterPort& port, PortPolicy policy) : mStore(port, policy) {}
 
 Result<std::unique_ptr<NodeMap>> NodeMap::load(std::string_view xml, RegisterPort& port,
                                                const PortOptions& options)
@@ -48,9 +39,7 @@ Result<std::unique_ptr<NodeMap>> NodeMap::load(std::string_view xml, RegisterPor
     if (!description) {
         return description.status();
     }
-    DescriptionInfo info = readInfo(*description);
-    const PortPolicy policy = policyFor(info, options);
-    std::unique_ptr<NodeMap> map(new NodeMap(std::move(info), port, policy));
+    std::unique_ptr<NodeMap> map(new NodeMap(port, policyFor(*description, options)));
     if (const Status status = readNodes(*description, map->mStore); status != Status::Ok) {
         return status;
     }

@@ -22,16 +22,6 @@
 namespace gige::genapi
 {
 
-/// Who the description is of, from the attributes of its outermost element.
-struct DescriptionInfo {
-    std::string modelName;
-    std::string vendorName;
-    std::string toolTip;
-    std::string standardNameSpace; ///< "None", "IIDC", "GEV", "CL" or "USB"
-    std::int64_t schemaMajor = 1;
-    std::int64_t schemaMinor = 0;
-};
-
 /// How the device wants to be accessed; see PortPolicy.
 struct PortOptions {
     /// Overrides what the description's schema version says (1.0: yes, later: no).
@@ -59,8 +49,6 @@ class NodeMap
     static Result<std::unique_ptr<NodeMap>> load(std::string_view xml, RegisterPort& port,
                                                  const PortOptions& options = {});
 
-    const DescriptionInfo& info() const { return mInfo; }
-
     /// @return null when there is none
     Node* find(std::string_view name) const { return mStore.find(name); }
 
@@ -85,9 +73,8 @@ class NodeMap
     void poll(std::chrono::milliseconds elapsed);
 
   private:
-    NodeMap(DescriptionInfo info, RegisterPort& port, PortPolicy policy);
+    NodeMap(RegisterPort& port, PortPolicy policy);
 
-    DescriptionInfo mInfo;
     NodeStore mStore;
     std::map<const Node*, std::chrono::milliseconds> mUnpolled; // time since a node's last poll
 };

@@ -40,7 +40,6 @@ void readTexts(const ElementReader& reader, NodeInfo& info)
     info.displayName = reader.text("DisplayName").value_or(info.displayName);
     info.toolTip = reader.text("ToolTip").value_or("");
     info.description = reader.text("Description").value_or("");
-    info.documentation = reader.text("DocuURL").value_or("");
 }
 
 void readConditions(ElementReader& reader)
@@ -62,10 +61,6 @@ void readCommon(ElementReader& reader)
     readTexts(reader, info);
     info.visibility =
         reader.choice<Visibility>("Visibility", kVisibilities).value_or(Visibility::Beginner);
-    info.isStandard = reader.attribute("NameSpace") == "Standard";
-    info.isDeprecated = reader.isYes("IsDeprecated");
-    info.isStreamable = reader.isYes("Streamable");
-    info.eventId = parseHexadecimal(textOf(reader.child("EventID")));
     const auto polling = parseInteger(textOf(reader.child("PollingTime")));
     info.pollingTime = std::chrono::milliseconds(std::max<std::int64_t>(polling.value_or(0), 0));
     readConditions(reader);
@@ -225,8 +220,7 @@ std::unique_ptr<EnumEntryNode> readEntry(ElementReader& parent, const pugi::xml_
     if (!value || entry->name().empty()) {
         return nullptr;
     }
-    entry->define(*value, reader.text("Symbolic"), parseReal(textOf(reader.child("NumericValue"))),
-                  reader.isYes("IsSelfClearing"));
+    entry->define(*value, reader.text("Symbolic"));
     parent.node().links().below.push_back(entry.get());
     return entry;
 }

@@ -41,16 +41,6 @@ std::string NumberNode::unit() const
     return shown(&Presentation::unit).value_or("");
 }
 
-DisplayNotation NumberNode::notation() const
-{
-    return shown(&Presentation::notation).value_or(DisplayNotation::Automatic);
-}
-
-int NumberNode::precision() const
-{
-    return shown(&Presentation::precision).value_or(kDefaultDisplayPrecision);
-}
-
 Result<AccessMode> NumberNode::baseAccess(Evaluation& evaluation)
 {
     return mSource->access(evaluation);

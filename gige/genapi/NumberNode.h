@@ -19,16 +19,10 @@ enum class Representation : std::uint8_t {
     MacAddress,
 };
 
-enum class DisplayNotation : std::uint8_t { Automatic, Fixed, Scientific };
-
-constexpr int kDefaultDisplayPrecision = 6; // digits
-
 /// How a user interface shows a number. What is missing here may stand at the node below.
 struct Presentation {
     std::optional<Representation> representation;
     std::optional<std::string> unit;
-    std::optional<DisplayNotation> notation;
-    std::optional<int> precision; // digits
 };
 
 /// Limits given by the node itself; what is missing comes from the source.
@@ -47,9 +41,6 @@ class NumberNode : public Node
     Representation representation() const;
     /// Empty when the description names none.
     std::string unit() const;
-    DisplayNotation notation() const;
-    /// Digits to show.
-    int precision() const;
 
     // For the loader.
     void define(std::unique_ptr<NumberSource> source, OwnLimits limits, Presentation presentation);

@@ -20,12 +20,6 @@ constexpr std::pair<std::string_view, Representation> kRepresentations[] = {
     {"MACAddress", Representation::MacAddress},
 };
 
-constexpr std::pair<std::string_view, DisplayNotation> kNotations[] = {
-    {"Automatic", DisplayNotation::Automatic},
-    {"Fixed", DisplayNotation::Fixed},
-    {"Scientific", DisplayNotation::Scientific},
-};
-
 using Source = std::unique_ptr<NumberSource>;
 
 Source constantSource(ElementReader& reader, const pugi::xml_node& element, bool isInteger)
@@ -97,14 +91,7 @@ OwnLimits readLimits(ElementReader& reader, bool isInteger)
 
 Presentation readPresentation(ElementReader& reader)
 {
-    Presentation presentation;
-    presentation.representation = reader.choice<Representation>("Representation", kRepresentations);
-    presentation.unit = reader.text("Unit");
-    presentation.notation = reader.choice<DisplayNotation>("DisplayNotation", kNotations);
-    if (const auto precision = parseInteger(textOf(reader.child("DisplayPrecision")))) {
-        presentation.precision = static_cast<int>(*precision);
-    }
-    return presentation;
+    return {reader.choice<Representation>("Representation", kRepresentations), reader.text("Unit")};
 }
 
 namespace

@@ -51,7 +51,7 @@ void exercise(NodeMap& map, Node& node)
                integer->setValue(value ? *value : 1));
     } else if (auto* const real = dynamic_cast<FloatNode*>(&node)) {
         const Result<double> value = real->value(ReadFrom::Device);
-        ignore(real->minimum(), real->maximum(), real->increment(), real->precision(),
+        ignore(real->minimum(), real->maximum(), real->increment(), real->unit(),
                real->setValue(value ? *value : 1.5));
     } else if (auto* const boolean = dynamic_cast<BooleanNode*>(&node)) {
         ignore(boolean->value(), boolean->setValue(true));

@@ -32,15 +32,6 @@ class DemoCamera : public testing::Test
     std::unique_ptr<NodeMap> mMap;
 };
 
-TEST_F(DemoCamera, TellsWhoItIs)
-{
-    EXPECT_EQ(mMap->info().modelName, "DemoCam");
-    EXPECT_EQ(mMap->info().vendorName, "DemoWorks");
-    EXPECT_EQ(mMap->info().standardNameSpace, "GEV");
-    EXPECT_EQ(mMap->info().schemaMajor, 1);
-    EXPECT_EQ(mMap->info().schemaMinor, 1);
-}
-
 TEST_F(DemoCamera, ListsItsFeaturesFromTheRoot)
 {
     std::vector<std::string> names;

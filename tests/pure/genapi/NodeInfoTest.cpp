@@ -18,22 +18,13 @@ TEST(NodeInfo, HasWhatAParameterBrowserShows)
     EXPECT_EQ(width.displayName, "Image width");
     EXPECT_EQ(width.toolTip, "short");
     EXPECT_EQ(width.description, "long text");
-    EXPECT_EQ(width.documentation, "http://x");
     EXPECT_EQ(width.visibility, Visibility::Expert);
-    EXPECT_TRUE(width.isStandard);
-    EXPECT_TRUE(width.isDeprecated);
-    EXPECT_TRUE(width.isStreamable);
-    EXPECT_EQ(width.eventId, 0x9001U);
     EXPECT_EQ(tree.integer("Width").unit(), "px");
     EXPECT_EQ(tree.integer("Width").representation(), Representation::HexNumber);
 
     const NodeInfo& plain = tree.map->find("Plain")->info();
     EXPECT_EQ(plain.displayName, "Plain");
     EXPECT_EQ(plain.visibility, Visibility::Beginner);
-    EXPECT_FALSE(plain.isStandard);
-    EXPECT_FALSE(plain.isDeprecated);
-    EXPECT_FALSE(plain.isStreamable);
-    EXPECT_EQ(plain.eventId, std::nullopt);
     EXPECT_EQ(tree.integer("Plain").unit(), "");
     EXPECT_EQ(tree.integer("Plain").representation(), Representation::PureNumber);
 }
@@ -48,11 +39,7 @@ TEST(NodeInfo, TakesThePresentationOverFromBelow)
     EXPECT_EQ(tree.integer("N").unit(), "ms");
     EXPECT_EQ(tree.integer("N").representation(), Representation::Ipv4Address);
     EXPECT_EQ(tree.integer("Own").unit(), "us");
-    EXPECT_EQ(tree.real("F").notation(), DisplayNotation::Scientific);
-    EXPECT_EQ(tree.real("F").precision(), 3);
     EXPECT_EQ(tree.real("F").representation(), Representation::Logarithmic);
-    EXPECT_EQ(tree.real("G").notation(), DisplayNotation::Automatic);
-    EXPECT_EQ(tree.real("G").precision(), 6);
 }
 
 TEST(NodeMap, FlattensGroupsAndIgnoresNamespacesAndWhatItDoesNotKnow)

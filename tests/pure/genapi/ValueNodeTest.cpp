@@ -232,12 +232,9 @@ TEST(Enumeration, KnowsItsEntries)
     EXPECT_EQ(fast.name(), "Entry1");
     EXPECT_EQ(fast.symbolic(), "Fast");
     EXPECT_EQ(fast.value(), 16);
-    EXPECT_EQ(fast.numericValue(), 2.5);
-    EXPECT_TRUE(fast.isSelfClearing());
     EXPECT_EQ(fast.info().displayName, "Fast mode");
     EXPECT_EQ(fast.info().toolTip, "as fast as it can");
     EXPECT_EQ(mode.entries()[0]->symbolic(), "Off");
-    EXPECT_EQ(mode.entries()[0]->numericValue(), std::nullopt);
     EXPECT_EQ(mode.findEntry("Fast"), &fast);
     EXPECT_EQ(mode.findEntry("Entry1"), &fast);
     EXPECT_EQ(mode.findEntry(16), &fast);
