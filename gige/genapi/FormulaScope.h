@@ -54,8 +54,7 @@ class FormulaScope
                             const Number& argument = std::int64_t{0}) const;
 
   private:
-    struct Argument {
-    };
+    using Argument = std::monostate;
     using Meaning = std::variant<Number, NodeProperty, Argument, Formula>;
     class Operands;
 

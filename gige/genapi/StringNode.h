@@ -24,8 +24,7 @@ class StringNode : public Node
     Result<std::size_t> maximumLength();
 
     // For the loader.
-    struct InRegister {
-    }; // in the node's own register
+    using InRegister = std::monostate; // in the node's own register
     using Source = std::variant<std::string, StringNode*, InRegister>;
     void define(Source source) { mSource = std::move(source); }
 

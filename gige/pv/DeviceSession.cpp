@@ -32,10 +32,9 @@ std::uint32_t limitOr(gige::genapi::Result<std::int64_t> limit, std::uint32_t fa
     return usable ? static_cast<std::uint32_t>(*limit) : fallback;
 }
 
-PacketSizeLimits packetSizeLimits(const gige::net::NetworkInterface& interface,
-                                  const NodeMap& nodes)
+PacketSizeLimits packetSizeLimits(const gige::net::NetworkInterface& reaching, const NodeMap& nodes)
 {
-    PacketSizeLimits limits{.interfaceMtu = interface.mtu, .loopback = interface.isLoopback};
+    PacketSizeLimits limits{.interfaceMtu = reaching.mtu, .loopback = reaching.isLoopback};
     if (auto* feature = nodes.find<IntegerNode>("GevSCPSPacketSize")) {
         limits.minimum = limitOr(feature->minimum(), limits.minimum);
         limits.maximum = limitOr(feature->maximum(), limits.maximum);

@@ -25,8 +25,8 @@ std::optional<gige::net::Ipv4Address> chooseLocalAddress(const PvString& localAd
     if (localAddress != PvString("")) {
         return parseAddressText(localAddress);
     }
-    const auto interface = gige::net::interfaceReaching(device);
-    return interface ? std::optional(interface->address) : std::nullopt;
+    const auto reaching = gige::net::interfaceReaching(device);
+    return reaching ? std::optional(reaching->address) : std::nullopt;
 }
 
 } // namespace
