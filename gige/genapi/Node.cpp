@@ -28,14 +28,14 @@ Result<AccessMode> Node::access(Evaluation& evaluation)
     if (const Status status = usable(visit); status != Status::Ok) {
         return status;
     }
-    const Result<bool> isImplemented = holds(evaluation, mConditions.isImplemented, true, false);
+    const Result<bool> isImplemented = holds(evaluation, mConditions.isImplemented, true);
     if (!isImplemented) {
         return isImplemented.status();
     }
     if (!*isImplemented) {
         return AccessMode::NotImplemented;
     }
-    const Result<bool> isAvailable = holds(evaluation, mConditions.isAvailable, true, false);
+    const Result<bool> isAvailable = holds(evaluation, mConditions.isAvailable, true);
     if (!isAvailable) {
         return isAvailable.status();
     }
@@ -43,7 +43,7 @@ Result<AccessMode> Node::access(Evaluation& evaluation)
         return AccessMode::NotAvailable;
     }
     const Result<AccessMode> base = baseAccess(evaluation);
-    const Result<bool> isLocked = holds(evaluation, mConditions.isLocked, false, false);
+    const Result<bool> isLocked = holds(evaluation, mConditions.isLocked, false);
     if (!base || !isLocked) {
         return base ? isLocked.status() : base.status();
     }
@@ -56,7 +56,7 @@ Status Node::usable(const Evaluation::Visit& visit) const
     return mDefect == Status::Ok ? visit.status() : mDefect;
 }
 
-Result<bool> Node::holds(Evaluation& evaluation, Node* condition, bool otherwise, bool missing)
+Result<bool> Node::holds(Evaluation& evaluation, Node* condition, bool otherwise)
 {
     if (condition == nullptr) {
         return otherwise;
@@ -67,7 +67,7 @@ Result<bool> Node::holds(Evaluation& evaluation, Node* condition, bool otherwise
     }
     const Status status = value.status();
     const bool isMissing = status == Status::NotImplemented || status == Status::NotAvailable;
-    return isMissing ? Result<bool>(missing) : status;
+    return isMissing ? Result<bool>(false) : status;
 }
 
 Status Node::checkReadable(Evaluation& evaluation)

@@ -91,9 +91,8 @@ class Node
     Status usable(const Evaluation::Visit& visit) const;
 
   private:
-    /// @param missing  what a condition that is itself not offered counts as
-    static Result<bool> holds(Evaluation& evaluation, Node* condition, bool otherwise,
-                              bool missing);
+    /// @param otherwise  what no condition counts as; one that is itself not offered does not hold
+    static Result<bool> holds(Evaluation& evaluation, Node* condition, bool otherwise);
 
     NodeMapState& mState;
     NodeKind mKind;
