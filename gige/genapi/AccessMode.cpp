@@ -7,6 +7,7 @@ namespace gige::genapi
 
 AccessMode intersect(AccessMode first, AccessMode second)
 {
+    // The enum runs from nothing to everything: the lower mode allows less.
     const auto [lower, higher] = std::minmax(first, second);
     const bool isContrary = lower == AccessMode::WriteOnly && higher == AccessMode::ReadOnly;
     return isContrary ? AccessMode::NotAvailable : lower;

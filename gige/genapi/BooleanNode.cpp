@@ -42,6 +42,7 @@ Result<Number> BooleanNode::readNumber(Evaluation& evaluation)
 
 Status BooleanNode::writeNumber(Evaluation& evaluation, const Number& value)
 {
+    // Other nodes write numbers through it: any but 0 means on.
     return mSource->write(evaluation, value.isZero() ? mOff : mOn);
 }
 

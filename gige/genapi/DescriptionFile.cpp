@@ -153,6 +153,7 @@ Result<std::string> ZipArchive::read(std::size_t limit)
 Result<std::string> ZipArchive::readOpenFile(std::size_t limit)
 {
     std::string content;
+    // Piece by piece: the size that the archive states is not to be trusted.
     std::vector<char> chunk(kChunk);
     int count = 0;
     while ((count = unzReadCurrentFile(mHandle, chunk.data(), kChunk)) > 0) {

@@ -44,6 +44,7 @@ bool isTooDeep(const pugi::xml_document& document)
 
 Result<pugi::xml_node> parseDescription(std::string_view xml, pugi::xml_document& document)
 {
+    // Devices fill the memory behind the text up with NULs.
     xml = xml.substr(0, xml.find_last_not_of('\0') + 1);
     if (xml.size() > kDescriptionSizeLimit) {
         return Status::DescriptionTooLarge;
@@ -80,6 +81,7 @@ std::size_t countElements(const pugi::xml_node& element)
     return count;
 }
 
+// Each entry reads the structure's elements again: many of both would take as long as the square.
 bool isTooLarge(const pugi::xml_node& structure)
 {
     std::size_t entries = 0;
@@ -194,6 +196,7 @@ Status readNodes(const pugi::xml_node& description, NodeStore& store)
     if (const Status status = collector.collect(description); status != Status::Ok) {
         return status;
     }
+    // Only now: an element may name nodes that stand after it.
     for (const UnreadNode& unread : collector.unread()) {
         ElementReader reader(store, *unread.node, unread.element, unread.structure);
         readCommon(reader);

@@ -35,7 +35,7 @@ std::string_view takeUntil(std::string_view& rest, char separator)
 
 Result<DescriptionLocation> parseLocal(std::string_view rest)
 {
-    if (rest.starts_with(kSlashes)) {
+    if (rest.starts_with(kSlashes)) { // "Local:///camera.zip;…", as of a URL with an empty host
         rest.remove_prefix(kSlashes.size());
     }
     const std::string_view fileName = takeUntil(rest, ';');
@@ -63,6 +63,7 @@ Result<DescriptionLocation> parseDescriptionUrl(std::string_view url)
     if (scheme == "local") {
         return parseLocal(trimmed(rest));
     }
+    // Understood, and refused: see the header.
     const bool isKnown = scheme == "file" || scheme == "http" || scheme == "https";
     return isKnown ? Status::UrlUnsupported : Status::UrlMalformed;
 }

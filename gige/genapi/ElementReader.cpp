@@ -10,6 +10,7 @@ namespace gige::genapi
 std::string_view localName(const pugi::xml_node& element)
 {
     const std::string_view name = element.name();
+    // Some descriptions give their schema's namespace a prefix.
     const std::size_t colon = name.rfind(':');
     return colon == std::string_view::npos ? name : name.substr(colon + 1);
 }

@@ -54,6 +54,7 @@ Status EnumerationNode::setValue(std::int64_t value)
 
 Status EnumerationNode::setText(std::string_view entry)
 {
+    // Before the entries are searched: a defective enumeration may lack some.
     if (defect() != Status::Ok) {
         return defect();
     }
@@ -63,6 +64,7 @@ Status EnumerationNode::setText(std::string_view entry)
 
 EnumEntryNode* EnumerationNode::findEntry(std::string_view name) const
 {
+    // What users see wins over what the description calls it.
     auto found = std::ranges::find(mEntries, name, &EnumEntryNode::symbolic);
     if (found == mEntries.end()) {
         found = std::ranges::find(mEntries, name, &EnumEntryNode::name);
@@ -97,6 +99,7 @@ Status EnumerationNode::writeNumber(Evaluation& evaluation, const Number& value)
     if (!offered) {
         return offered.status();
     }
+    // An entry holds no value of its own: any mode above "not available" offers it.
     return *offered < AccessMode::WriteOnly ? Status::EntryNotOffered
                                             : mSource->write(evaluation, *integer);
 }

@@ -62,6 +62,7 @@ void invalidateAfterWrite(std::span<Node* const> written, RegisterCache& cache)
     WorkList changed;
     WorkList stale;
     changed.add(written);
+    // What a write changes may select or invalidate, in turn, what others are made of.
     while (const Node* const node = changed.next()) {
         const NodeLinks& links = node->links();
         for (const auto* const nodes : {&links.invalidates, &links.selected}) {

@@ -66,6 +66,7 @@ class Evaluation
 
   private:
     NodeMapState& mState;
+    // Over all registers that one value is made of, so that no write comes in between.
     std::lock_guard<std::mutex> mLock;
     ReadFrom mReadFrom;
     std::size_t mDepth = 0;

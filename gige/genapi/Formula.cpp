@@ -17,13 +17,14 @@ class Formula::Machine
 
     Result<Number> run()
     {
-        while (mNext < mFormula.mCode.size()) {
+        while (mNext < mFormula.mCode.size()) { // ends: jumps only lead forward
             const Instruction instruction = mFormula.mCode[mNext++];
             if (const Status status = execute(instruction); status != Status::Ok) {
                 return status;
             }
         }
         const Number result = pop();
+        // Only here: on the way, a formula may well compare with an infinity or divide by it.
         if (!std::isfinite(result.toDouble())) {
             return Status::ArithmeticError;
         }

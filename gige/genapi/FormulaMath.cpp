@@ -14,6 +14,7 @@ namespace
 
 constexpr std::uint64_t kShiftMask = 63; // shift counts use their low six bits
 
+// Integer arithmetic wraps around as the formula language wants it; in C++ only unsigned does.
 std::uint64_t bits(std::int64_t value)
 {
     return static_cast<std::uint64_t>(value);
@@ -46,6 +47,7 @@ Result<Number> moduloIntegers(std::int64_t left, std::int64_t right)
     return Number(right == -1 ? std::int64_t{0} : left % right);
 }
 
+// By squaring: an exponent comes from the device and may be any number.
 // A negative exponent gives the fraction 1 / base^n, truncated toward zero.
 Result<Number> powerIntegers(std::int64_t base, std::int64_t exponent)
 {
@@ -153,6 +155,7 @@ Result<Number> apply(BinaryOperator operation, const Number& left, const Number&
     case BinaryOperator::Add:
     case BinaryOperator::Subtract:
     case BinaryOperator::Multiply:
+        // Addresses and counters use all 64 bits, of which a double keeps 53.
         return left.isInteger() && right.isInteger()
                    ? withIntegers(left, right, integers)
                    : computeDoubles(operation, left.toDouble(), right.toDouble());
@@ -215,6 +218,7 @@ Result<Number> roundTo(Arguments arguments)
     if (arguments.size() == 1) {
         return toWhole<std::round>(arguments);
     }
+    // Too many digits make the scale infinite, and the result is refused as not finite.
     const double scale = std::pow(10.0, arguments[1].toDouble());
     return Number(std::round(arguments[0].toDouble() * scale) / scale);
 }
@@ -239,6 +243,7 @@ constexpr FormulaFunction kFunctions[] = {
     {"ROUND", 1, 2, roundTo},
 };
 
+// Descriptions write "SQRT" and "sqrt", "PI" and "pi".
 bool equalsIgnoringCase(std::string_view text, std::string_view upper)
 {
     return std::ranges::equal(text, upper, {}, [](char letter) {

@@ -106,7 +106,7 @@ FormulaToken FormulaLexer::scanNumber()
     const char* const end = begin + mRest.size();
     const bool isHexadecimal = mRest.starts_with("0x") || mRest.starts_with("0X");
     if (isHexadecimal) {
-        std::uint64_t value = 0;
+        std::uint64_t value = 0; // a pattern of 64 bits: the highest one makes it negative
         const auto [stop, error] = std::from_chars(begin + 2, end, value, kHexadecimal);
         FormulaToken token =
             take(error == std::errc{} ? FormulaToken::Kind::Number : FormulaToken::Kind::Invalid,
@@ -114,6 +114,7 @@ FormulaToken FormulaLexer::scanNumber()
         token.number = static_cast<std::int64_t>(value);
         return token;
     }
+    // First as a decimal, to find the end; what is also a whole integer there stays exact.
     double decimal = 0;
     const auto [stop, error] = std::from_chars(begin, end, decimal);
     FormulaToken token =
@@ -270,6 +271,7 @@ bool FormulaParser::parseConditional()
         jumpHere(toElse);
         isComplete = isComplete && parseBinary(kOrPrecedence);
     }
+    // One target for all of a chain, `c ? x : d ? y : z`: what follows it.
     std::ranges::for_each(branchEnds, [this](std::size_t jump) { jumpHere(jump); });
     return isComplete;
 }
@@ -344,6 +346,7 @@ bool FormulaParser::parseName()
 {
     const std::string_view name = mLexer.current().text;
     mLexer.advance();
+    // Declared names win: descriptions call their variables "E" and "SIN", too.
     if (const auto declared = mNames.find(name); declared != mNames.end()) {
         emit(Operation::Operand, declared->second);
         return true;

@@ -60,7 +60,7 @@ Result<Number> limitOf(const NodeProperty& property, Evaluation& evaluation)
         return range->minimum.value_or(isInteger ? Number(kLowestInteger) : Number(-kHighestFloat));
     case Item::Maximum:
         return range->maximum.value_or(isInteger ? Number(kHighestInteger) : Number(kHighestFloat));
-    default:
+    default: // Increment
         return range->increment.value_or(Number(std::int64_t{1}));
     }
 }
@@ -115,6 +115,8 @@ class FormulaScope::Operands : public FormulaOperands
 
     Result<Number> operand(std::size_t slot) override
     {
+        // Only when it is needed: each may cost a round trip, and one in a branch that is not taken
+        // may well be unreadable now.
         if (!mKnown[slot]) {
             const Result<Number> fetched = fetch(mScope.mMeanings[slot]);
             if (!fetched) {
@@ -156,6 +158,7 @@ class FormulaScope::Operands : public FormulaOperands
 
 void FormulaScope::add(const std::string& name, Meaning meaning)
 {
+    // The last declaration of a name counts.
     mNames.insert_or_assign(name, mMeanings.size());
     mMeanings.push_back(std::move(meaning));
 }
@@ -193,6 +196,7 @@ Result<Formula> FormulaScope::compile(std::string_view text) const
 Result<Number> FormulaScope::evaluate(const Formula& formula, Arithmetic arithmetic,
                                       Evaluation& evaluation, const Number& argument) const
 {
+    // The meanings count, too: a table for them is made for each evaluation.
     const Status status = evaluation.spend(formula.size() + mMeanings.size());
     if (status != Status::Ok) {
         return status;

@@ -10,6 +10,8 @@ FormulaSource::FormulaSource(FormulaScope scope, Formula formula, Arithmetic ari
 {
 }
 
+// Whether its operands can be read shows when they are: asking all of them first would double the
+// traffic.
 Result<AccessMode> FormulaSource::access(Evaluation& /*evaluation*/)
 {
     return AccessMode::ReadOnly;

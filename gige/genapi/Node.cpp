@@ -28,6 +28,8 @@ Result<AccessMode> Node::access(Evaluation& evaluation)
     if (const Status status = usable(visit); status != Status::Ok) {
         return status;
     }
+    // In this order: what a device lacks it need not answer for, and what is not available now has
+    // no mode to ask for.
     const Result<bool> isImplemented = holds(evaluation, mConditions.isImplemented, true);
     if (!isImplemented) {
         return isImplemented.status();
@@ -65,6 +67,8 @@ Result<bool> Node::holds(Evaluation& evaluation, Node* condition, bool otherwise
     if (value) {
         return !value->isZero();
     }
+    // Devices offer some conditions in some states only: else the feature is not offered either, or
+    // not locked.
     const Status status = value.status();
     const bool isMissing = status == Status::NotImplemented || status == Status::NotAvailable;
     return isMissing ? Result<bool>(false) : status;
@@ -120,6 +124,7 @@ Status Node::writeFromHost(const Number& value)
 {
     Evaluation evaluation(mState);
     const Status status = writeChecked(evaluation, value);
+    // Also after a failure: the device may have taken the write and lost the answer.
     evaluation.invalidateTouched();
     return status;
 }

@@ -43,6 +43,7 @@ Result<std::unique_ptr<NodeMap>> NodeMap::load(std::string_view xml, RegisterPor
     if (const Status status = readNodes(*description, map->mStore); status != Status::Ok) {
         return status;
     }
+    // Only registers are cached; a node above one is read anew with it.
     for (const auto& node : map->mStore.nodes()) {
         if (node->registers() != nullptr && node->info().pollingTime.count() > 0) {
             map->mUnpolled.emplace(node.get(), 0);

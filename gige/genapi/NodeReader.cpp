@@ -65,6 +65,7 @@ void readCommon(ElementReader& reader)
     info.pollingTime = std::chrono::milliseconds(std::max<std::int64_t>(polling.value_or(0), 0));
     readConditions(reader);
     for (Node* const invalidator : reader.linksIn("pInvalidator")) {
+        // Kept at the other end: a write asks whom it invalidates.
         invalidator->links().invalidates.push_back(&node);
     }
     node.links().selected = reader.linksIn("pSelected");
@@ -84,6 +85,7 @@ std::unique_ptr<Node> createPlain(NodeMapState& state, std::string name)
     return std::make_unique<Node>(state, NodeKind::Plain, std::move(name));
 }
 
+// The recipe that reads an element has created its node.
 template <typename T>
 T& nodeOf(ElementReader& reader)
 {
@@ -108,6 +110,7 @@ void readCategory(ElementReader& reader)
 
 void readPort(ElementReader& reader)
 {
+    // In the chunks of a buffer or the data of an event, which are not read.
     const bool isElsewhere =
         reader.has("ChunkID") || reader.has("pChunkID") || reader.has("EventID");
     nodeOf<PortNode>(reader).define(!isElsewhere);
@@ -191,6 +194,7 @@ void readBoolean(ElementReader& reader)
     if (reader.has("pValue")) {
         source = readSource(reader, true);
     } else if (const std::string text = reader.text("Value").value_or(""); !text.empty()) {
+        // Descriptions write truth values and numbers.
         source = std::make_unique<ConstantSource>(text == "true" || text == "1" ? on : off);
     }
     if (source == nullptr) {
@@ -221,6 +225,7 @@ std::unique_ptr<EnumEntryNode> readEntry(ElementReader& parent, const pugi::xml_
         return nullptr;
     }
     entry->define(*value, reader.text("Symbolic"));
+    // What the entry's availability depends on is stale with the enumeration.
     parent.node().links().below.push_back(entry.get());
     return entry;
 }

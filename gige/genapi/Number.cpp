@@ -8,10 +8,12 @@ namespace gige::genapi
 namespace
 {
 
+// The first double that does not fit; the highest integer itself has no double.
 constexpr double kTwoToThe63 = 9223372036854775808.0;
 
 Result<std::int64_t> checked(double value)
 {
+    // Negated, so that what is not a number fails, too.
     if (!(value >= -kTwoToThe63 && value < kTwoToThe63)) {
         return Status::ArithmeticError;
     }

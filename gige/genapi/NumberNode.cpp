@@ -21,6 +21,7 @@ template <typename T>
 std::optional<T> NumberNode::shown(std::optional<T> Presentation::*item) const
 {
     const NumberNode* node = this;
+    // References may form a cycle.
     for (std::size_t depth = 0; node != nullptr && depth < kReferenceDepthLimit; ++depth) {
         if (node->mPresentation.*item) {
             return node->mPresentation.*item;
@@ -53,6 +54,7 @@ Result<Number> NumberNode::readNumber(Evaluation& evaluation)
 
 Result<NumberRange> NumberNode::numberRange(Evaluation& evaluation, const LimitChoice& wanted)
 {
+    // A limit of the node's own wins; the source is asked for no other, since that may cost a read.
     const LimitChoice inherited{.minimum = wanted.minimum && !mLimits.minimum,
                                 .maximum = wanted.maximum && !mLimits.maximum,
                                 .increment = wanted.increment && !mLimits.increment};

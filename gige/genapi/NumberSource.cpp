@@ -38,6 +38,7 @@ Result<AccessMode> ReferenceSource::access(Evaluation& evaluation)
 
 Result<Number> ReferenceSource::read(Evaluation& evaluation)
 {
+    // Unchecked: access() went through the target already.
     return mTarget.read(evaluation);
 }
 
@@ -45,6 +46,7 @@ Status ReferenceSource::write(Evaluation& evaluation, const Number& value)
 {
     Status status = mTarget.write(evaluation, value);
     for (Node* const copy : mCopies) {
+        // Checked: access() says nothing of the copies.
         status = status == Status::Ok ? copy->writeChecked(evaluation, value) : status;
     }
     return status;

@@ -23,6 +23,7 @@ Range covering(std::uint64_t address, std::size_t size)
     return {address - before, (before + size + kWord - 1) / kWord * kWord};
 }
 
+// With room for a word, since the covering range must not wrap around either.
 bool isWithinAddressSpace(std::uint64_t address, std::size_t size)
 {
     return address <= std::numeric_limits<std::uint64_t>::max() - size - kWord;
@@ -75,6 +76,7 @@ Status PortAccess::writeAligned(std::uint64_t address, std::span<const std::uint
     if (mPolicy.hasWriteMemory) {
         return mPort.writeMemory(address, bytes);
     }
+    // WRITEREG carries a number: the bytes must come to lie in the device as they do here.
     const ByteOrder order = mPolicy.isBigEndian ? ByteOrder::BigEndian : ByteOrder::LittleEndian;
     Status status = Status::Ok;
     for (std::size_t at = 0; at < bytes.size() && status == Status::Ok; at += kWord) {
@@ -89,6 +91,7 @@ Status PortAccess::writeCovering(std::uint64_t address, std::span<const std::uin
     const Range range = covering(address, bytes.size());
     std::vector<std::uint8_t> words(range.size);
     const Status status = mPort.readMemory(range.address, words);
+    // Without the neighbouring bytes the write would destroy them.
     if (status != Status::Ok) {
         return status;
     }

@@ -56,6 +56,7 @@ Result<std::size_t> Register::length(Evaluation& evaluation) const
 
 Result<std::uint64_t> Register::address(Evaluation& evaluation, std::size_t length) const
 {
+    // Unsigned, so that negative terms and indexes count backward without overflow.
     std::uint64_t sum = mDefinition.address;
     for (Node* const node : mDefinition.addressNodes) {
         const Result<std::int64_t> term = integerOf(evaluation, *node);
@@ -114,6 +115,7 @@ Status Register::write(Evaluation& evaluation, const Place& place,
                        std::span<const std::uint8_t> bytes) const
 {
     const Status status = evaluation.port().write(place.address, bytes);
+    // Descriptions may name the port as an invalidator: "after any write".
     if (mDefinition.port != nullptr) {
         evaluation.touch(*mDefinition.port);
     }

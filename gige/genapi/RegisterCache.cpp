@@ -14,6 +14,7 @@ const RegisterCache::Bytes* RegisterCache::find(CacheId owner, std::uint64_t add
 
 void RegisterCache::store(CacheId owner, std::uint64_t address, std::span<const std::uint8_t> bytes)
 {
+    // Seldom reached, by indexes over a large space; what they read once is hardly read again.
     if (mSize + bytes.size() > kCacheSizeLimit) {
         clear();
     }
@@ -31,6 +32,7 @@ void RegisterCache::drop(CacheId owner)
     }
 }
 
+// All entries are looked at: sorted by owner, those of an address may stand anywhere.
 void RegisterCache::dropOverlapping(std::uint64_t address, std::size_t length)
 {
     for (auto entry = mEntries.begin(); entry != mEntries.end();) {

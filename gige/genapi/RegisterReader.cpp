@@ -104,7 +104,9 @@ std::shared_ptr<Register> readRegister(ElementReader& reader)
     definition.port = readPort(reader);
     definition.access = reader.required<AccessMode>("AccessMode", kAccessModes, definition.access);
     definition.caching = reader.required<Caching>("Cachable", kCachings, definition.caching);
+    // Entries of one structure stand at one position: they are one register of the device.
     definition.cacheId = reader.position();
+    // Addresses are summed up over all elements; half of them would be another register.
     if (reader.node().defect() != Status::Ok) {
         return nullptr;
     }

@@ -59,7 +59,7 @@ Result<IntegerRegister::Bits> IntegerRegister::bits(const Register::Place& place
         lsb = width - 1 - lsb;
         msb = width - 1 - msb;
     }
-    if (lsb > msb) {
+    if (lsb > msb) { // descriptions disagree on which is which
         std::swap(lsb, msb);
     }
     return Bits{static_cast<unsigned>(lsb), static_cast<unsigned>(msb - lsb + 1)};
@@ -84,6 +84,7 @@ Result<Number> IntegerRegister::read(Evaluation& evaluation)
     const std::uint64_t whole = assemble(*content, order(evaluation, *place));
     const std::uint64_t value = (whole & bits->mask()) >> bits->shift;
     const std::uint64_t signBit = std::uint64_t{1} << (bits->width - 1);
+    // Two's complement of the field's own width.
     const bool isNegative = mLayout.isSigned && (value & signBit) != 0;
     return Number(static_cast<std::int64_t>(isNegative ? value | ~lowBits(bits->width) : value));
 }

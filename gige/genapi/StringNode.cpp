@@ -71,6 +71,7 @@ Status StringNode::writeText(Evaluation& evaluation, std::string_view text)
     if (registers() != nullptr) {
         return writeRegister(evaluation, text);
     }
+    // Kept on the host's side; bounded as if it were in a register.
     if (text.size() > kRegisterSizeLimit) {
         return Status::OutOfRange;
     }
@@ -112,6 +113,7 @@ Status StringNode::writeRegister(Evaluation& evaluation, std::string_view text)
     if (text.size() > place->length) {
         return Status::OutOfRange;
     }
+    // The whole register: no end of a longer text may remain behind the new one.
     std::vector<std::uint8_t> padded(place->length);
     std::ranges::copy(text, padded.begin());
     return registers()->write(evaluation, *place, padded);

@@ -13,6 +13,7 @@ constexpr std::string_view kBlanks = " \t\r\n\f\v";
 constexpr int kDecimal = 10;
 constexpr int kHexadecimal = 16;
 
+// std::from_chars, since strtod and streams follow the host's locale: "1.5" may be 1 there.
 // The whole text as a number, or nothing.
 template <typename T, typename... Format>
 std::optional<T> parseWhole(std::string_view text, Format... format)
@@ -28,6 +29,7 @@ bool isHexadecimal(std::string_view text)
     return text.starts_with("0x") || text.starts_with("0X");
 }
 
+// std::from_chars takes no plus.
 std::string_view withoutPlus(std::string_view text)
 {
     const bool hasPlus = text.size() > 1 && text[0] == '+' && text[1] != '-';
