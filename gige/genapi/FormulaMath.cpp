@@ -110,6 +110,24 @@ Number computeDoubles(BinaryOperator operation, double left, double right)
     }
 }
 
+bool compare(BinaryOperator operation, const Number& left, const Number& right)
+{
+    switch (operation) {
+    case BinaryOperator::Equal:
+        return isEqual(left, right);
+    case BinaryOperator::NotEqual:
+        return !isEqual(left, right);
+    case BinaryOperator::Less:
+        return isLess(left, right);
+    case BinaryOperator::Greater:
+        return isLess(right, left);
+    case BinaryOperator::LessOrEqual:
+        return isLess(left, right) || isEqual(left, right);
+    default:
+        return isLess(right, left) || isEqual(left, right);
+    }
+}
+
 // Applies `compute` to both operands as integers, if they are some.
 template <typename Compute>
 Result<Number> withIntegers(const Number& left, const Number& right, Compute compute)
@@ -132,17 +150,12 @@ Result<Number> apply(BinaryOperator operation, const Number& left, const Number&
     };
     switch (operation) {
     case BinaryOperator::Equal:
-        return truth(isEqual(left, right));
     case BinaryOperator::NotEqual:
-        return truth(!isEqual(left, right));
     case BinaryOperator::Less:
-        return truth(isLess(left, right));
     case BinaryOperator::Greater:
-        return truth(isLess(right, left));
     case BinaryOperator::LessOrEqual:
-        return truth(isLess(left, right) || isEqual(left, right));
     case BinaryOperator::GreaterOrEqual:
-        return truth(isLess(right, left) || isEqual(left, right));
+        return truth(compare(operation, left, right));
     case BinaryOperator::Divide:
         return arithmetic == Arithmetic::Integer ? withIntegers(left, right, divideIntegers)
                                                  : divideDoubles(left.toDouble(), right.toDouble());
