@@ -20,15 +20,13 @@ struct DescriptionLocation {
     bool operator==(const DescriptionLocation&) const = default;
 };
 
-/**
- * Reads the text of a URL register (First URL 0x0200, Second URL 0x0400), such as
- * `Local:camera.zip;8001A000;53A5?SchemaVersion=1.1.0`: address and length are hexadecimal.
- * Scheme and digits in any case, `///` after the colon, blanks, `0x` and a query are all accepted;
- * the text ends at the first NUL.
- *
- * @return UrlUnsupported for `File:` and `http:`: a device does not make the host read its own
- * files or ask other machines; UrlMalformed, also for no text; DescriptionTooLarge
- */
+/// Reads the text of a URL register (First URL 0x0200, Second URL 0x0400), such as
+/// `Local:camera.zip;8001A000;53A5?SchemaVersion=1.1.0`: address and length are hexadecimal.
+/// Scheme and digits in any case, `///` after the colon, blanks, `0x` and a query are all accepted;
+/// the text ends at the first NUL.
+///
+/// @return UrlUnsupported for `File:` and `http:`: a device does not make the host read its own
+/// files or ask other machines; UrlMalformed, also for no text; DescriptionTooLarge
 Result<DescriptionLocation> parseDescriptionUrl(std::string_view url);
 
 } // namespace gige::genapi

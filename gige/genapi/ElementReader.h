@@ -25,10 +25,8 @@ std::vector<pugi::xml_node> childrenOf(const pugi::xml_node& element, std::strin
 /// The text in an element, without blanks around it.
 std::string_view textOf(const pugi::xml_node& element);
 
-/**
- * Reads one node's XML element. What is missing gives nothing; what is wrong is remembered as the
- * node's defect, and reading goes on. References are recorded in the nodes' links.
- */
+/// Reads one node's XML element. What is missing gives nothing; what is wrong is remembered as the
+/// node's defect, and reading goes on. References are recorded in the nodes' links.
 class ElementReader
 {
   public:

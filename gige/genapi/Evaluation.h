@@ -25,11 +25,9 @@ struct NodeMapState {
     RegisterCache cache;
 };
 
-/**
- * One access by the host, down to the registers. It holds the map's mutex while it lives, bounds
- * depth and work, and remembers the nodes that a write went through. The nodes' functions that take
- * an Evaluation are those that run under the mutex.
- */
+/// One access by the host, down to the registers. It holds the map's mutex while it lives, bounds
+/// depth and work, and remembers the nodes that a write went through. The nodes' functions that
+/// take an Evaluation are those that run under the mutex.
 class Evaluation
 {
   public:

@@ -26,10 +26,8 @@ class FormulaOperands
 /// Names that a formula may use, each with its slot. Case-sensitive.
 using FormulaNames = std::map<std::string, std::size_t, std::less<>>;
 
-/**
- * A formula of the description, compiled once to code for a small stack machine: evaluation neither
- * recurses nor looks names up. `&&`, `||` and `?:` leave out what they need not compute.
- */
+/// A formula of the description, compiled once to code for a small stack machine: evaluation
+/// neither recurses nor looks names up. `&&`, `||` and `?:` leave out what they need not compute.
 class Formula
 {
   public:

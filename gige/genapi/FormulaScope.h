@@ -33,10 +33,8 @@ struct NodeProperty {
 /// By the suffix of a formula's name: "X.Max", "X.Entry.NAME"; no suffix means the value.
 NodeProperty propertyOf(Node& node, std::string_view name);
 
-/**
- * The names of one formula node: variables, constants, named sub-formulas, and the argument of a
- * converter. A sub-formula sees the names declared before it, so none can contain itself.
- */
+/// The names of one formula node: variables, constants, named sub-formulas, and the argument of a
+/// converter. A sub-formula sees the names declared before it, so none can contain itself.
 class FormulaScope
 {
   public:

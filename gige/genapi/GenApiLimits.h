@@ -1,7 +1,5 @@
-/**
- * What a device's description may demand at most. Each limit has an error result behind it, so that
- * no device can exhaust this host's memory, stack or patience.
- */
+/// What a device's description may demand at most. Each limit has an error result behind it, so
+/// that no device can exhaust this host's memory, stack or patience.
 #ifndef TELVO_GIGE_GENAPI_GENAPILIMITS_H
 #define TELVO_GIGE_GENAPI_GENAPILIMITS_H
 

@@ -31,11 +31,9 @@ struct LimitChoice {
 
 inline constexpr LimitChoice kAllLimits{.minimum = true, .maximum = true, .increment = true};
 
-/**
- * A node of the feature tree. Nodes belong to their NodeMap and live as long as it does. Functions
- * without an Evaluation are for users of the tree; they may be called from any thread. Those with
- * one are for the nodes among each other.
- */
+/// A node of the feature tree. Nodes belong to their NodeMap and live as long as it does. Functions
+/// without an Evaluation are for users of the tree; they may be called from any thread. Those with
+/// one are for the nodes among each other.
 class Node
 {
   public:

@@ -30,22 +30,18 @@ struct PortOptions {
     bool isBigEndian = true;
 };
 
-/**
- * A device's features: the tree of nodes that its description makes. Nodes that are defective are
- * in the map like all others and answer every access with their defect.
- *
- * Any thread may call the map and its nodes; one mutex inside serialises all accesses, so a slow
- * device holds up the other callers.
- */
+/// A device's features: the tree of nodes that its description makes. Nodes that are defective are
+/// in the map like all others and answer every access with their defect.
+///
+/// Any thread may call the map and its nodes; one mutex inside serialises all accesses, so a slow
+/// device holds up the other callers.
 class NodeMap
 {
   public:
-    /**
-     * @param xml   the description as plain XML; a byte order mark, leading blanks and NULs at the
-     *              end do not matter. Not needed after the call.
-     * @param port  must outlive the map; nothing is read from it here
-     * @return DescriptionTooLarge, DescriptionTooDeep, TooManyNodes, DescriptionMalformed
-     */
+    /// @param xml   the description as plain XML; a byte order mark, leading blanks and NULs at the
+    ///              end do not matter. Not needed after the call.
+    /// @param port  must outlive the map; nothing is read from it here
+    /// @return DescriptionTooLarge, DescriptionTooDeep, TooManyNodes, DescriptionMalformed
     static Result<std::unique_ptr<NodeMap>> load(std::string_view xml, RegisterPort& port,
                                                  const PortOptions& options = {});
 

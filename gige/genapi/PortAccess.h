@@ -20,10 +20,8 @@ struct PortPolicy {
     bool isBigEndian = true;
 };
 
-/**
- * Accesses of any address and size on a port that wants multiples of 4: reads the covering range,
- * and for odd writes reads it, patches it and writes it back.
- */
+/// Accesses of any address and size on a port that wants multiples of 4: reads the covering range,
+/// and for odd writes reads it, patches it and writes it back.
 class PortAccess
 {
   public:

@@ -14,10 +14,8 @@ namespace gige::genapi
 /// Whose contents: a register, or all entries of one structure register together.
 using CacheId = std::ptrdiff_t;
 
-/**
- * Contents of registers as last read or written. An entry belongs to its register, address and
- * length, so that the elements of an indexed register do not mix.
- */
+/// Contents of registers as last read or written. An entry belongs to its register, address and
+/// length, so that the elements of an indexed register do not mix.
 class RegisterCache
 {
   public:

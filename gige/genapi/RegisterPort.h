@@ -9,10 +9,8 @@
 namespace gige::genapi
 {
 
-/**
- * The device's registers, as the control channel reaches them. A node map makes one call at a time,
- * on the thread that asked for the feature. Failures are the Port… statuses.
- */
+/// The device's registers, as the control channel reaches them. A node map makes one call at a
+/// time, on the thread that asked for the feature. Failures are the Port… statuses.
 class RegisterPort
 {
   public:

@@ -13,10 +13,8 @@
 #include <functional>
 #include <memory>
 
-/**
- * One connection of a device with the feature tree that came over it. When the connection has ended
- * the features stay and answer NOT_CONNECTED. Threads: any.
- */
+/// One connection of a device with the feature tree that came over it. When the connection has
+/// ended the features stay and answer NOT_CONNECTED. Threads: any.
 class DeviceSession
 {
   public:

@@ -8,11 +8,9 @@
 #include <mutex>
 #include <vector>
 
-/**
- * The receivers of one device's notifications. A notification shares those that it tells, and holds
- * no lock while it does: a receiver may do and wait for what it wants.
- * Threads: any; mLock guards the list's pointer, the list itself is never changed.
- */
+/// The receivers of one device's notifications. A notification shares those that it tells, and
+/// holds no lock while it does: a receiver may do and wait for what it wants. Threads: any; mLock
+/// guards the list's pointer, the list itself is never changed.
 class EventSinks
 {
   public:

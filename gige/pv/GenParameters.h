@@ -11,15 +11,13 @@
 #include <mutex>
 #include <string>
 
-/**
- * The features of a device by name. Integers, enumerations, booleans, strings and commands come as
- * the class of their kind, all other nodes as a plain PvGenParameter.
- *
- * Once the link is gone, every access answers NOT_CONNECTED without asking the device, and no
- * feature is available: what the cache still knows is not the camera any more.
- *
- * Any thread may call Get and the parameters; mLock guards mParameters.
- */
+/// The features of a device by name. Integers, enumerations, booleans, strings and commands come as
+/// the class of their kind, all other nodes as a plain PvGenParameter.
+///
+/// Once the link is gone, every access answers NOT_CONNECTED without asking the device, and no
+/// feature is available: what the cache still knows is not the camera any more.
+///
+/// Any thread may call Get and the parameters; mLock guards mParameters.
 class GenParameterArray final : public PvGenParameterArray, public gige::ui::FeatureSource
 {
   public:

@@ -10,10 +10,8 @@
 #include <memory>
 #include <string>
 
-/**
- * Parameters of the link or the stream: they live in the host, not in the camera. Added by their
- * owner before anyone else sees the array; afterwards any thread may read and write them.
- */
+/// Parameters of the link or the stream: they live in the host, not in the camera. Added by their
+/// owner before anyone else sees the array; afterwards any thread may read and write them.
 class HostParameters final : public PvGenParameterArray, public gige::ui::FeatureSource
 {
   public:

@@ -9,11 +9,9 @@
 #include <memory>
 #include <mutex>
 
-/**
- * The open streams of this process. A device tells here from which port it sends, as soon as it
- * knows; the stream then takes packets of no other. Threads: any; mLock guards the map.
- * The one instance exists from its first use to the end of the process.
- */
+/// The open streams of this process. A device tells here from which port it sends, as soon as it
+/// knows; the stream then takes packets of no other. Threads: any; mLock guards the map.
+/// The one instance exists from its first use to the end of the process.
 class OpenStreams
 {
   public:

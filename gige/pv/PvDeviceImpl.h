@@ -10,10 +10,8 @@
 #include <memory>
 #include <mutex>
 
-/**
- * Threads: any. mConnectLock lets one connect or disconnect run at a time, mLock guards the
- * session's pointer; whoever uses the session holds a share of it.
- */
+/// Threads: any. mConnectLock lets one connect or disconnect run at a time, mLock guards the
+/// session's pointer; whoever uses the session holds a share of it.
 class PvDevice::Impl
 {
   public:

@@ -11,10 +11,8 @@
 
 using gige::stream::StreamReceiver;
 
-/**
- * Threads: one retrieves and releases, any may stop. mLock guards the buffers and the receiver; a
- * waiting retrieval does not hold it.
- */
+/// Threads: one retrieves and releases, any may stop. mLock guards the buffers and the receiver; a
+/// waiting retrieval does not hold it.
 class PvPipeline::Impl
 {
   public:

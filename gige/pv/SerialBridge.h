@@ -9,10 +9,8 @@
 #include <optional>
 #include <span>
 
-/**
- * Serial port 0 of a device, carried by six nodes of its feature tree (SerialPort0…). Threads: any;
- * mLock keeps one transfer in one piece.
- */
+/// Serial port 0 of a device, carried by six nodes of its feature tree (SerialPort0…). Threads:
+/// any; mLock keeps one transfer in one piece.
 class SerialBridge
 {
   public:

@@ -12,10 +12,8 @@
 #include <functional>
 #include <memory>
 
-/**
- * A stream's parameters: the settings, which outlive opening and closing, and the readings of the
- * open stream, 0 without one. Threads: any; each setting is atomic.
- */
+/// A stream's parameters: the settings, which outlive opening and closing, and the readings of the
+/// open stream, 0 without one. Threads: any; each setting is atomic.
 class StreamParameters
 {
   public:

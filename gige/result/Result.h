@@ -10,10 +10,8 @@
 namespace gige
 {
 
-/**
- * A value, or the status that says why there is none. Each layer has a status type of its own;
- * `Status{}` means success in every one.
- */
+/// A value, or the status that says why there is none. Each layer has a status type of its own;
+/// `Status{}` means success in every one.
 template <typename T, typename Status>
 class [[nodiscard]] Result
 {

@@ -16,10 +16,8 @@
 namespace gige::ui
 {
 
-/**
- * Searches the network for cameras, round after round, on a thread of its own that ends with the
- * object. Threads: any; mLock guards the members behind it.
- */
+/// Searches the network for cameras, round after round, on a thread of its own that ends with the
+/// object. Threads: any; mLock guards the members behind it.
 class DeviceFinder
 {
   public:

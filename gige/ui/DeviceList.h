@@ -50,10 +50,8 @@ DeviceTexts deviceTexts(const ListedDevice& device);
 /// What the user should know about a camera in this state, in one sentence; may be empty.
 std::string stateHint(DeviceState state);
 
-/**
- * The cameras of the network, merged over several discovery rounds, in the order of their MAC
- * addresses. A camera that leaves one round unanswered stays, since datagrams get lost.
- */
+/// The cameras of the network, merged over several discovery rounds, in the order of their MAC
+/// addresses. A camera that leaves one round unanswered stays, since datagrams get lost.
 class DeviceList
 {
   public:

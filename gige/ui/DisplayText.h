@@ -9,11 +9,9 @@
 namespace gige::ui
 {
 
-/**
- * A device's text as UTF-8 that is safe to show: devices send UTF-8 or single-byte text, and may
- * send anything. Text that is no UTF-8 is taken for Latin-1; control characters become blanks, so
- * that no device drives the user's terminal.
- */
+/// A device's text as UTF-8 that is safe to show: devices send UTF-8 or single-byte text, and may
+/// send anything. Text that is no UTF-8 is taken for Latin-1; control characters become blanks, so
+/// that no device drives the user's terminal.
 std::string displayText(std::string_view bytes);
 
 /// Characters of a UTF-8 text.

@@ -34,11 +34,9 @@ struct Key {
     }
 };
 
-/**
- * Takes the first key off what a terminal has sent.
- * @param isComplete  nothing follows soon: an escape character alone is the key of that name
- * @return none: the input is empty, or the beginning of something
- */
+/// Takes the first key off what a terminal has sent.
+/// @param isComplete  nothing follows soon: an escape character alone is the key of that name
+/// @return none: the input is empty, or the beginning of something
 std::optional<Key> takeKey(std::string& input, bool isComplete);
 
 } // namespace gige::ui

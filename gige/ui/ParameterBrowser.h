@@ -17,11 +17,9 @@
 namespace gige::ui
 {
 
-/**
- * Reads and writes the features of a source on a thread of its own, so that what shows them never
- * waits for the device. The thread ends with the object, once the access under way has ended.
- * Threads: any; mLock guards the members behind it, the tree never changes.
- */
+/// Reads and writes the features of a source on a thread of its own, so that what shows them never
+/// waits for the device. The thread ends with the object, once the access under way has ended.
+/// Threads: any; mLock guards the members behind it, the tree never changes.
 class ParameterBrowser
 {
   public:

@@ -24,10 +24,8 @@ struct ScreenSize {
     std::size_t height;
 };
 
-/**
- * The terminal that controls this process, as a screen of its own: what was there before comes back
- * when the object goes. One thread's, but for wake().
- */
+/// The terminal that controls this process, as a screen of its own: what was there before comes
+/// back when the object goes. One thread's, but for wake().
 class Terminal
 {
   public:

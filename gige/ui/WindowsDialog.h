@@ -28,10 +28,8 @@ struct Place {
     int height = 0;
 };
 
-/**
- * A modal window of the system's own look: its font, its dialog keys, resizable. Subclasses create
- * the controls and say where they are. All on the thread that calls run(), but for postNews().
- */
+/// A modal window of the system's own look: its font, its dialog keys, resizable. Subclasses create
+/// the controls and say where they are. All on the thread that calls run(), but for postNews().
 class WindowsDialog
 {
   public:

@@ -15,10 +15,8 @@ namespace gige::wire
 
 constexpr std::size_t kDiscoveryAckSize = 248;
 
-/**
- * Payload of the DISCOVERY acknowledge, 248 bytes: a copy of the bootstrap registers from 0x0000.
- * Addresses are numbers: 127.0.0.1 is 0x7F000001.
- */
+/// Payload of the DISCOVERY acknowledge, 248 bytes: a copy of the bootstrap registers from 0x0000.
+/// Addresses are numbers: 127.0.0.1 is 0x7F000001.
 struct DiscoveryAck {
     std::uint16_t versionMajor = 0;        // @0    u16
     std::uint16_t versionMinor = 0;        // @2    u16

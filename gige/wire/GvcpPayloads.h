@@ -1,7 +1,5 @@
-/**
- * What follows the header of each GVCP command and acknowledge. Decoders take the payload alone and
- * give nothing for one that is malformed; alignment and addresses are the device's to judge.
- */
+/// What follows the header of each GVCP command and acknowledge. Decoders take the payload alone
+/// and give nothing for one that is malformed; alignment and addresses are the device's to judge.
 #ifndef TELVO_GIGE_WIRE_GVCPPAYLOADS_H
 #define TELVO_GIGE_WIRE_GVCPPAYLOADS_H
 
