@@ -20,6 +20,7 @@ namespace
 {
 
 constexpr std::size_t kBlockSize = 256 * 1024; // bytes; of whole frames, the rest is unused
+constexpr std::size_t kBlocks = kRingMemory / kBlockSize;
 constexpr std::size_t kCacheLine = 64;
 
 bool setOption(NativeSocket socket, int name, int value)
@@ -82,14 +83,14 @@ PacketRing::PacketRing(SocketHandle socket, std::size_t frameSize)
     : mSocket(std::move(socket)),
       mFrameSize(frameSize),
       mFramesPerBlock(kBlockSize / frameSize),
-      mFrameCount(kRingMemory / kBlockSize * mFramesPerBlock)
+      mFrameCount(kBlocks * mFramesPerBlock)
 {
 }
 
 bool PacketRing::map()
 {
     const tpacket_req request{.tp_block_size = kBlockSize,
-                              .tp_block_nr = kRingMemory / kBlockSize,
+                              .tp_block_nr = kBlocks,
                               .tp_frame_size = static_cast<unsigned>(mFrameSize),
                               .tp_frame_nr = static_cast<unsigned>(mFrameCount)};
     if (!setOption(mSocket.get(), PACKET_VERSION, TPACKET_V2) ||
@@ -120,10 +121,9 @@ std::size_t PacketRing::take(std::span<DatagramRun> runs)
     release();
     std::size_t count = 0;
     while (count < runs.size() && mTaken < mFrameCount && isFilled(mNext)) {
-        const std::uint8_t* const current = frame(mNext);
-        mNext = after(mNext);
-        ++mTaken;
-        prefetchHeaders(frame(mNext));
+        const std::uint8_t* const current = at(mNext);
+        takeNext();
+        prefetchHeaders(at(mNext));
         if (const auto run = decodeFrame({current, mFrameSize})) {
             runs[count++] = *run;
         }
@@ -134,12 +134,12 @@ std::size_t PacketRing::take(std::span<DatagramRun> runs)
 bool PacketRing::dropThrough(const DatagramMark& datagram)
 {
     release();
-    std::size_t index = mNext;
-    for (std::size_t count = 1; count <= mFrameCount && isFilled(index); ++count) {
-        const auto run = decodeFrame({frame(index), mFrameSize});
-        index = after(index);
+    Place place = mNext;
+    for (std::size_t count = 1; count <= mFrameCount && isFilled(place); ++count) {
+        const auto run = decodeFrame({at(place), mFrameSize});
+        place = after(place);
         if (run && DatagramMark(*run) == datagram) {
-            mNext = index;
+            mNext = place;
             mTaken = count;
             release();
             return true;
@@ -151,31 +151,45 @@ bool PacketRing::dropThrough(const DatagramMark& datagram)
 void PacketRing::dropAll()
 {
     release();
-    for (; mTaken < mFrameCount && isFilled(mNext); ++mTaken) {
-        mNext = after(mNext);
+    while (mTaken < mFrameCount && isFilled(mNext)) {
+        takeNext();
     }
     release();
 }
 
-std::uint8_t* PacketRing::frame(std::size_t index) const
+std::uint8_t* PacketRing::at(const Place& place) const
 {
-    return mMemory.get() + index / mFramesPerBlock * kBlockSize +
-           index % mFramesPerBlock * mFrameSize;
+    return mMemory.get() + place.block * kBlockSize + place.frame * mFrameSize;
 }
 
-bool PacketRing::isFilled(std::size_t index) const
+PacketRing::Place PacketRing::after(Place place) const
+{
+    if (++place.frame == mFramesPerBlock) {
+        place.frame = 0;
+        place.block = place.block + 1 == kBlocks ? 0 : place.block + 1;
+    }
+    return place;
+}
+
+bool PacketRing::isFilled(const Place& place) const
 {
     const std::uint32_t status =
-        std::atomic_ref(statusOf(frame(index))).load(std::memory_order_acquire);
+        std::atomic_ref(statusOf(at(place))).load(std::memory_order_acquire);
     return (status & TP_STATUS_USER) != 0;
+}
+
+void PacketRing::takeNext()
+{
+    mNext = after(mNext);
+    ++mTaken;
 }
 
 /// Gives the frames that were taken back to the kernel.
 void PacketRing::release()
 {
     for (; mTaken > 0; --mTaken) {
-        const std::size_t index = (mNext + mFrameCount - mTaken) % mFrameCount;
-        std::atomic_ref(statusOf(frame(index))).store(TP_STATUS_KERNEL, std::memory_order_release);
+        std::atomic_ref(statusOf(at(mOldest))).store(TP_STATUS_KERNEL, std::memory_order_release);
+        mOldest = after(mOldest);
     }
 }
 

@@ -46,22 +46,31 @@ class PacketRing
     NativeSocket handle() const { return mSocket.get(); }
 
   private:
+    /// A frame by its block and its place in there: going on to the next divides nothing, which
+    /// would take longer than all else that is done with a packet's headers.
+    struct Place {
+        std::size_t block = 0;
+        std::size_t frame = 0;
+    };
+
     PacketRing(SocketHandle socket, std::size_t frameSize);
 
     bool map();
     bool bindTo(const Flow& flow, std::size_t longest);
-    std::uint8_t* frame(std::size_t index) const;
-    bool isFilled(std::size_t index) const;
+    std::uint8_t* at(const Place& place) const;
+    Place after(Place place) const;
+    bool isFilled(const Place& place) const;
+    void takeNext();
     void release();
-    std::size_t after(std::size_t index) const { return index + 1 == mFrameCount ? 0 : index + 1; }
 
     SocketHandle mSocket;
     std::size_t mFrameSize; // bytes
     std::size_t mFramesPerBlock;
     std::size_t mFrameCount;
     MemoryMapping mMemory;
-    std::size_t mNext = 0;  // frame that is read next
-    std::size_t mTaken = 0; // frames before it that the last take still holds
+    Place mOldest{};        // first of those that the last take still holds
+    Place mNext{};          // is read next
+    std::size_t mTaken = 0; // frames from the oldest on, before the next
 };
 
 } // namespace gige::net
