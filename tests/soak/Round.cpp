@@ -55,7 +55,11 @@ class Round
 {
   public:
     Round(CallWatch& calls, SoakCounts& counts) : mCalls(calls), mCounts(counts) {}
-    ~Round() { expDisconnectGrabber(kCamera); }
+    ~Round()
+    {
+        mCalls.within(kDisconnectLimit, "expDisconnectGrabber at the end",
+                      [] { return expDisconnectGrabber(kCamera); });
+    }
     Round(const Round&) = delete;
     Round& operator=(const Round&) = delete;
 

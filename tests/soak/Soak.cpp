@@ -98,10 +98,14 @@ int main(int argc, char** argv)
         std::fputs("usage: soak SECONDS\n", stderr);
         return 2;
     }
+    const auto start = Clock::now();
     try {
         Soak().run(std::chrono::seconds(seconds));
     } catch (const SoakFailure& failure) {
-        std::printf("FAILED: %s\n", failure.what());
+        const auto time = Clock::now() - start;
+        std::printf("FAILED after %lld s: %s\n",
+                    static_cast<long long>(std::chrono::ceil<std::chrono::seconds>(time).count()),
+                    failure.what());
         return EXIT_FAILURE;
     }
     return EXIT_SUCCESS;
