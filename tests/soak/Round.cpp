@@ -27,7 +27,7 @@ std::atomic<int> linkLosses{0}; // the library's callback knows no object
 void require(bool holds, const std::string& what)
 {
     if (!holds) {
-        throw SoakFailure(what);
+        throw SoakFailure(what + (linkLosses > 0 ? ", after a lost link" : ""));
     }
 }
 
@@ -40,13 +40,13 @@ camera::PacketRates disturbance()
             .pause = std::chrono::microseconds(500)};
 }
 
+/// A busy machine keeps these limits, too; the heartbeat's is the time that a lost link takes.
 TelvoConnectionSettings hostSettings()
 {
-    TelvoConnectionSettings settings = fastSettings();
+    TelvoConnectionSettings settings = patientSettings();
     settings.packetSize = 1500;
     settings.maximumPendingResends = 1000;
-    settings.heartbeatTimeout = 2000;
-    settings.heartbeatInterval = 400;
+    settings.heartbeatTimeout = 6000;
     return settings;
 }
 
