@@ -1047,8 +1047,8 @@ TELVO_API int32_t expShowGEVParams(int32_t cameraId) TELVO_NOEXCEPT;
  * expGetPreviewImage or expGetSingleImage. Ends playback.
  * @param cameraId  the camera
  * @return 0; -1: unknown id, not connected or never initialised, the camera lacks a command to
- * start or stop its acquisition, image size 0, the camera's source cannot be switched, or the
- *         stream is closed; -2: no buffers for the stream
+ *         start or stop its acquisition, image size 0, the camera's source cannot be switched, or
+ *         the stream is closed; -2: no buffers for the stream
  */
 TELVO_API int32_t expStartLiveMode(int32_t cameraId) TELVO_NOEXCEPT;
 
@@ -1079,8 +1079,8 @@ TELVO_API int32_t expPauseLiveMode(uint8_t pause, int32_t cameraId) TELVO_NOEXCE
  * fetched as in live mode. Ends playback. Nothing happens in record mode.
  * @param cameraId  the camera
  * @return 0; -1: unknown id, not connected or never initialised, the camera lacks a command to
- * start or stop its acquisition or a recording, image size 0, the camera's source cannot be
- *         switched, or the stream is closed; -2: no buffers for the stream
+ *         start or stop its acquisition or a recording, image size 0, the camera's source cannot
+ *         be switched, or the stream is closed; -2: no buffers for the stream
  */
 TELVO_API int32_t expStartRecordMode(int32_t cameraId) TELVO_NOEXCEPT;
 
@@ -1155,7 +1155,7 @@ TELVO_API const uint8_t* expGetPreviewImage(uint8_t* status, uint8_t* last,
 /**
  * Fetches the newest live or preview image, with a result. Each image is given once.
  * @param result    out: 0; -3 as unsigned: no image since the last fetch, or an image size that
- * live mode does not take
+ *                  live mode does not take
  * @param flag      out: 0xFFFFFFFF when bit 2 of image byte 7 is set, else 0
  * @param status    out: image byte 7, all bits inverted
  * @param last      out: image byte 15
@@ -1243,8 +1243,8 @@ TELVO_API const uint8_t* expGetFramePointer(int64_t frame, uint64_t* header, uin
  * Starts the transfer of recorded frames in blocks, from sequence 0. Ends playback.
  * @param cameraId  the camera
  * @return 0; -1: unknown id, not connected or never initialised, the camera lacks a command to
- * start or stop its acquisition, the sequence cannot be selected, image size 0, or the stream is
- *         closed; -2: no buffers for the stream
+ *         start or stop its acquisition, the sequence cannot be selected, image size 0, or the
+ *         stream is closed; -2: no buffers for the stream
  */
 TELVO_API int32_t expStartFrameBlockTransfer(int32_t cameraId) TELVO_NOEXCEPT;
 
