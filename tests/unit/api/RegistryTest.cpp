@@ -10,6 +10,11 @@
 
 #ifdef __SANITIZE_ADDRESS__
 #include <sanitizer/lsan_interface.h>
+/// What its thread makes while it lives is never destroyed, and shall not be.
+using LeftForGood = __lsan::ScopedDisabler;
+#else
+struct LeftForGood {
+};
 #endif
 
 namespace
@@ -92,14 +97,14 @@ TEST_F(RegistryTest, EachCameraIsDisconnectedAlone)
 
 TEST_F(RegistryTest, AnIdThatIsBeingConnectedIsNeitherKnownNorTakenByAnotherThread)
 {
-#ifdef __SANITIZE_ADDRESS__
-    const __lsan::ScopedDisabler theSecondGrabberIsNeverDestroyed;
-#endif
     s.onCall([this](const std::string& call) {
         if (call.starts_with("PvDevice.Connect")) {
             EXPECT_EQ(ipAddress(kCamera), "unknown");
             EXPECT_EQ(expDisconnectGrabber(kCamera), -1);
-            std::thread([this] { EXPECT_EQ(connect(kMac, "127.0.0.2", 1, {}), 0); }).join();
+            std::thread([this] {
+                [[maybe_unused]] const LeftForGood theSecondGrabber;
+                EXPECT_EQ(connect(kMac, "127.0.0.2", 1, {}), 0);
+            }).join();
             EXPECT_EQ(ipAddress(kCamera), "unknown");
         }
     });
@@ -122,13 +127,11 @@ TEST_F(RegistryTest, AnIdWhoseConnectHasFailedGoesToTheThreadThatStillConnects)
 
 TEST_F(RegistryTest, AnIdThatIsBeingDisconnectedIsNeitherKnownNorTakenByAnotherThread)
 {
-#ifdef __SANITIZE_ADDRESS__
-    const __lsan::ScopedDisabler theSecondGrabberIsNeverDestroyed;
-#endif
     ASSERT_EQ(connect(kMac, "127.0.0.1", 1, {}), 0);
     s.onCall([this](const std::string& call) {
         if (call == "PvDevice.Disconnect") {
             std::thread([this] {
+                [[maybe_unused]] const LeftForGood theSecondGrabber;
                 EXPECT_EQ(expSetChangedCallback(nullptr, kCamera), -1);
                 EXPECT_EQ(expDisconnectGrabber(kCamera), -1);
                 EXPECT_EQ(connect(kMac, "127.0.0.2", 1, {}), 0);
@@ -152,9 +155,7 @@ TEST_F(RegistryTest, ACameraWithALostLinkStaysKnown)
 
 TEST_F(RegistryTest, TheEndOfTheProcessLeavesConnectedCamerasAlone)
 {
-#ifdef __SANITIZE_ADDRESS__
-    const __lsan::ScopedDisabler theGrabberIsNeverDestroyed;
-#endif
+    [[maybe_unused]] const LeftForGood theGrabber;
     EXPECT_EXIT(
         {
             connect();
@@ -166,9 +167,7 @@ TEST_F(RegistryTest, TheEndOfTheProcessLeavesConnectedCamerasAlone)
 
 TEST_F(RegistryTest, ASecondConnectUnderAnIdSucceedsButTheFirstCameraStays)
 {
-#ifdef __SANITIZE_ADDRESS__
-    const __lsan::ScopedDisabler theSecondGrabberIsNeverDestroyed;
-#endif
+    [[maybe_unused]] const LeftForGood theSecondGrabber;
     ASSERT_EQ(connect(kMac, "127.0.0.1", 1, {}), 0);
     s.camera().enumeration("CameraState").value("FlashWrite");
     EXPECT_EQ(connect(kMac, "127.0.0.2", 1, {}), 1);
