@@ -3,6 +3,8 @@
 #include <atomic>
 #include <cstddef>
 #include <cstring>
+#include <mutex>
+#include <shared_mutex>
 #include <string_view>
 #include <sys/socket.h>
 #include <sys/time.h>
@@ -44,9 +46,14 @@ int socketToViewer()
     return opened;
 }
 
+/// Held while a line is sent, so that the end of the process does not close the socket of a thread
+/// that still works. Without a destructor, as the socket.
+std::shared_mutex socketUse;
+
 /// At unload, and after all exit handlers at the end of the process.
 [[gnu::destructor]] void closeSocket()
 {
+    const std::lock_guard lock(socketUse);
     if (const int open = viewerSocket.exchange(kNone); open != kNone) {
         close(open);
     }
@@ -68,6 +75,7 @@ void OutputDebugStringA(LPCSTR text)
     constexpr auto kLength =
         static_cast<socklen_t>(offsetof(sockaddr_un, sun_path) + 1 + kViewerSocket.size());
     const std::string_view line(text);
+    const std::shared_lock lock(socketUse);
     sendto(socketToViewer(), line.data(), line.size(), MSG_NOSIGNAL,
            reinterpret_cast<const sockaddr*>(&kViewer), // the socket interface's own idiom
            kLength);
