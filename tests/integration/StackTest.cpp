@@ -125,13 +125,18 @@ camera::CameraOptions likeOnACable()
 class SinglePackets : public StackTest
 {
   protected:
-    SinglePackets() : StackTest(likeOnACable()) {}
+    SinglePackets() : StackTest(likeOnACable())
+    {
+        // Packets that are lost show as missing; a busy machine may stall meanwhile.
+        setInteger(*stream.GetParameters(), "PacketTimeout", 20'000);
+        setInteger(*stream.GetParameters(), "DefaultImageTimeout", 20'000);
+    }
 
     void next(bool verify)
     {
         PvBuffer* buffer = nullptr;
         PvResult operation;
-        ASSERT_EQ(pipeline.RetrieveNextBuffer(&buffer, 5000, &operation), PvResult::Code::Ok);
+        ASSERT_EQ(pipeline.RetrieveNextBuffer(&buffer, 20'000, &operation), PvResult::Code::Ok);
         ASSERT_EQ(operation, PvResult::Code::Ok);
         if (verify) {
             EXPECT_GE(verifiedNumber(*buffer), 0);

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <future>
 #include <gtest/gtest.h>
 #include <mutex>
 #include <stop_token>
@@ -236,15 +237,20 @@ class Flood
   public:
     explicit Flood(FakeDevice& device)
     {
-        device.setScript([this](const FakeCommand& command) {
-            const std::lock_guard lock(mLock);
-            if (!mThread.joinable()) {
-                mThread = std::jthread(
-                    [this, command](const std::stop_token& stop) { run(stop, command); });
-            }
+        struct FirstCommand {
+            std::once_flag once{};
+            std::promise<FakeCommand> promise{};
+        };
+        const auto first = std::make_shared<FirstCommand>();
+        mThread =
+            std::jthread([this, command = first->promise.get_future()](
+                             const std::stop_token& stop) mutable { run(stop, command.get()); });
+        device.setScript([first](const FakeCommand& command) {
+            std::call_once(first->once, [&] { first->promise.set_value(command); });
             return std::vector<FakeAnswer>{};
         });
     }
+
     /// Acknowledges sent so far.
     [[nodiscard]] std::uint32_t sent() const { return mSent; }
 
@@ -265,7 +271,6 @@ class Flood
     }
 
     std::atomic<std::uint32_t> mSent{0};
-    std::mutex mLock;
     std::jthread mThread;
 };
 

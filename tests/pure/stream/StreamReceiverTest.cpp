@@ -113,7 +113,8 @@ TEST_F(StreamReceiverTest, ReceivesJoinedPackets)
 /// Packets come in bursts, as of a paced camera; pictures come with their last one.
 TEST_F(StreamReceiverTest, GathersSinglePacketsButNotPictures)
 {
-    constexpr std::uint64_t kBlocks = 15;
+    constexpr std::uint64_t kBlocks = 5;
+    open({.packetTimeout = kLong, .imageTimeout = kLong}); // however slowly packets are made here
     TestBlock block{.size = 60'000, .dataSize = 300};
     queueBuffers(kBlocks, block.size);
     std::vector<Clock::duration> delays;
