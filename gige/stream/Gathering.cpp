@@ -10,9 +10,8 @@ namespace
 
 /// What is left of the measured sums with each receive.
 constexpr double kFade = 0.875;
-/// Of the time until the block's last packet: rates are not that steady. The less for long pauses.
+/// Of the time until the block's last packet: rates are not that steady.
 constexpr double kShareOfRest = 0.9;
-constexpr double kLongPausesShare = 0.7;
 /// Of what the system keeps: the pause may turn out longer, and the rate higher.
 constexpr double kShareOfCapacity = 0.25;
 
@@ -32,35 +31,19 @@ Gathering::Gathering(std::size_t capacity)
 std::chrono::microseconds Gathering::pauseAfter(const Taken& taken, std::uint32_t toCome, Time now)
 {
     measure(taken, now);
-    judgePause(toCome);
-    mToCome = toCome;
-    mPause = choosePause(toCome);
-    return mPause;
+    mWithinBlock = toCome > 0;
+    return choosePause(toCome);
 }
 
 /// Between blocks the camera may pause, which says nothing about the rate within them.
 void Gathering::measure(const Taken& taken, Time now)
 {
-    if (mToCome > 0) {
+    if (mWithinBlock) {
         mSeconds = mSeconds * kFade + inSeconds(now - mLastTaken);
         mPackets = mPackets * kFade + static_cast<double>(taken.packets);
         mBytes = mBytes * kFade + static_cast<double>(taken.bytes);
     }
     mLastTaken = now;
-}
-
-/// A block that ended within a long pause came faster than expected: its picture was late.
-void Gathering::judgePause(std::uint32_t toCome)
-{
-    const bool hasEnded = mToCome > 0 && (toCome == 0 || toCome > mToCome);
-    if (!hasEnded) {
-        return;
-    }
-    if (mPause > kCautiousGathering) {
-        mCautiousBlocks = kBlocksAfterSurprise;
-    } else if (mCautiousBlocks > 0) {
-        --mCautiousBlocks;
-    }
 }
 
 std::chrono::microseconds Gathering::choosePause(std::uint32_t toCome) const
@@ -70,10 +53,8 @@ std::chrono::microseconds Gathering::choosePause(std::uint32_t toCome) const
     }
     const double packetRate = mPackets / mSeconds;
     const double rest = (toCome - 1) / packetRate;
-    const double cautious = std::min(inSeconds(kCautiousGathering), rest * kShareOfRest);
-    const double bold = std::min(inSeconds(kLongestGathering), rest * kLongPausesShare);
-    const double seconds = std::min({mCautiousBlocks > 0 ? cautious : std::max(cautious, bold),
-                                     inSeconds(mLongest), mMostBytes * mSeconds / mBytes});
+    const double seconds =
+        std::min({inSeconds(mLongest), rest * kShareOfRest, mMostBytes * mSeconds / mBytes});
     const bool pays =
         seconds >= inSeconds(kShortestGathering) && seconds * packetRate >= kFewestGathered;
     return pays ? std::chrono::duration_cast<std::chrono::microseconds>(

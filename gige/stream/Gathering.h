@@ -13,13 +13,8 @@ namespace gige::stream
 /// Longest pause while resends are on. With what the system adds to a sleep, a request goes out at
 /// most 0.5 ms later than without pauses.
 constexpr std::chrono::microseconds kLongestWithResends{400};
-/// Longest pause without, as long as blocks end when they are expected to.
-constexpr std::chrono::microseconds kLongestGathering{3000};
-/// Longest pause otherwise: a picture is never more than 1 ms later then.
-constexpr std::chrono::microseconds kCautiousGathering{800};
-/// Blocks that have to end as expected at first, and after one that ended within a longer pause.
-constexpr int kBlocksAtFirst = 50;
-constexpr int kBlocksAfterSurprise = 250;
+/// Longest pause without: a picture is complete at most 1 ms later, should its end come early.
+constexpr std::chrono::microseconds kLongestGathering{800};
 /// Below this a sleep takes longer than it should.
 constexpr std::chrono::microseconds kShortestGathering{40};
 /// A pause that gathers fewer packets costs as much as it saves.
@@ -45,7 +40,7 @@ class Gathering
     /// @param capacity  bytes that the system keeps meanwhile
     explicit Gathering(std::size_t capacity);
 
-    /// @param longest  limit of pauses, whatever is expected
+    /// @param longest  the pause's limit
     void setLongest(std::chrono::microseconds longest) { mLongest = longest; }
 
     /// @param toCome  packets of the newest open block that are still to come; 0: not known
@@ -55,7 +50,6 @@ class Gathering
 
   private:
     void measure(const Taken& taken, Time now);
-    void judgePause(std::uint32_t toCome);
     std::chrono::microseconds choosePause(std::uint32_t toCome) const;
 
     const double mMostBytes;
@@ -65,9 +59,7 @@ class Gathering
     double mPackets = 0;
     double mBytes = 0;
     Time mLastTaken;
-    std::uint32_t mToCome = 0; // after the last receive
-    std::chrono::microseconds mPause{0};
-    int mCautiousBlocks = kBlocksAtFirst; // still to end as expected
+    bool mWithinBlock = false; // after the last receive
 };
 
 } // namespace gige::stream

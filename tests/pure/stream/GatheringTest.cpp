@@ -48,16 +48,6 @@ struct ScriptedReceiver {
         }
     }
 
-    /// Until it has learned that the blocks end as it expects.
-    void learn(std::size_t packets, nanoseconds gap)
-    {
-        for (int i = 0; i < 60; ++i) {
-            receiveBlock(packets, gap);
-        }
-        wakes = 0;
-        longestPause = 0us;
-    }
-
     /// Steady packets that begin after a while.
     void receiveBlock(std::size_t packets, nanoseconds gap, nanoseconds silence = 1ms)
     {
@@ -77,16 +67,6 @@ TEST(Gathering, WakesSeldomAtASteadyStream)
     EXPECT_EQ(receiver.longestPause, 800us);
 }
 
-TEST(Gathering, WakesHardlyEverOnceItKnowsTheStream)
-{
-    ScriptedReceiver receiver;
-    receiver.learn(900, kCable);
-    receiver.receiveBlock(900, kCable);
-    EXPECT_LE(receiver.wakes, 12U);
-    EXPECT_EQ(receiver.longestPause, 3ms);
-    EXPECT_EQ(receiver.latest, 0ns);
-}
-
 TEST(Gathering, DelaysNoLastPacketOfASteadyStream)
 {
     ScriptedReceiver receiver;
@@ -99,17 +79,19 @@ TEST(Gathering, DelaysNoLastPacketOfASteadyStream)
 TEST(Gathering, WakesSeldomAfterASilence)
 {
     ScriptedReceiver receiver;
-    receiver.learn(900, kCable);
+    receiver.receiveBlock(900, kCable);
+    receiver.wakes = 0;
     receiver.receiveBlock(900, kCable, 500ms);
-    EXPECT_LE(receiver.wakes, 12U);
+    EXPECT_LE(receiver.wakes, 24U);
 }
 
 TEST(Gathering, TakesLargePacketsTogetherToo)
 {
     ScriptedReceiver receiver{.packetSize = 9000};
-    receiver.learn(147, 78us);
     receiver.receiveBlock(147, 78us);
-    EXPECT_LE(receiver.wakes, 12U);
+    receiver.wakes = 0;
+    receiver.receiveBlock(147, 78us);
+    EXPECT_LE(receiver.wakes, 24U);
     EXPECT_EQ(receiver.latest, 0ns);
 }
 
@@ -156,20 +138,6 @@ TEST(Gathering, DelaysPicturesByLessThanAMillisecondWhenTheirEndsComeEarly)
         receiver.receiveBlock(hurriedBlock(receiver.clock + 1ms));
     }
     EXPECT_GT(receiver.latest, 0ns);
-    EXPECT_LE(receiver.latest, 800us);
-}
-
-TEST(Gathering, IsCautiousForLongAfterASurprise)
-{
-    ScriptedReceiver receiver;
-    receiver.learn(900, kCable);
-    receiver.receiveBlock(hurriedBlock(receiver.clock + 1ms));
-    EXPECT_GT(receiver.latest, 1ms); // it could not know
-    EXPECT_LE(receiver.latest, 3ms);
-    receiver.latest = 0ns;
-    for (int i = 0; i < 250; ++i) {
-        receiver.receiveBlock(hurriedBlock(receiver.clock + 1ms));
-    }
     EXPECT_LE(receiver.latest, 800us);
 }
 
