@@ -1,7 +1,8 @@
-# telvo_test(NAME sources... [OWN_NETWORK] [LINKS targets...] [PROPERTIES ctest-properties...])
-# One GoogleTest program; every test case is a test of ctest's. With OWN_NETWORK each case runs in a
-# network namespace of its own. Cross-compiled, the whole program is one test, since starting Wine for
-# each case takes too long; it has a network of its own anyway.
+# telvo_test(NAME sources... [PURE | OWN_NETWORK] [LINKS targets...] [PROPERTIES ctest-properties...])
+# One GoogleTest program; every test case is a test of ctest's. With PURE it uses no socket, thread or
+# device, and has that label (ctest -L pure). With OWN_NETWORK each case runs in a network namespace
+# of its own. Cross-compiled, the whole program is one test, since starting Wine for each case takes
+# too long; it has a network of its own anyway.
 add_compile_options(-O0) # what is tested is optimised; the tests build faster
 if(CMAKE_CROSSCOMPILING)
   set(INSTALL_GTEST OFF)
@@ -25,13 +26,23 @@ target_link_libraries(telvo_test_headers PRIVATE GTest::gtest GTest::gmock telvo
 target_precompile_headers(telvo_test_headers PRIVATE <gmock/gmock.h> <gtest/gtest.h>)
 
 function(telvo_test name)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "OWN_NETWORK" "" "LINKS;PROPERTIES")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "PURE;OWN_NETWORK" "" "LINKS;PROPERTIES")
   add_executable(${name} ${arg_UNPARSED_ARGUMENTS})
   target_link_libraries(${name} PRIVATE ${arg_LINKS} GTest::gtest GTest::gmock GTest::gtest_main
                         telvo_test_warnings)
   target_precompile_headers(${name} REUSE_FROM telvo_test_headers)
+  if(arg_PURE)
+    list(APPEND arg_PROPERTIES LABELS pure)
+    if(NOT TELVO_PURE_TESTS)
+      set_target_properties(${name} PROPERTIES EXCLUDE_FROM_ALL ON)
+      return()
+    endif()
+  endif()
   if(CMAKE_CROSSCOMPILING)
     add_test(NAME ${name} COMMAND ${name})
+    if(arg_PROPERTIES)
+      set_tests_properties(${name} PROPERTIES ${arg_PROPERTIES})
+    endif()
     return()
   endif()
   if(arg_OWN_NETWORK)
