@@ -1,12 +1,11 @@
-// Recorded frames in blocks: requests to the readout thread, and its results to the host.
-#include "CQuorGrabber.h"
-#include "CQuorReadoutThread.h"
-#include "Commands.h"
-#include "FrameHeader.h"
+#include "BlockTransfer.h"
+
 #include "LogText.h"
+#include "RecordedSequences.h"
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace
 {
@@ -14,10 +13,9 @@ namespace
 constexpr std::uint32_t kBlockTarget = 5'800'320; // bytes; a larger frame makes a block of its own
 constexpr std::uint32_t kMaxFramesPerBlock = 1000;
 constexpr std::uint64_t kMaxBlockMemory = 268'435'456; // bytes of a block that has to grow
-constexpr std::int32_t kFirstSequence = 0;             // selected by the start of a transfer
-constexpr std::int32_t kLinkLost = 1;
-constexpr auto kComplete = static_cast<std::int32_t>(RequestResult::Complete);
-constexpr auto kTransferEnded = static_cast<std::int32_t>(RequestResult::ThreadEnded);
+
+constexpr CollectedBlock kTransferEnded{
+    .result = RequestResult::ThreadEnded, .frames = 0, .data = nullptr};
 
 constexpr std::uint32_t blockSizeFor(std::uint32_t frameSize)
 {
@@ -60,171 +58,148 @@ void copyBlock(CQuorReadoutThread& thread, RecordedBlock& target, std::int32_t f
 
 } // namespace
 
-std::int32_t CQuorGrabber::getFrameBlockSize(std::uint32_t* frames) const
+StartResult BlockTransfer::prepare(std::uint32_t frameSize)
 {
-    const std::uint32_t frameSize = mGeometry.frameSize();
-    if (frameSize == 0) {
-        return kFailure;
-    }
-    *frames = std::min(blockSizeFor(frameSize) / frameSize, kMaxFramesPerBlock);
-    return kSuccess;
-}
-
-std::int32_t CQuorGrabber::startFrameBlockTransfer()
-{
-    logLine("Start Frame Block Transfer.");
-    if (!canAcquire()) {
-        return kFailure;
-    }
-    stopPlaybackMode();
-    // Once more, now that the queue is empty.
-    execute(mFeatures->acquisitionStop);
-    std::int32_t sequence = kFirstSequence;
-    if (setCurrentStreamSequence(&sequence) != kSuccess) {
-        return kFailure;
-    }
-    const std::uint32_t frameSize = mGeometry.frameSize();
-    if (frameSize == 0) {
-        return kFailure;
-    }
-    const std::int32_t result = startReadoutThread(frameSize);
-    if (result != kSuccess) {
-        return result;
-    }
-    mMode.current = Mode::BlockTransfer;
-    const std::shared_ptr<CQuorReadoutThread> thread = mReadoutThread.get();
-    thread->start();
-    return thread->isRunning() ? kSuccess : kFailure; // the system may give no thread
-}
-
-std::int32_t CQuorGrabber::startReadoutThread(std::uint32_t frameSize)
-{
-    clearEarlierMode();
     const std::uint32_t blockSize = blockSizeFor(frameSize);
     logLine("Frame size %d  Used block size: %d,  Frames per buffer %d",
             static_cast<std::int32_t>(frameSize), static_cast<std::int32_t>(blockSize),
             static_cast<std::int32_t>(blockSize / frameSize));
     const auto thread = std::make_shared<CQuorReadoutThread>();
-    mReadoutThread.set(thread);
-    const std::int32_t result = thread->initialize(
-        this, static_cast<std::uint32_t>(mGeometry.width),
-        static_cast<std::uint32_t>(mGeometry.height), blockSize, mTransfer.requestMode);
-    if (result != kSuccess) {
+    mThread.set(thread);
+    const StartResult result =
+        thread->initialize(mCamera.link, static_cast<std::uint32_t>(mCamera.geometry.width),
+                           static_cast<std::uint32_t>(mCamera.geometry.height), blockSize,
+                           mCamera.link.transfer.requestMode);
+    if (result != StartResult::Started) {
         return result;
     }
     const auto block = std::make_shared<RecordedBlock>(RecordedBlock{.frameSize = frameSize});
     if (!growTo(block->data, blockSize)) {
-        execute(mFeatures->acquisitionStop); // begun by the thread's initialisation
-        return kFailure;
+        execute(mCamera.link.features->acquisitionStop); // begun by the thread's initialisation
+        return StartResult::Failed;
     }
     mBlock.set(block);
-    return kSuccess;
+    return StartResult::Started;
 }
 
-std::shared_ptr<CQuorReadoutThread> CQuorGrabber::runningReadoutThread() const
+StartResult BlockTransfer::start()
+{
+    const std::shared_ptr<CQuorReadoutThread> thread = mThread.get();
+    thread->start();
+    return thread->isRunning() ? StartResult::Started : StartResult::Failed;
+}
+
+std::shared_ptr<Thread> BlockTransfer::takeThread()
+{
+    std::shared_ptr<Thread> thread = mThread.get();
+    mThread.set(nullptr);
+    return thread;
+}
+
+void BlockTransfer::retireBlock()
+{
+    if (std::shared_ptr<RecordedBlock> block = mBlock.get()) {
+        mRetired = std::move(block);
+        mBlock.set(nullptr);
+    }
+}
+
+std::shared_ptr<CQuorReadoutThread> BlockTransfer::runningThread() const
 {
     // One whose initialisation has failed stays, but would never answer.
-    std::shared_ptr<CQuorReadoutThread> thread = mReadoutThread.get();
+    std::shared_ptr<CQuorReadoutThread> thread = mThread.get();
     return thread != nullptr && thread->isRunning() ? thread : nullptr;
 }
 
-std::int32_t CQuorGrabber::getRecordedFrameBlock(std::uint32_t sequence, std::uint32_t firstFrame,
-                                                 std::uint32_t frameCount)
+std::optional<std::uint32_t> BlockTransfer::getFrameBlockSize() const
+{
+    const std::uint32_t frameSize = mCamera.geometry.frameSize();
+    if (frameSize == 0) {
+        return std::nullopt;
+    }
+    return std::min(blockSizeFor(frameSize) / frameSize, kMaxFramesPerBlock);
+}
+
+BlockRequest BlockTransfer::getRecordedFrameBlock(std::uint32_t sequence, std::uint32_t firstFrame,
+                                                  std::uint32_t frameCount)
 {
     constexpr std::uint32_t kMaxCount = std::numeric_limits<std::int32_t>::max();
-    if (mIsConnectionLost) {
-        return kLinkLost;
+    if (mCamera.link.isLost) {
+        return BlockRequest::LinkLost;
     }
-    const std::shared_ptr<CQuorReadoutThread> thread = runningReadoutThread();
+    const std::shared_ptr<CQuorReadoutThread> thread = runningThread();
     if (thread == nullptr || frameCount == 0 || frameCount > kMaxCount) {
-        return kFailure;
+        return BlockRequest::Failed;
     }
     // The number as clamped is not kept: the sequence is selected anew for every block but those of
     // the first one.
-    auto selected = static_cast<std::int32_t>(sequence);
-    if (selected != kFirstSequence && setCurrentStreamSequence(&selected) != kSuccess) {
-        return kFailure;
+    const auto selected = static_cast<std::int32_t>(sequence);
+    if (selected != kFirstSequence && !setCurrentStreamSequence(mCamera, selected).isDone()) {
+        return BlockRequest::Failed;
     }
-    const auto first = static_cast<std::int32_t>(firstFrame);
-    const auto last = static_cast<std::int32_t>(firstFrame + frameCount - 1);
-    const std::int32_t result = thread->requestFrames(first, last);
-    // A loss in the meantime may have aborted the request before this one.
-    return mIsConnectionLost ? kLinkLost : result;
+    const Outcome outcome =
+        thread->requestFrames({.first = static_cast<std::int32_t>(firstFrame),
+                               .last = static_cast<std::int32_t>(firstFrame + frameCount - 1)});
+    if (mCamera.link.isLost) {
+        return BlockRequest::LinkLost; // the loss may have aborted the request before this one
+    }
+    return outcome == Outcome::Done ? BlockRequest::Sent : BlockRequest::Failed;
 }
 
-const std::uint8_t* CQuorGrabber::getRecordedFrameBlockResult(std::int64_t* frames,
-                                                              std::uint32_t* status)
+std::optional<CollectedBlock> BlockTransfer::getRecordedFrameBlockResult()
 {
-    if (mIsConnectionLost) {
-        return nullptr;
+    if (mCamera.link.isLost) {
+        return std::nullopt;
     }
-    const std::shared_ptr<CQuorReadoutThread> thread = runningReadoutThread();
+    const std::shared_ptr<CQuorReadoutThread> thread = runningThread();
     const std::shared_ptr<RecordedBlock> block = mBlock.get();
-    std::int32_t frameCount = 0;
-    const std::int32_t result = thread == nullptr || block == nullptr
-                                    ? kTransferEnded
-                                    : collectBlock(*thread, block, &frameCount);
-    *status = static_cast<std::uint32_t>(result);
-    if (result != kComplete) {
-        return nullptr;
-    }
-    *frames = frameCount;
-    return block->data.data();
+    return thread == nullptr || block == nullptr ? kTransferEnded : collect(*thread, block);
 }
 
-bool CQuorGrabber::holdsFrames(RecordedBlock& block, std::int32_t frames) const
+CollectedBlock BlockTransfer::collect(CQuorReadoutThread& thread,
+                                      const std::shared_ptr<RecordedBlock>& block)
+{
+    const ReadoutRequest::Ending ending = thread.waitForResult();
+    const std::int32_t frames = ending.acquired.value_or(0);
+    if (ending.result != RequestResult::Complete) {
+        return {.result = ending.result, .frames = 0, .data = nullptr};
+    }
+    if (!holdsFrames(*block, frames)) {
+        return kTransferEnded;
+    }
+    copyBlock(thread, *block, frames);
+    if (mBlock.get() != block) {
+        return kTransferEnded; // a stop has come meanwhile
+    }
+    return {.result = RequestResult::Complete, .frames = frames, .data = block->data.data()};
+}
+
+bool BlockTransfer::holdsFrames(RecordedBlock& block, std::int32_t frames) const
 {
     // The host may have asked for more frames than fit, or the image size may have grown.
     const std::uint64_t size =
-        std::uint64_t{mGeometry.frameSize()} * static_cast<std::uint32_t>(frames);
+        std::uint64_t{mCamera.geometry.frameSize()} * static_cast<std::uint32_t>(frames);
     return size != 0 && size <= kMaxBlockMemory && growTo(block.data, size);
 }
 
-std::int32_t CQuorGrabber::collectBlock(CQuorReadoutThread& thread,
-                                        const std::shared_ptr<RecordedBlock>& block,
-                                        std::int32_t* frames)
-{
-    const std::int32_t result = thread.waitForResult(frames);
-    if (result != kComplete) {
-        return result;
-    }
-    if (!holdsFrames(*block, *frames)) {
-        return kTransferEnded;
-    }
-    copyBlock(thread, *block, *frames);
-    return mBlock.get() == block ? kComplete : kTransferEnded; // a stop may have come meanwhile
-}
-
-const std::uint8_t* CQuorGrabber::getRecordedFrameBlockInfo(std::uint32_t index,
-                                                            std::uint64_t* header,
-                                                            std::uint8_t* flags,
-                                                            std::uint8_t* extra) const
+std::optional<HeadedFrame> BlockTransfer::getRecordedFrameBlockInfo(std::uint32_t index) const
 {
     const std::shared_ptr<RecordedBlock> block = mBlock.get();
-    if (mIsConnectionLost || block == nullptr) {
-        return nullptr;
+    if (mCamera.link.isLost || block == nullptr) {
+        return std::nullopt;
     }
     // The index is not checked against the frames collected, only against the block's end.
     const std::uint64_t offset = std::uint64_t{index} * block->frameSize;
-    const std::uint32_t imageSize = mGeometry.frameSize();
+    const std::uint32_t imageSize = mCamera.geometry.frameSize();
     if (imageSize == 0 || offset + imageSize > block->data.size()) {
-        return nullptr;
+        return std::nullopt;
     }
-    const std::span<const std::uint8_t> frame = std::span(block->data).subspan(offset);
-    const auto decoded = decodeFrameHeader(frame);
-    if (!decoded) {
-        return nullptr;
-    }
-    *header = decoded->value;
-    *flags = decoded->flags;
-    *extra = decoded->extra;
-    return frame.data();
+    return headedFrame(std::span(block->data).subspan(offset));
 }
 
-std::int32_t CQuorGrabber::abortCurrentFrameBlockRequest()
+void BlockTransfer::abortCurrentFrameBlockRequest()
 {
-    if (const std::shared_ptr<CQuorReadoutThread> thread = mReadoutThread.get()) {
+    if (const std::shared_ptr<CQuorReadoutThread> thread = mThread.get()) {
         thread->abortRequest();
     }
-    return kSuccess;
 }

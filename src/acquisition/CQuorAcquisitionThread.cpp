@@ -1,10 +1,9 @@
 #include "CQuorAcquisitionThread.h"
 
-#include "CQuorGrabber.h"
-#include "Commands.h"
 #include "FrameHeader.h"
-#include "LinkLimits.h"
+#include "LinkPacing.h"
 #include "LogText.h"
+#include "RecordedSequences.h"
 
 namespace
 {
@@ -31,66 +30,38 @@ CQuorAcquisitionThread::~CQuorAcquisitionThread()
     finish();
 }
 
-std::int32_t CQuorAcquisitionThread::initialize(CQuorGrabber* grabber, std::uint32_t bufferCount,
-                                                std::uint32_t width, std::uint32_t height,
-                                                std::int32_t recordFlag)
+StartResult CQuorAcquisitionThread::initialize(CameraSettings& camera, LiveImages& images,
+                                               std::uint32_t bufferCount, std::uint32_t frameSize,
+                                               ImageKind kind)
 {
-    mRecordFlag = recordFlag;
+    constexpr OpenTexts kTexts{"!! Error Initialize acquisition thread. Stream not open.",
+                               "!! Error Initialize acquisition thread. Can't set buffer count."};
+    mImages = &images;
+    mKind = kind;
     // The first image after a record start was taken before it.
-    mSkipNextFrame = recordFlag != 0;
-    if (grabber == nullptr) {
-        return kFailure;
+    mSkipNextFrame = kind == ImageKind::RecordPreview;
+    const StartResult result = open(camera.link, frameSize, bufferCount, kTexts);
+    if (result != StartResult::Started) {
+        return result;
     }
-    mGrabber = grabber;
-    if (!grabber->stream().IsOpen()) {
-        logLine("!! Error Initialize acquisition thread. Stream not open.");
-        return kFailure;
-    }
-    grabber->stream().FlushPacketQueue();
-    mPipeline = std::make_unique<StoppablePipeline>(&grabber->stream(), width * height);
-    if (!mPipeline->setBufferCount(bufferCount).IsOK()) {
-        logLine("!! Error Initialize acquisition thread. Can't set buffer count.");
-        return kBufferCountRefused;
-    }
-    mInterPacketDelay = grabber->transfer().defaultInterPacketDelay;
-    grabber->setInterPacketDelay(mInterPacketDelay);
-    mDataRate = grabber->transfer().outputDataRate;
-    grabber->SetOutputDatarate(mDataRate);
-    if (recordFlag == 1) {
-        grabber->getMaxFramesPerSequence(&mMaxFrames);
+    sendInterPacketDelay(camera.link.transfer.defaultInterPacketDelay);
+    sendDataRate(camera.link.transfer.outputDataRate);
+    if (kind == ImageKind::RecordPreview) {
+        mMaxFrames = read(camera, kGetMaxFramesPerSequence).value.value_or(0);
     }
     logLine("Max frames count %d", mMaxFrames);
-    return kSuccess;
+    return StartResult::Started;
 }
 
 DWORD CQuorAcquisitionThread::Function()
 {
     logLine("Acquisition thread started!");
-    mPipeline->start();
+    pipeline().start();
     mTotal = FrameCounterTotal(mMaxFrames);
     mFrameCount = 0;
-    while (!isStopRequested()) {
-        PvBuffer* buffer = nullptr;
-        PvResult operation;
-        const PvResult retrieval = mPipeline->retrieve(&buffer, INFINITE, &operation);
-        if (!retrieval.IsOK()) {
-            attempt([&] { handleRetrievalError(retrieval); });
-        } else if (!operation.IsOK()) {
-            attempt([&] { handleImageError(*buffer, operation); });
-        } else {
-            handleImage(*buffer);
-        }
-    }
-    mPipeline->close();
+    takeImages();
     logLine("Acquisition thread stopped!");
     return 0;
-}
-
-void CQuorAcquisitionThread::wake()
-{
-    if (mPipeline != nullptr) {
-        mPipeline->wake();
-    }
 }
 
 void CQuorAcquisitionThread::handleImage(PvBuffer& buffer)
@@ -104,39 +75,29 @@ void CQuorAcquisitionThread::handleImage(PvBuffer& buffer)
     if (mSkipNextFrame) {
         mSkipNextFrame = false;
     } else {
-        mGrabber->putLiveFrame(image);
+        mImages->put(image);
     }
-    mPipeline->release(&buffer);
+    pipeline().release(&buffer);
 }
 
 void CQuorAcquisitionThread::handleImageError(PvBuffer& buffer, const PvResult& error)
 {
     logLine("Internal acquisition state: %s!", error.GetCodeString().GetAscii());
-    mPipeline->release(&buffer);
+    pipeline().release(&buffer);
+    slowDown(error);
+}
+
+void CQuorAcquisitionThread::slowDown(const PvResult& error)
+{
+    const TransferSettings& transfer = link().transfer;
     if (error == PvResult::Code::ImageError) {
-        raiseDataRate();
-    } else {
-        raiseInterPacketDelay();
+        if (isDue(mLastDataRateBackOff, kBackOffInterval)) {
+            sendDataRate(raisedDataRate(dataRate(), transfer.outputDataRate));
+        }
+    } else if (isDue(mLastDelayBackOff, kBackOffInterval)) {
+        sendInterPacketDelay(
+            raisedInterPacketDelay(interPacketDelay(), transfer.defaultInterPacketDelay));
     }
-}
-
-void CQuorAcquisitionThread::raiseDataRate()
-{
-    if (!isDue(mLastDataRateBackOff, kBackOffInterval)) {
-        return;
-    }
-    mDataRate = raisedDataRate(mDataRate, mGrabber->transfer().outputDataRate);
-    mGrabber->SetOutputDatarate(mDataRate);
-}
-
-void CQuorAcquisitionThread::raiseInterPacketDelay()
-{
-    if (!isDue(mLastDelayBackOff, kBackOffInterval)) {
-        return;
-    }
-    mInterPacketDelay =
-        raisedInterPacketDelay(mInterPacketDelay, mGrabber->transfer().defaultInterPacketDelay);
-    mGrabber->setInterPacketDelay(mInterPacketDelay);
 }
 
 void CQuorAcquisitionThread::handleRetrievalError(const PvResult& error)
@@ -145,7 +106,7 @@ void CQuorAcquisitionThread::handleRetrievalError(const PvResult& error)
         return; // the stop has woken the retrieval: no error of the stream
     }
     logLine("External acquisition state: %s!", error.GetCodeString().GetAscii());
-    if (mRecordFlag == 0) {
+    if (mKind == ImageKind::Live) {
         restartAcquisition();
     }
 }
@@ -157,9 +118,9 @@ void CQuorAcquisitionThread::restartAcquisition()
         return;
     }
     logLine("Restart acquisition!");
-    execute(mGrabber->features()->acquisitionStop);
+    execute(link().features->acquisitionStop);
     Sleep(kRestartPause);
-    execute(mGrabber->features()->acquisitionStart);
+    execute(link().features->acquisitionStart);
 }
 
 void CQuorAcquisitionThread::forbidRestarts()

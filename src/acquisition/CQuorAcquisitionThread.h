@@ -1,26 +1,26 @@
-#ifndef TELVO_ACQUISITION_CQUORACQUISITIONTHREAD_H
-#define TELVO_ACQUISITION_CQUORACQUISITIONTHREAD_H
+#ifndef TELVO_SRC_ACQUISITION_CQUORACQUISITIONTHREAD_H
+#define TELVO_SRC_ACQUISITION_CQUORACQUISITIONTHREAD_H
 
 #include "FrameCounterTotal.h"
-#include "StoppablePipeline.h"
-#include "Thread.h"
+#include "LiveImages.h"
+#include "StreamWorker.h"
 
 #include <atomic>
 #include <cstdint>
-#include <memory>
 #include <mutex>
 
-class CQuorGrabber;
+/// What the images of an acquisition thread are.
+enum class ImageKind { Live, RecordPreview };
 
 /**
- * Takes live images from the stream into the grabber's frame exchange, counts the frames of a
- * recording, and answers stream errors by slowing the camera down or restarting it.
+ * Takes live images from the stream to the host's side, counts the frames of a recording, and
+ * answers stream errors by slowing the camera down or restarting it.
  *
  * Threads: initialize() and start() come before the body runs; everything else public may be
  * called while it does. Atomic: the time stamps, the frame count and the counting flag;
  * mRestartLock guards mMayRestart and every restart; the rest is the body's.
  */
-class CQuorAcquisitionThread final : public Thread
+class CQuorAcquisitionThread final : public StreamWorker
 {
   public:
     CQuorAcquisitionThread() = default;
@@ -29,14 +29,13 @@ class CQuorAcquisitionThread final : public Thread
     CQuorAcquisitionThread& operator=(const CQuorAcquisitionThread&) = delete;
 
     /**
-     * @param grabber      borrowed for the thread's life
+     * @param camera       its link is borrowed for the thread's life
+     * @param images       takes the images; borrowed for the thread's life
      * @param bufferCount  of the pipeline
-     * @param width        pixels; an image has width * height bytes
-     * @param recordFlag   1: the camera records and what comes is its preview, 0: live mode
-     * @return 0, -1 stream not open, -2 the pipeline refuses the buffer count
+     * @param frameSize    bytes of an image
      */
-    std::int32_t initialize(CQuorGrabber* grabber, std::uint32_t bufferCount, std::uint32_t width,
-                            std::uint32_t height, std::int32_t recordFlag);
+    StartResult initialize(CameraSettings& camera, LiveImages& images, std::uint32_t bufferCount,
+                           std::uint32_t frameSize, ImageKind kind);
 
     DWORD Function() override;
 
@@ -51,23 +50,18 @@ class CQuorAcquisitionThread final : public Thread
     void allowRestarts();
 
   private:
-    void wake() override;
-    void handleImage(PvBuffer& buffer);
-    void handleImageError(PvBuffer& buffer, const PvResult& error);
-    void handleRetrievalError(const PvResult& error);
-    void raiseDataRate();
-    void raiseInterPacketDelay();
+    void handleImage(PvBuffer& buffer) override;
+    void handleImageError(PvBuffer& buffer, const PvResult& error) override;
+    void handleRetrievalError(const PvResult& error) override;
+    void slowDown(const PvResult& error);
     void restartAcquisition();
 
-    CQuorGrabber* mGrabber = nullptr;
-    std::unique_ptr<StoppablePipeline> mPipeline;
-    std::int32_t mRecordFlag = 0;
-    std::int32_t mInterPacketDelay = 0;
-    std::int32_t mDataRate = 0;
+    LiveImages* mImages = nullptr;
+    ImageKind mKind = ImageKind::Live;
     std::atomic<DWORD> mLastDelayBackOff{0}; // ticks, ms
     std::atomic<DWORD> mLastDataRateBackOff{0};
     std::atomic<DWORD> mLastRestart{0};
-    std::int32_t mMaxFrames = 0;
+    std::int32_t mMaxFrames = 0; // of a sequence
     FrameCounterTotal mTotal;
     std::atomic<std::int32_t> mFrameCount{0};
     std::atomic<bool> mIsCounting{false};

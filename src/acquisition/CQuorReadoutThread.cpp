@@ -1,8 +1,6 @@
 // The thread's life and its requests; what its body does with the stream is in ReadoutBody.cpp.
 #include "CQuorReadoutThread.h"
 
-#include "CQuorGrabber.h"
-#include "LinkLimits.h"
 #include "LogText.h"
 
 namespace
@@ -15,55 +13,47 @@ CQuorReadoutThread::~CQuorReadoutThread()
     finish();
 }
 
-std::int32_t CQuorReadoutThread::initialize(CQuorGrabber* grabber, std::uint32_t width,
-                                            std::uint32_t height, std::uint32_t blockSize,
-                                            std::int32_t readoutMode)
+StartResult CQuorReadoutThread::initialize(CameraLink& link, std::uint32_t width,
+                                           std::uint32_t height, std::uint32_t blockSize,
+                                           std::int32_t readoutMode)
 {
-    mGrabber = grabber;
+    constexpr OpenTexts kTexts{"!! Error Initialize readout thread. Stream not open.",
+                               "!! Error Initialize readout thread. Can't set buffer count."};
     if (!mRequest.canAwait()) {
-        return kFailure;
+        return StartResult::Failed;
     }
-    if (!grabber->stream().IsOpen()) {
-        logLine("!! Error Initialize readout thread. Stream not open.");
-        return kFailure;
-    }
-    grabber->stream().FlushPacketQueue();
     mFrameSize = width * height;
-    mPipeline = std::make_unique<StoppablePipeline>(&grabber->stream(), mFrameSize);
     mBufferCount = pipelineBufferCount(mFrameSize, kMaxBuffers);
-    if (!mPipeline->setBufferCount(mBufferCount).IsOK()) {
-        logLine("!! Error Initialize readout thread. Can't set buffer count.");
-        return kBufferCountRefused;
+    const StartResult result = open(link, mFrameSize, mBufferCount, kTexts);
+    if (result != StartResult::Started) {
+        return result;
     }
     mBlock.resize(blockSize);
-    mRequester.bind(*grabber, readoutMode);
-    mPipeline->start();
+    mRequester.bind(link, readoutMode);
+    pipeline().start();
     mRequester.startAcquisition();
     logLine("Readout Thread initialized! Width %d Height %d Buffersize %d Queue Size %d Mode %d\n",
             static_cast<std::int32_t>(width), static_cast<std::int32_t>(height),
             static_cast<std::int32_t>(blockSize), static_cast<std::int32_t>(mBufferCount),
             mRequester.isSerial() ? 1 : 0);
-    return kSuccess;
+    return StartResult::Started;
 }
 
 void CQuorReadoutThread::wake()
 {
     mRequest.end(); // a host that waits for its block need not wait for the body's end
-    if (mPipeline != nullptr) {
-        mPipeline->wake();
-    }
+    StreamWorker::wake();
 }
 
-std::int32_t CQuorReadoutThread::requestFrames(std::int32_t first, std::int32_t last)
+Outcome CQuorReadoutThread::requestFrames(const FrameRange& range)
 {
-    const FrameRange range{.first = first, .last = last};
     const std::lock_guard lock(mSendLock);
     mRequest.begin();
     if (!sendNewRequest(range)) {
-        return kFailure;
+        return Outcome::Failed;
     }
     mRequest.accept(range);
-    return kSuccess;
+    return Outcome::Done;
 }
 
 bool CQuorReadoutThread::sendNewRequest(const FrameRange& range)
@@ -110,7 +100,7 @@ void CQuorReadoutThread::abortRequest()
     mRequest.abort();
 }
 
-std::int32_t CQuorReadoutThread::waitForResult(std::int32_t* framesAcquired)
+ReadoutRequest::Ending CQuorReadoutThread::waitForResult()
 {
     ReadoutRequest::Ending ending = mRequest.await();
     while (ending.isExcess()) {
@@ -119,10 +109,7 @@ std::int32_t CQuorReadoutThread::waitForResult(std::int32_t* framesAcquired)
         repeatRequest();
         ending = mRequest.await();
     }
-    if (ending.acquired) {
-        *framesAcquired = *ending.acquired;
-    }
-    return static_cast<std::int32_t>(ending.result);
+    return ending;
 }
 
 void CQuorReadoutThread::readBlock(const std::function<void(std::span<const std::uint8_t>)>& read)

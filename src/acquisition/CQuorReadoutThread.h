@@ -1,11 +1,10 @@
-#ifndef TELVO_ACQUISITION_CQUORREADOUTTHREAD_H
-#define TELVO_ACQUISITION_CQUORREADOUTTHREAD_H
+#ifndef TELVO_SRC_ACQUISITION_CQUORREADOUTTHREAD_H
+#define TELVO_SRC_ACQUISITION_CQUORREADOUTTHREAD_H
 
 #include "FrameRequester.h"
 #include "PipelineDrain.h"
 #include "ReadoutRequest.h"
-#include "StoppablePipeline.h"
-#include "Thread.h"
+#include "StreamWorker.h"
 
 #include <cstdint>
 #include <functional>
@@ -13,8 +12,6 @@
 #include <mutex>
 #include <span>
 #include <vector>
-
-class CQuorGrabber;
 
 /**
  * Reads recorded frames back, a block of them per request. Stream errors are answered by draining
@@ -24,7 +21,7 @@ class CQuorGrabber;
  * abortRequest() may come from any thread. mRequest guards itself; mSendLock serialises the sending
  * of requests, which host and body both do; mBlockLock guards the block; the rest is the body's.
  */
-class CQuorReadoutThread final : public Thread
+class CQuorReadoutThread final : public StreamWorker
 {
   public:
     CQuorReadoutThread() = default;
@@ -34,30 +31,23 @@ class CQuorReadoutThread final : public Thread
 
     /**
      * Starts the pipeline and the camera's acquisition.
-     * @param grabber      borrowed for the thread's life
+     * @param link         borrowed for the thread's life
      * @param width        pixels; a frame has width * height bytes, not 0
      * @param blockSize    bytes of a block
      * @param readoutMode  1: requests go over the serial line if it is open, else through features
-     * @return 0, -1 stream not open, -2 the pipeline refuses the buffer count
      */
-    std::int32_t initialize(CQuorGrabber* grabber, std::uint32_t width, std::uint32_t height,
-                            std::uint32_t blockSize, std::int32_t readoutMode);
+    StartResult initialize(CameraLink& link, std::uint32_t width, std::uint32_t height,
+                           std::uint32_t blockSize, std::int32_t readoutMode);
 
     DWORD Function() override;
 
-    /// Asks the camera for the frames from `first` to `last`, which ends any request before. When
+    /// Asks the camera for the frames, which ends any request before. When
     /// the serial line fails, through features, and so for the rest of this thread's life.
-    /// @return 0 or -1
-    std::int32_t requestFrames(std::int32_t first, std::int32_t last);
+    Outcome requestFrames(const FrameRange& range);
     void abortRequest();
-    /**
-     * Waits, without limit, until the request is complete or aborted or the thread ends. Once per
-     * request: with none to wait for the result is -1 at once.
-     * @param framesAcquired  out; untouched for a request aborted before the call
-     * @return a RequestResult
-     */
-    std::int32_t waitForResult(std::int32_t* framesAcquired);
-
+    /// Waits, without limit, until the request is complete or aborted or the thread ends. Once per
+    /// request: with none to wait for the result is ThreadEnded at once.
+    ReadoutRequest::Ending waitForResult();
     /// Calls `read` with the block, which does not change meanwhile.
     void readBlock(const std::function<void(std::span<const std::uint8_t>)>& read);
 
@@ -67,23 +57,20 @@ class CQuorReadoutThread final : public Thread
     bool sendNewRequest(const FrameRange& range);
     void repeatRequest();
 
-    /// Answers an error of the stream, or gives the request up.
-    template <typename Answer>
-    void answer(Answer giveAnswer);
+    void handleImage(PvBuffer& buffer) override;
+    void handleImageError(PvBuffer& buffer, const PvResult& error) override;
+    void handleRetrievalError(const PvResult& error) override;
+    /// Nobody repeats the request any more, so the host must not wait for it.
+    void giveUp() override { abortRequest(); }
+    void finishTurn() override { completeRequest(); }
     void prepareLink();
-    void handleFrame(PvBuffer& buffer);
     void storeFrame(PvBuffer& buffer, std::int32_t index);
-    void handleFrameError(PvBuffer& buffer, const PvResult& error);
-    void handleRetrievalError(const PvResult& error);
     void keepBack(PvBuffer& buffer);
     void paceCamera();
     void raiseDataRate();
-    void sendInterPacketDelay(std::int32_t delay);
     Drained drain(const LogText<std::int32_t>& pausing);
     void completeRequest();
 
-    CQuorGrabber* mGrabber = nullptr;
-    std::unique_ptr<StoppablePipeline> mPipeline;
     std::uint32_t mBufferCount = 0;   // of the pipeline
     std::vector<PvBuffer*> mKeptBack; // of the pipeline's buffers, those that carried an error
     std::uint32_t mFrameSize = 0;     // bytes
@@ -97,8 +84,6 @@ class CQuorReadoutThread final : public Thread
 
     std::int32_t mConsecutiveErrors = 0; // since a request was completed or the data rate raised
     bool mHasFrameError = false;         // since the last retrieval error that was answered
-    std::int32_t mInterPacketDelay = 0;  // as last sent
-    std::int32_t mDataRate = 0;          // as last sent
 };
 
 #endif

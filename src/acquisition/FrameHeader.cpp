@@ -24,3 +24,10 @@ std::optional<FrameHeader> decodeFrameHeader(std::span<const std::uint8_t> frame
                        .value = littleEndian(frame.subspan(8, 7)),
                        .extra = frame[15]};
 }
+
+std::optional<HeadedFrame> headedFrame(std::span<const std::uint8_t> frame)
+{
+    const auto header = decodeFrameHeader(frame);
+    return header ? std::optional(HeadedFrame{.data = frame.data(), .header = *header})
+                  : std::nullopt;
+}

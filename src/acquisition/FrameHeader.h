@@ -1,6 +1,6 @@
 /// The header that the camera writes over the first 16 bytes of every recorded and live frame.
-#ifndef TELVO_ACQUISITION_FRAMEHEADER_H
-#define TELVO_ACQUISITION_FRAMEHEADER_H
+#ifndef TELVO_SRC_ACQUISITION_FRAMEHEADER_H
+#define TELVO_SRC_ACQUISITION_FRAMEHEADER_H
 
 #include <cstddef>
 #include <cstdint>
@@ -21,5 +21,14 @@ struct FrameHeader {
 /// @param frame  the frame from its first byte on
 /// @return nothing for fewer than 16 bytes
 std::optional<FrameHeader> decodeFrameHeader(std::span<const std::uint8_t> frame);
+
+/// A frame that the host reads, and what its header says.
+struct HeadedFrame {
+    const std::uint8_t* data;
+    FrameHeader header;
+};
+
+/// @return nothing for a frame without a whole header
+std::optional<HeadedFrame> headedFrame(std::span<const std::uint8_t> frame);
 
 #endif

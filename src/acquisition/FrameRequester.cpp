@@ -1,10 +1,8 @@
 #include "FrameRequester.h"
 
-#include "CQuorGrabber.h"
-#include "Commands.h"
-
 #include <array>
 #include <cstdio>
+#include <span>
 
 namespace
 {
@@ -20,10 +18,10 @@ std::string serialFrameRequest(const FrameRange& range)
     return text.data();
 }
 
-void FrameRequester::bind(CQuorGrabber& grabber, std::int32_t readoutMode)
+void FrameRequester::bind(CameraLink& link, std::int32_t readoutMode)
 {
-    mGrabber = &grabber;
-    const CameraFeatures& features = grabber.features();
+    mLink = &link;
+    const CameraFeatures& features = link.features;
     mStartNumber = features.find<PvGenInteger>("StreamStartNumber");
     mEndNumber = features.find<PvGenInteger>("StreamEndNumber");
     mSequenceStart = features.find<PvGenCommand>("StreamSequenceStart");
@@ -33,9 +31,9 @@ void FrameRequester::bind(CQuorGrabber& grabber, std::int32_t readoutMode)
         mStartNumber->SetValue(0);
         mEndNumber->SetValue(0);
     }
-    mIsSerial = readoutMode == 1 && grabber.serialPort().IsOpened();
+    mIsSerial = readoutMode == 1 && link.serialLine.isOpen();
     if (mIsSerial) {
-        grabber.flushSerialPort();
+        link.serialLine.flush();
     }
 }
 
@@ -67,9 +65,9 @@ void FrameRequester::startAcquisition()
 bool FrameRequester::sendSerial(const FrameRange& range)
 {
     const std::string request = serialFrameRequest(range);
+    const std::span bytes(reinterpret_cast<const std::uint8_t*>(request.data()), request.size());
     for (int i = 0; i < kTries; ++i) {
-        if (mGrabber->writeData(reinterpret_cast<const std::uint8_t*>(request.data()),
-                                static_cast<std::uint32_t>(request.size())) == kSuccess) {
+        if (mLink->serialLine.write(bytes) == Outcome::Done) {
             return true;
         }
     }

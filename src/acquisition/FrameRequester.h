@@ -1,13 +1,11 @@
-#ifndef TELVO_ACQUISITION_FRAMEREQUESTER_H
-#define TELVO_ACQUISITION_FRAMEREQUESTER_H
+#ifndef TELVO_SRC_ACQUISITION_FRAMEREQUESTER_H
+#define TELVO_SRC_ACQUISITION_FRAMEREQUESTER_H
 
-#include "PvGenParameter.h"
+#include "CameraLink.h"
 
 #include <atomic>
 #include <cstdint>
 #include <string>
-
-class CQuorGrabber;
 
 /// Frame numbers of a recording, both included.
 struct FrameRange {
@@ -31,9 +29,9 @@ class FrameRequester
 {
   public:
     /// Binds the features, clears the range and chooses the way.
-    /// @param grabber  borrowed for this object's life
+    /// @param link         borrowed for this object's life
     /// @param readoutMode  1: over the serial line if it is open, else through features
-    void bind(CQuorGrabber& grabber, std::int32_t readoutMode);
+    void bind(CameraLink& link, std::int32_t readoutMode);
 
     /// False when requests go through features and the camera lacks them.
     bool canSend() const;
@@ -51,7 +49,7 @@ class FrameRequester
     bool sendFeatures(const FrameRange& range);
     bool setRange(const FrameRange& range);
 
-    CQuorGrabber* mGrabber = nullptr;
+    CameraLink* mLink = nullptr;
     std::atomic<bool> mIsSerial{false};
     PvGenInteger* mStartNumber = nullptr;
     PvGenInteger* mEndNumber = nullptr;

@@ -1,6 +1,6 @@
 /// The camera's description of its recording: size, mode, sequences and where each one stopped.
-#ifndef TELVO_ACQUISITION_INFOFRAME_H
-#define TELVO_ACQUISITION_INFOFRAME_H
+#ifndef TELVO_SRC_ACQUISITION_INFOFRAME_H
+#define TELVO_SRC_ACQUISITION_INFOFRAME_H
 
 #include <array>
 #include <cstddef>

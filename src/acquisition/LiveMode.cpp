@@ -1,47 +1,45 @@
 // Live mode: the camera streams what it sees.
-#include "CQuorAcquisitionThread.h"
-#include "CQuorGrabber.h"
-#include "Commands.h"
 #include "LogText.h"
+#include "ModeControl.h"
 
-std::int32_t CQuorGrabber::startLiveMode()
+StartResult ModeControl::startLiveMode()
 {
     logLine("Start live mode");
     stopPlaybackMode();
     if (!canAcquire()) {
-        return kFailure;
+        return StartResult::Failed;
     }
-    if (auto* const acquisitionMode = mFeatures.find<PvGenEnum>("AcquisitionMode")) {
-        acquisitionMode->SetValue("Continuous");
+    if (auto* const acquisitionMode = mCamera.link.features.find<PvGenEnum>("AcquisitionMode")) {
+        (void)acquisitionMode->SetValue("Continuous");
     }
-    const std::uint32_t frameSize = mGeometry.frameSize();
+    const std::uint32_t frameSize = mCamera.geometry.frameSize();
     logLine("Frame size: %d", static_cast<std::int32_t>(frameSize));
     if (frameSize == 0) {
-        return kFailure;
+        return StartResult::Failed;
     }
-    mMode.current = Mode::Live;
-    if (changeAquisitionSource(Mode::Live) != kSuccess) {
-        return kFailure;
+    mMode = Mode::Live;
+    if (changeAquisitionSource(Mode::Live) != Outcome::Done) {
+        return StartResult::Failed;
     }
-    const std::int32_t result = startAcquisitionThread(0);
-    if (result != kSuccess) {
+    const StartResult result = startAcquisitionThread(ImageKind::Live);
+    if (result != StartResult::Started) {
         return result;
     }
-    execute(mFeatures->acquisitionStart);
-    return kSuccess;
+    execute(mCamera.link.features->acquisitionStart);
+    return StartResult::Started;
 }
 
-std::int32_t CQuorGrabber::pauseLiveMode(bool pause)
+Outcome ModeControl::pauseLiveMode(bool pause)
 {
     if (mAcquisitionThread == nullptr) {
-        return pause ? kSuccess : kFailure;
+        return doneIf(pause);
     }
     if (!pause) {
         mAcquisitionThread->allowRestarts();
-        execute(mFeatures->acquisitionStart);
+        execute(mCamera.link.features->acquisitionStart);
     } else if (mAcquisitionThread->isRunning()) {
         mAcquisitionThread->forbidRestarts();
-        execute(mFeatures->acquisitionStop);
+        execute(mCamera.link.features->acquisitionStop);
     }
-    return kSuccess;
+    return Outcome::Done;
 }

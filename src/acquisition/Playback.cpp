@@ -1,50 +1,50 @@
 // Playback, the mode in which the camera delivers recorded frames, and the source of its images.
-#include "CQuorGrabber.h"
-#include "Commands.h"
+#include "LinkPacing.h"
 #include "LogText.h"
+#include "ModeControl.h"
 
-bool CQuorGrabber::canAcquire() const
+bool ModeControl::canAcquire() const
 {
-    return isConnected() && mFeatures->acquisitionStart != nullptr &&
-           mFeatures->acquisitionStop != nullptr;
+    return mCamera.link.device.IsConnected() &&
+           mCamera.link.features->acquisitionStart != nullptr &&
+           mCamera.link.features->acquisitionStop != nullptr;
 }
 
-std::int32_t CQuorGrabber::startPlaybackMode()
+Outcome ModeControl::startPlaybackMode()
 {
     logLine("Starting PlaybackMode!");
-    if (!isConnected() || mIsConnectionLost) {
-        return kFailure;
+    if (!mCamera.link.device.IsConnected() || mCamera.link.isLost) {
+        return Outcome::Failed;
     }
-    execute(mFeatures->acquisitionStop);
-    mStream.FlushPacketQueue();
-    const std::int32_t delay = mTransfer.defaultInterPacketDelay;
-    mTransfer.currentInterPacketDelay = delay;
-    setInterPacketDelay(delay);
-    SetOutputDatarate(mTransfer.outputDataRate);
-    mMode.current = Mode::Playback;
-    execute(mFeatures->acquisitionStart);
+    execute(mCamera.link.features->acquisitionStop);
+    mCamera.link.stream.FlushPacketQueue();
+    const std::int32_t delay = mCamera.link.transfer.defaultInterPacketDelay;
+    mCamera.link.transfer.currentInterPacketDelay = delay;
+    (void)setInterPacketDelay(mCamera.link, delay);
+    (void)setOutputDatarate(mCamera.link, mCamera.link.transfer.outputDataRate);
+    mMode = Mode::Playback;
+    execute(mCamera.link.features->acquisitionStart);
     logLine("PlaybackMode started!");
-    return kSuccess;
+    return Outcome::Done;
 }
 
-std::int32_t CQuorGrabber::stopPlaybackMode()
+void ModeControl::stopPlaybackMode()
 {
     logLine("Stopping PlaybackMode.");
-    execute(mFeatures->acquisitionStop);
-    mStream.AbortQueuedBuffers();
+    execute(mCamera.link.features->acquisitionStop);
+    mCamera.link.stream.AbortQueuedBuffers();
     logLine("PlaybackMode stopped.");
-    return kSuccess;
 }
 
-std::int32_t CQuorGrabber::changeAquisitionSource(Mode mode)
+Outcome ModeControl::changeAquisitionSource(Mode mode)
 {
     constexpr LogText<> kError("-- GEN changeAquisitionSource Error");
     const char* const source = mode == Mode::Record || mode == Mode::Live ? "Live" : "Memory";
-    PvGenEnum* const feature = mFeatures->acquisitionSource;
+    PvGenEnum* const feature = mCamera.link.features->acquisitionSource;
     if (feature == nullptr || !feature->SetValue(source).IsOK()) {
         kError.log();
-        return kFailure;
+        return Outcome::Failed;
     }
     logLine("-- GEN changeAquisitionSource: %s", source);
-    return kSuccess;
+    return Outcome::Done;
 }

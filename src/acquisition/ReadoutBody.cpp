@@ -1,8 +1,7 @@
 // What the readout thread does with the stream: frames into the block, errors into new requests.
-#include "CQuorGrabber.h"
 #include "CQuorReadoutThread.h"
 #include "FrameHeader.h"
-#include "LinkLimits.h"
+#include "LinkPacing.h"
 #include "LogText.h"
 
 #include <algorithm>
@@ -13,33 +12,12 @@ constexpr std::int32_t kErrorsBeforeDataRate = 3;
 constexpr DWORD kMillisecondsPerSecond = 1000;
 } // namespace
 
-template <typename Answer>
-void CQuorReadoutThread::answer(Answer giveAnswer)
-{
-    if (!attempt(giveAnswer)) {
-        abortRequest(); // nobody repeats it, so the host must not wait for it
-    }
-}
-
 DWORD CQuorReadoutThread::Function()
 {
     const DWORD start = GetTickCount();
     logLine("ReadoutThread started!\n");
     attempt([this] { prepareLink(); });
-    while (!isStopRequested()) {
-        PvBuffer* buffer = nullptr;
-        PvResult operation;
-        const PvResult retrieval = mPipeline->retrieve(&buffer, INFINITE, &operation);
-        if (!retrieval.IsOK()) {
-            answer([&] { handleRetrievalError(retrieval); });
-        } else if (!operation.IsOK()) {
-            answer([&] { handleFrameError(*buffer, operation); });
-        } else {
-            handleFrame(*buffer);
-        }
-        completeRequest();
-    }
-    mPipeline->close();
+    takeImages();
     logLine("\nReadoutThread stopped. Duration: %d seconds\n\n",
             static_cast<std::int32_t>((GetTickCount() - start) / kMillisecondsPerSecond));
     return 0;
@@ -47,13 +25,12 @@ DWORD CQuorReadoutThread::Function()
 
 void CQuorReadoutThread::prepareLink()
 {
-    sendInterPacketDelay(mGrabber->transfer().outputInterPacketDelay);
-    logLine("-------------------> ReadoutThread: set interpacket delay: %d \n", mInterPacketDelay);
-    mDataRate = mGrabber->transfer().outputDataRate;
-    mGrabber->SetOutputDatarate(mDataRate);
+    sendInterPacketDelay(link().transfer.outputInterPacketDelay);
+    logLine("-------------------> ReadoutThread: set interpacket delay: %d \n", interPacketDelay());
+    sendDataRate(link().transfer.outputDataRate);
 }
 
-void CQuorReadoutThread::handleFrame(PvBuffer& buffer)
+void CQuorReadoutThread::handleImage(PvBuffer& buffer)
 {
     const ReadoutRequest::Progress progress = mRequest.progress();
     if (progress.acquired < progress.ordered) {
@@ -66,7 +43,7 @@ void CQuorReadoutThread::handleFrame(PvBuffer& buffer)
                 progress.ordered);
     }
     mRequest.count(progress);
-    mPipeline->release(&buffer);
+    pipeline().release(&buffer);
 }
 
 void CQuorReadoutThread::storeFrame(PvBuffer& buffer, std::int32_t index)
@@ -79,7 +56,7 @@ void CQuorReadoutThread::storeFrame(PvBuffer& buffer, std::int32_t index)
     }
 }
 
-void CQuorReadoutThread::handleFrameError(PvBuffer& buffer, const PvResult& error)
+void CQuorReadoutThread::handleImageError(PvBuffer& buffer, const PvResult& error)
 {
     mHasFrameError = true;
     mRequest.interrupt();
@@ -104,7 +81,7 @@ void CQuorReadoutThread::keepBack(PvBuffer& buffer)
         return;
     }
     for (PvBuffer* const kept : mKeptBack) {
-        mPipeline->release(kept);
+        pipeline().release(kept);
     }
     mKeptBack.clear();
 }
@@ -131,7 +108,7 @@ void CQuorReadoutThread::handleRetrievalError(const PvResult& error)
 Drained CQuorReadoutThread::drain(const LogText<std::int32_t>& pausing)
 {
     const ReadoutRequest::Progress progress = mRequest.progress();
-    return drainPipeline(*mPipeline, progress.ordered, progress.acquired, pausing,
+    return drainPipeline(pipeline(), progress.ordered, progress.acquired, pausing,
                          [this] { return isStopRequested(); });
 }
 
@@ -140,7 +117,7 @@ void CQuorReadoutThread::paceCamera()
     if (mHasFrameError) {
         mHasFrameError = false;
         sendInterPacketDelay(
-            raisedInterPacketDelay(mInterPacketDelay, mGrabber->transfer().outputInterPacketDelay));
+            raisedInterPacketDelay(interPacketDelay(), link().transfer.outputInterPacketDelay));
     } else if (mConsecutiveErrors > kErrorsBeforeDataRate) {
         raiseDataRate();
     }
@@ -148,20 +125,13 @@ void CQuorReadoutThread::paceCamera()
 
 void CQuorReadoutThread::raiseDataRate()
 {
-    if (mDataRate >= kMaxDataRate) {
+    if (dataRate() >= kMaxDataRate) {
         // No rate helps: leave the serial line and begin again at the settings of initialisation.
         mRequester.giveUpSerial();
-        sendInterPacketDelay(mGrabber->transfer().defaultInterPacketDelay);
+        sendInterPacketDelay(link().transfer.defaultInterPacketDelay);
     }
-    mDataRate = raisedDataRate(mDataRate, mGrabber->transfer().outputDataRate);
-    mGrabber->SetOutputDatarate(mDataRate);
+    sendDataRate(raisedDataRate(dataRate(), link().transfer.outputDataRate));
     mConsecutiveErrors = 0;
-}
-
-void CQuorReadoutThread::sendInterPacketDelay(std::int32_t delay)
-{
-    mInterPacketDelay = delay;
-    mGrabber->setInterPacketDelay(delay);
 }
 
 void CQuorReadoutThread::completeRequest()

@@ -1,60 +1,63 @@
 // Record mode: the camera records into its memory and streams a preview meanwhile.
-#include "CQuorAcquisitionThread.h"
-#include "CQuorGrabber.h"
-#include "Commands.h"
+#include "CaptureFeatures.h"
 #include "LogText.h"
+#include "ModeControl.h"
 
-bool CQuorGrabber::canRecord() const
+bool ModeControl::canRecord() const
 {
-    return canAcquire() && mFeatures->recordStart != nullptr && mFeatures->recordStop != nullptr;
+    return canAcquire() && mCamera.link.features->recordStart != nullptr &&
+           mCamera.link.features->recordStop != nullptr;
 }
 
-std::int32_t CQuorGrabber::startRecordMode(bool isAttaching)
+StartResult ModeControl::startRecordMode(RecordStart start)
 {
-    if (mMode.current == Mode::Record) {
-        return kSuccess;
+    if (mMode == Mode::Record) {
+        return StartResult::Started;
     }
-    mMode.flashWriteStopped = false;
+    mCamera.flashCopy.isStopped = false;
     logLine("Starting record mode");
-    const std::uint32_t frameSize = mGeometry.frameSize();
+    const std::uint32_t frameSize = mCamera.geometry.frameSize();
     if (!canRecord() || frameSize == 0) {
-        return kFailure;
+        return StartResult::Failed;
     }
-    mMode.current = Mode::Record;
-    mMode.recordStandbyLatch = false;
-    if (!isAttaching && prepareRecording() != kSuccess) {
-        return kFailure; // the mode stays Record
+    mMode = Mode::Record;
+    mIsInStandby = false;
+    if (start == RecordStart::New && prepareRecording() != Outcome::Done) {
+        return StartResult::Failed; // the mode stays Record
     }
-    const std::int32_t result = startAcquisitionThread(1);
-    if (result != kSuccess) {
+    const StartResult result = startAcquisitionThread(ImageKind::RecordPreview);
+    if (result != StartResult::Started) {
         return result;
     }
-    allocateSingleImageBuffer(frameSize);
-    execute(mFeatures->acquisitionStart);
-    if (!isAttaching) {
-        execute(mFeatures->recordStart);
+    mSingleImage.allocate(frameSize);
+    execute(mCamera.link.features->acquisitionStart);
+    if (start == RecordStart::New) {
+        execute(mCamera.link.features->recordStart);
     }
     mAcquisitionThread->enableFrameCounting();
-    mMode.flashAfterRecordLatch = mMode.flashAfterRecord;
+    mIsFlashCopyDue = mCamera.flashCopy.isAfterRecord;
     logLine("Record mode started.");
-    return kSuccess;
+    return StartResult::Started;
 }
 
-std::int32_t CQuorGrabber::prepareRecording()
+Outcome ModeControl::prepareRecording()
 {
     stopPlaybackMode();
-    if (changeAquisitionSource(Mode::Record) != kSuccess) {
-        return kFailure;
+    if (changeAquisitionSource(Mode::Record) != Outcome::Done) {
+        return Outcome::Failed;
     }
-    std::uint8_t isStandby = 0;
-    mMode.recordStandbyLatch = isRecordStandbyEnabled(&isStandby) == kSuccess && isStandby != 0;
-    return kSuccess;
+    mIsInStandby = read(mCamera, kIsRecordStandbyEnabled).value.value_or(false);
+    return Outcome::Done;
 }
 
-std::int32_t CQuorGrabber::abortRecording()
+void ModeControl::abortRecording()
 {
     logLine("Abort recording.");
-    execute(mFeatures->acquisitionStop);
-    static_cast<void>(stopCurrentMode()); // hosts get 0 however the mode was left
-    return kSuccess;
+    execute(mCamera.link.features->acquisitionStop);
+    (void)stopCurrentMode();
+}
+
+std::int32_t ModeControl::getCurrentNumberOfImages() const
+{
+    return mAcquisitionThread == nullptr ? 0 : mAcquisitionThread->frameCount();
 }

@@ -3,21 +3,21 @@
 SingleImageRead readSingleImage(PvStream& stream, PvBuffer& buffer,
                                 const std::function<void()>& request)
 {
-    using Outcome = SingleImageRead::Outcome;
+    using End = SingleImageRead::End;
     if (!stream.QueueBuffer(&buffer).IsPending()) {
-        return {.outcome = Outcome::NotQueued, .error = {}};
+        return {.end = End::NotQueued, .error = {}};
     }
     request();
     PvBuffer* retrieved = nullptr;
     PvResult operation;
     const PvResult retrieval = stream.RetrieveBuffer(&retrieved, &operation);
     if (!retrieval.IsOK()) {
-        return {.outcome = Outcome::ExternalError, .error = retrieval};
+        return {.end = End::ExternalError, .error = retrieval};
     }
     if (!operation.IsOK()) {
-        return {.outcome = Outcome::InternalError, .error = operation};
+        return {.end = End::InternalError, .error = operation};
     }
-    return {.outcome = Outcome::Complete, .error = {}};
+    return {.end = End::Complete, .error = {}};
 }
 
 void takeBack(PvStream& stream)

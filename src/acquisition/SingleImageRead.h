@@ -1,5 +1,5 @@
-#ifndef TELVO_ACQUISITION_SINGLEIMAGEREAD_H
-#define TELVO_ACQUISITION_SINGLEIMAGEREAD_H
+#ifndef TELVO_SRC_ACQUISITION_SINGLEIMAGEREAD_H
+#define TELVO_SRC_ACQUISITION_SINGLEIMAGEREAD_H
 
 #include "PvStream.h"
 
@@ -7,13 +7,13 @@
 
 /// One attempt to read one image out of the camera's memory.
 struct SingleImageRead {
-    enum class Outcome {
+    enum class End {
         Complete,
         NotQueued,     ///< the stream did not take the buffer
         InternalError, ///< the buffer came back, its image damaged
         ExternalError, ///< the buffer did not come back: see takeBack()
     };
-    Outcome outcome;
+    End end;
     PvResult error; ///< of an internal or external error
 };
 

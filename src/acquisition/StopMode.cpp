@@ -1,22 +1,24 @@
 // Leaving a mode: which commands the camera gets, in which order, and what is waited for.
-#include "CQuorAcquisitionThread.h"
-#include "CQuorGrabber.h"
-#include "Commands.h"
+#include "Kernel.h"
 #include "LogText.h"
+#include "ModeControl.h"
 
 namespace
 {
 constexpr DWORD kStatePollInterval = 500; // ms
-constexpr std::int32_t kStoppedInFlashWrite = 2;
-constexpr std::int32_t kStoppedInStandby = 3;
+bool isTrue(const Reading<bool>& reading)
+{
+    return reading.isDone() && *reading.value;
+}
+
 } // namespace
 
-std::int32_t CQuorGrabber::stopCurrentMode()
+StopResult ModeControl::stopCurrentMode()
 {
-    if (!isConnected() || mIsConnectionLost) {
+    if (!mCamera.link.device.IsConnected() || mCamera.link.isLost) {
         return stopWithoutCamera();
     }
-    switch (mMode.current) {
+    switch (mMode) {
     case Mode::Live:
         return stopLive();
     case Mode::BlockTransfer:
@@ -24,117 +26,151 @@ std::int32_t CQuorGrabber::stopCurrentMode()
     case Mode::Record:
         return stopRecord();
     case Mode::Idle:
-        return kSuccess;
+        return StopResult::Stopped;
     case Mode::Playback: // ended only by the start of another mode
-        return kFailure;
+        return StopResult::Failed;
     }
-    return kFailure;
+    return StopResult::Failed;
 }
 
-std::int32_t CQuorGrabber::stopWithoutCamera()
+StopResult ModeControl::stopWithoutCamera()
 {
     logLine("Stopping current mode - Connection to device lost!");
     endAcquisitionThread();
     endReadoutThread();
     releaseImageBuffers();
-    mMode.current = Mode::Idle;
+    mMode = Mode::Idle;
     logLine("Stopped current mode - Connection to device lost -");
-    return kSuccess;
+    return StopResult::Stopped;
 }
 
-std::int32_t CQuorGrabber::stopLive()
+StopResult ModeControl::stopLive()
 {
     logLine("Stopping live mode.");
     if (mAcquisitionThread != nullptr) {
         mAcquisitionThread->forbidRestarts();
     }
-    execute(mFeatures->acquisitionStop);
+    execute(mCamera.link.features->acquisitionStop);
     endAcquisitionThread();
     releaseImageBuffers();
     waitForIdleCamera();
-    execute(mFeatures->acquisitionStop);
-    mMode.current = Mode::Idle;
-    changeAquisitionSource(Mode::Idle);
+    execute(mCamera.link.features->acquisitionStop);
+    mMode = Mode::Idle;
+    (void)changeAquisitionSource(Mode::Idle);
     logLine("Live mode stopped.");
-    startPlaybackMode();
-    return kSuccess;
+    (void)startPlaybackMode();
+    return StopResult::Stopped;
 }
 
-std::int32_t CQuorGrabber::stopBlockTransfer()
+StopResult ModeControl::stopBlockTransfer()
 {
     // The camera's source is its memory already, so unlike live mode nothing is switched, and
     // starting playback sends the second "AcquisitionStop".
     logLine("Stopping BlockTransferMode.");
-    execute(mFeatures->acquisitionStop);
+    execute(mCamera.link.features->acquisitionStop);
     endReadoutThread();
     releaseImageBuffers();
     waitForIdleCamera();
-    mMode.current = Mode::Idle;
+    mMode = Mode::Idle;
     logLine("BlockTransferMode stopped.");
-    startPlaybackMode();
-    return kSuccess;
+    (void)startPlaybackMode();
+    return StopResult::Stopped;
 }
 
-std::int32_t CQuorGrabber::stopRecord()
+StopResult ModeControl::stopRecord()
 {
     logLine("Stopping record mode.");
-    execute(mFeatures->recordStop);
+    execute(mCamera.link.features->recordStop);
     endAcquisitionThread();
     releaseImageBuffers();
-    if (mMode.flashAfterRecordLatch) {
+    if (mIsFlashCopyDue) {
         return leaveRecordInFlashWrite();
     }
-    if (mMode.recordStandbyLatch && !mMode.flashWriteStopped) {
-        mMode.current = Mode::Idle;
+    if (mIsInStandby && !mCamera.flashCopy.isStopped) {
+        mMode = Mode::Idle;
         logLine("Record mode stopped. Record Standby Enabled");
-        return kStoppedInStandby;
+        return StopResult::InStandby;
     }
     waitForIdleCamera();
-    execute(mFeatures->acquisitionStop);
-    mMode.current = Mode::Idle;
-    changeAquisitionSource(Mode::Idle);
+    execute(mCamera.link.features->acquisitionStop);
+    mMode = Mode::Idle;
+    (void)changeAquisitionSource(Mode::Idle);
     logLine("Record mode stopped.");
-    startPlaybackMode();
-    return kSuccess;
+    (void)startPlaybackMode();
+    return StopResult::Stopped;
 }
 
-std::int32_t CQuorGrabber::leaveRecordInFlashWrite()
+StopResult ModeControl::leaveRecordInFlashWrite()
 {
-    mMode.flashAfterRecordLatch = false;
+    mIsFlashCopyDue = false;
     waitForFlashWrite();
     logLine("Record mode stopped. Writing to SD card");
     // The mode stays Record: the host learns the copy's end from the camera state and stops again.
-    return kStoppedInFlashWrite;
+    return StopResult::InFlashWrite;
 }
 
-void CQuorGrabber::waitForFlashWrite()
+void ModeControl::waitForFlashWrite() const
 {
-    if (!hasCameraState()) {
+    if (!hasCameraState(mCamera.link.features)) {
         return;
     }
-    while (!mIsConnectionLost && isConnected()) {
+    while (mCamera.link.isUp()) {
         Sleep(kStatePollInterval);
-        std::uint8_t isReached = 0;
-        if (isStateFlashWrite(&isReached) == kSuccess && isReached != 0) {
+        if (isTrue(isStateFlashWrite())) {
             return;
         }
         // A copy that ended between two polls, or never began.
-        if (isConnected() && isStateIdle(&isReached) == kSuccess && isReached != 0) {
+        if (mCamera.link.device.IsConnected() && isTrue(isStateIdle())) {
             return;
         }
     }
 }
 
-void CQuorGrabber::waitForIdleCamera()
+void ModeControl::waitForIdleCamera() const
 {
-    if (!hasCameraState()) {
+    if (!hasCameraState(mCamera.link.features)) {
         return;
     }
-    while (!mIsConnectionLost && isConnected()) {
+    while (mCamera.link.isUp()) {
         Sleep(kStatePollInterval);
-        std::uint8_t isIdle = 0;
-        if (!mIsConnectionLost && isStateIdle(&isIdle) == kSuccess && isIdle != 0) {
+        if (!mCamera.link.isLost && isTrue(isStateIdle())) {
             return;
         }
     }
+}
+
+Reading<bool> ModeControl::isStateIdle() const
+{
+    if (!mCamera.link.device.IsConnected()) {
+        return done(false);
+    }
+    const std::optional<CameraState> state = readCameraState(mCamera.link.features);
+    if (!state) {
+        return {};
+    }
+    // A camera in record mode that has finished recording falls back to streaming.
+    const bool hasRecorded = mMode == Mode::Record && state == CameraState::Live;
+    return done(state == CameraState::Idle || hasRecorded);
+}
+
+Reading<bool> ModeControl::isStateFlashWrite() const
+{
+    if (!mCamera.link.isUp()) {
+        return done(false);
+    }
+    const std::optional<CameraState> state = readCameraState(mCamera.link.features);
+    return state ? done(state == CameraState::FlashWrite) : Reading<bool>{};
+}
+
+Reading<bool> ModeControl::isTrailerRecordingActive() const
+{
+    if (!mCamera.link.isUp()) {
+        return done(false);
+    }
+    PvGenBoolean* const feature = mCamera.link.features->recordTrailerRecordingActive;
+    bool isActive = false;
+    if (feature == nullptr || !feature->GetValue(isActive).IsOK()) {
+        return {.outcome = Outcome::Failed, .value = false};
+    }
+    return done(isActive);
 }

@@ -1,11 +1,21 @@
-#ifndef TELVO_ACQUISITION_STOPPABLEPIPELINE_H
-#define TELVO_ACQUISITION_STOPPABLEPIPELINE_H
+#ifndef TELVO_SRC_ACQUISITION_STOPPABLEPIPELINE_H
+#define TELVO_SRC_ACQUISITION_STOPPABLEPIPELINE_H
 
 #include "PvPipeline.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <memory>
 #include <mutex>
+
+constexpr std::uint32_t kPipelineMemory = 16'777'216; // bytes of frames in a pipeline
+
+/// Buffers of a pipeline: as many as its memory holds, 0 for a frame beyond it.
+/// @param frameSize  bytes, not 0
+constexpr std::uint32_t pipelineBufferCount(std::uint32_t frameSize, std::uint32_t limit)
+{
+    return std::min(kPipelineMemory / frameSize, limit);
+}
 
 /**
  * A pipeline that works for one thread, the worker, and is stopped by another to wake it.

@@ -1,5 +1,5 @@
-#ifndef TELVO_ACQUISITION_THREAD_H
-#define TELVO_ACQUISITION_THREAD_H
+#ifndef TELVO_SRC_ACQUISITION_THREAD_H
+#define TELVO_SRC_ACQUISITION_THREAD_H
 
 #include "Kernel.h"
 #include "UniqueHandle.h"

@@ -10,18 +10,18 @@ std::int32_t connectUnder(std::int32_t cameraId, const char* macAddress, const c
 {
     ReservedId id(cameraId);
     auto grabber = std::make_unique<CQuorGrabber>();
-    const std::int32_t result =
+    const ConnectResult result =
         grabber->connect(macAddress, ipAddress, ipConfigurationValid, settings);
-    if (result < 0) {
-        return result;
+    if (result == ConnectResult::Failed) {
+        return kFailure;
     }
     // An id in use keeps its camera, and this one stays connected without an id: hosts rely on a
     // second connect not ending the first, and must disconnect an id before they use it again.
     if (id.tryAgain()) {
         id.giveTo(grabber.get());
     }
-    static_cast<void>(grabber.release());
-    return result;
+    (void)grabber.release();
+    return static_cast<std::int32_t>(result);
 }
 
 } // namespace
@@ -45,7 +45,8 @@ std::int32_t expInitializeGrabber(const TelvoConnectionSettings* settings,
     const auto initializeConnected = [](CQuorGrabber& grabber,
                                         const TelvoConnectionSettings* hostSettings) {
         const TelvoConnectionSettings copy = *hostSettings;
-        return grabber.isConnected() ? grabber.initialize(copy) : kFailure;
+        return grabber.settings().link.device.IsConnected() ? grabber.initialize(copy)
+                                                            : InitializeResult::Failed;
     };
     return onGrabber(cameraId, initializeConnected, settings);
 }
@@ -65,10 +66,8 @@ std::int32_t expDisconnectGrabber(std::int32_t cameraId) noexcept
 std::int32_t expSetChangedCallback(TelvoChangedCallback callback, std::int32_t cameraId) noexcept
 {
     // The callback may be null, so it is no argument of the frame.
-    return onGrabber(cameraId, [callback](CQuorGrabber& grabber) {
-        grabber.setChangedCallback(callback);
-        return kSuccess;
-    });
+    return onGrabber(cameraId,
+                     [callback](CQuorGrabber& grabber) { grabber.setChangedCallback(callback); });
 }
 
 std::int32_t expSetDataAvailableCallback(TelvoDataAvailableCallback callback,
@@ -76,6 +75,5 @@ std::int32_t expSetDataAvailableCallback(TelvoDataAvailableCallback callback,
 {
     return onGrabber(cameraId, [callback](CQuorGrabber& grabber) {
         grabber.setDataAvailableCallback(callback);
-        return kSuccess;
     });
 }

@@ -3,135 +3,107 @@
 namespace
 {
 
-template <typename T>
-T* available(const Feature<T>& row, const CameraFeatures& features)
+std::int32_t narrowed(std::int64_t wide)
 {
-    T* const feature = features.get(row);
-    return feature != nullptr && feature->IsAvailable() ? feature : nullptr;
+    return static_cast<std::int32_t>(wide);
+}
+
+/// @return null for a feature that is missing, or not offered where the row asks
+template <typename T>
+T* reachable(const CameraSettings& camera, const PlainAccess<T>& row)
+{
+    T* const feature = camera.link.features.get(row.feature);
+    const bool isWithheld =
+        feature != nullptr && row.offer == Offer::Asked && !feature->IsAvailable();
+    return isWithheld ? nullptr : feature;
 }
 
 template <typename T, typename Value>
-std::int32_t write(const PlainAccess<T>& row, T* feature, Value value)
+Outcome writePlain(const CameraSettings& camera, const PlainAccess<T>& row, Value value)
 {
+    T* const feature = reachable(camera, row);
     if (feature == nullptr || !feature->SetValue(value).IsOK()) {
         row.failed.log();
-        return kFailure;
+        return Outcome::Failed;
     }
     row.done.log(value);
-    return kSuccess;
+    return Outcome::Done;
 }
 
-std::int32_t read(const PlainAccess<PvGenInteger>& row, PvGenInteger* feature, std::int32_t* value)
+/// @tparam Wide  what the feature's own read gives
+template <typename Value, typename Wide, typename T>
+Reading<Value> readPlain(const CameraSettings& camera, const PlainAccess<T>& row)
 {
-    std::int64_t wide = 0;
-    if (feature == nullptr || !feature->GetValue(wide).IsOK()) {
-        row.failed.log();
-        return kFailure;
+    T* const feature = reachable(camera, row);
+    Wide wide{};
+    if (feature != nullptr && feature->GetValue(wide).IsOK()) {
+        const auto value = static_cast<Value>(wide);
+        row.done.log(value);
+        return done(value);
     }
-    *value = static_cast<std::int32_t>(wide);
-    row.done.log(*value);
-    return kSuccess;
-}
-
-std::int32_t read(const PlainAccess<PvGenBoolean>& row, PvGenBoolean* feature, std::uint8_t* value)
-{
-    bool isSet = false;
-    if (feature == nullptr || !feature->GetValue(isSet).IsOK()) {
-        row.failed.log();
-        return kFailure;
-    }
-    *value = isSet ? 1 : 0;
-    row.done.log(*value);
-    return kSuccess;
-}
-
-std::int32_t finishRange(const RangeAccess& row, bool isRead, const Range& range,
-                         std::int32_t* minimum, std::int32_t* maximum, std::int32_t* value)
-{
-    if (!isRead) {
-        row.failed.log();
-        return kFailure;
-    }
-    *minimum = static_cast<std::int32_t>(range.minimum);
-    *maximum = static_cast<std::int32_t>(range.maximum);
-    *value = static_cast<std::int32_t>(range.value);
-    row.done.log(*minimum, *maximum, *value);
-    return kSuccess;
+    row.failed.log();
+    const bool showsZero =
+        row.failedRead == FailedRead::ShowsZero ||
+        (row.failedRead == FailedRead::ShowsZeroOfKnownFeature && feature != nullptr);
+    return {.outcome = Outcome::Failed, .value = showsZero ? std::optional(Value{}) : std::nullopt};
 }
 
 } // namespace
 
-std::int32_t runPlainWrite(const PlainAccess<PvGenInteger>& row, const CameraFeatures& features,
-                           std::int32_t value)
+Outcome write(CameraSettings& camera, const IntegerAccess& row, std::int32_t value)
 {
-    return write(row, features.get(row.feature), value);
+    return writePlain(camera, row, value);
 }
 
-std::int32_t runPlainWrite(const PlainAccess<PvGenBoolean>& row, const CameraFeatures& features,
-                           bool value)
+Outcome write(CameraSettings& camera, const BooleanAccess& row, bool value)
 {
-    return write(row, features.get(row.feature), value);
+    return writePlain(camera, row, value);
 }
 
-std::int32_t runPlainRead(const PlainAccess<PvGenInteger>& row, const CameraFeatures& features,
-                          std::int32_t* value)
+Reading<std::int32_t> read(CameraSettings& camera, const IntegerAccess& row)
 {
-    return read(row, features.get(row.feature), value);
+    return readPlain<std::int32_t, std::int64_t>(camera, row);
 }
 
-std::int32_t runPlainRead(const PlainAccess<PvGenBoolean>& row, const CameraFeatures& features,
-                          std::uint8_t* value)
+Reading<bool> read(CameraSettings& camera, const BooleanAccess& row)
 {
-    return read(row, features.get(row.feature), value);
+    return readPlain<bool, bool>(camera, row);
 }
 
-std::int32_t runAvailableWrite(const PlainAccess<PvGenBoolean>& row, const CameraFeatures& features,
-                               bool value)
+Outcome executeOffered(CameraSettings& camera, const Feature<PvGenCommand>& command)
 {
-    return write(row, available(row.feature, features), value);
-}
-
-std::int32_t runAvailableRead(const PlainAccess<PvGenBoolean>& row, const CameraFeatures& features,
-                              std::uint8_t* value)
-{
-    return read(row, available(row.feature, features), value);
-}
-
-std::int32_t runAvailableCommand(const Feature<PvGenCommand>& command,
-                                 const CameraFeatures& features)
-{
-    PvGenCommand* const feature = available(command, features);
-    if (feature == nullptr) {
-        return kFailure;
+    PvGenCommand* const feature = camera.link.features.get(command);
+    if (feature == nullptr || !feature->IsAvailable()) {
+        return Outcome::Failed;
     }
     (void)feature->Execute();
-    return kSuccess;
+    return Outcome::Done;
 }
 
-bool readRange(PvGenInteger& feature, Range& range)
+std::optional<Range> readRange(PvGenInteger& feature, RangeReads reads)
 {
-    const bool isMinimumRead = feature.GetMin(range.minimum).IsOK();
-    const bool isMaximumRead = feature.GetMax(range.maximum).IsOK();
-    const bool isValueRead = feature.GetValue(range.value).IsOK();
-    return isMinimumRead && isMaximumRead && isValueRead;
-}
-
-std::int32_t runRangeRead(const RangeAccess& row, const CameraFeatures& features,
-                          std::int32_t* minimum, std::int32_t* maximum, std::int32_t* value)
-{
-    PvGenInteger* const feature = features.get(row.feature);
     Range range;
-    const bool isRead = feature != nullptr && readRange(*feature, range);
-    return finishRange(row, isRead, range, minimum, maximum, value);
+    bool isRead = true;
+    const auto take = [&](auto get) {
+        if (isRead || reads == RangeReads::All) {
+            isRead = get().IsOK() && isRead;
+        }
+    };
+    take([&] { return feature.GetMin(range.minimum); });
+    take([&] { return feature.GetMax(range.maximum); });
+    take([&] { return feature.GetValue(range.value); });
+    return isRead ? std::optional(range) : std::nullopt;
 }
 
-std::int32_t runShortRangeRead(const RangeAccess& row, const CameraFeatures& features,
-                               std::int32_t* minimum, std::int32_t* maximum, std::int32_t* value)
+Reading<Range> read(CameraSettings& camera, const RangeAccess& row)
 {
-    PvGenInteger* const feature = features.get(row.feature);
-    Range range;
-    const bool isRead = feature != nullptr && feature->GetMin(range.minimum).IsOK() &&
-                        feature->GetMax(range.maximum).IsOK() &&
-                        feature->GetValue(range.value).IsOK();
-    return finishRange(row, isRead, range, minimum, maximum, value);
+    PvGenInteger* const feature = camera.link.features.get(row.feature);
+    const std::optional<Range> range =
+        feature == nullptr ? std::nullopt : readRange(*feature, row.reads);
+    if (!range) {
+        row.failed.log();
+        return {};
+    }
+    row.done.log(narrowed(range->minimum), narrowed(range->maximum), narrowed(range->value));
+    return done(*range);
 }

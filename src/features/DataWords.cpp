@@ -1,8 +1,9 @@
-// What hosts keep in the camera: four data words, of which three hold colour factors, and a name.
+#include "DataWords.h"
 
-#include "CQuorGrabber.h"
 #include "LogText.h"
 #include "Truncation.h"
+
+#include <iterator>
 
 namespace
 {
@@ -20,6 +21,9 @@ constexpr DataWord kDataWords[] = {
     {"Data03", "-- GEN getCustomData Data03 %u", "-- GEN setCustomData Data03 %u"},
 };
 
+constexpr double kLowestColorFactor = 0.0;
+constexpr double kHighestColorFactor = 5.0;
+
 const DataWord* dataWord(std::int32_t index)
 {
     const bool isKnown = index >= 0 && index < static_cast<std::int32_t>(std::size(kDataWords));
@@ -32,75 +36,78 @@ std::int32_t encodedFactor(double factor)
     return static_cast<std::int32_t>(truncated<std::int64_t>((factor + 1.0) * 100.0));
 }
 
+double decodedFactor(std::int32_t dataWord)
+{
+    return dataWord / 100.0 - 1.0;
+}
+
+void readColorFactors(CameraSettings& camera)
+{
+    for (std::int32_t index = 0; double& factor : camera.color.factors) {
+        const Reading<std::int32_t> word = getCustomData(camera, index++);
+        if (!word.isDone()) {
+            continue;
+        }
+        const double decoded = decodedFactor(*word.value);
+        if (decoded >= kLowestColorFactor && decoded <= kHighestColorFactor) {
+            factor = decoded;
+        }
+    }
+}
+
 } // namespace
 
-std::int32_t CQuorGrabber::setCustomData(std::int32_t index, std::int32_t value)
+Outcome setCustomData(CameraSettings& camera, std::int32_t index, std::int32_t value)
 {
     const DataWord* const word = dataWord(index);
     if (word == nullptr) {
-        return kFailure;
+        return Outcome::Failed;
     }
-    auto* const feature = mFeatures.find<PvGenInteger>(word->feature);
+    auto* const feature = camera.link.features.find<PvGenInteger>(word->feature);
     if (feature == nullptr) {
         logLine("-- GEN setCustomData Error");
-        return kFailure;
+        return Outcome::Failed;
     }
     word->written.log(static_cast<std::uint32_t>(value));
     (void)feature->SetValue(value);
-    return kSuccess;
+    return Outcome::Done;
 }
 
-std::int32_t CQuorGrabber::getCustomData(std::int32_t index, std::int32_t* value)
+Reading<std::int32_t> getCustomData(CameraSettings& camera, std::int32_t index)
 {
     const DataWord* const word = dataWord(index);
     if (word == nullptr) {
-        return kFailure;
+        return {};
     }
-    auto* const feature = mFeatures.find<PvGenInteger>(word->feature);
+    auto* const feature = camera.link.features.find<PvGenInteger>(word->feature);
     if (feature == nullptr) {
         logLine("-- GEN getCustomData Error");
-        return kFailure;
+        return {};
     }
     std::int64_t number = 0;
-    *value = feature->GetValue(number).IsOK() ? static_cast<std::int32_t>(number) : 0;
-    word->read.log(static_cast<std::uint32_t>(*value));
-    return kSuccess;
+    const std::int32_t value =
+        feature->GetValue(number).IsOK() ? static_cast<std::int32_t>(number) : 0;
+    word->read.log(static_cast<std::uint32_t>(value));
+    return done(value);
 }
 
-std::int32_t CQuorGrabber::setColorInformation(double first, double second, double third)
+void setColorInformation(CameraSettings& camera, const ColorFactors& factors)
 {
-    mColor.factors = {first, second, third};
-    for (std::int32_t index = 0; const double factor : mColor.factors) {
-        (void)setCustomData(index++, encodedFactor(factor));
+    camera.color.factors = factors;
+    for (std::int32_t index = 0; const double factor : factors) {
+        (void)setCustomData(camera, index++, encodedFactor(factor));
     }
-    return kSuccess;
 }
 
-std::int32_t CQuorGrabber::getColorInformation(std::uint8_t* isColorCamera, double* first,
-                                               double* second, double* third) const
+void readColorInformation(CameraSettings& camera)
 {
-    *isColorCamera = mColor.isColorCamera ? 1 : 0;
-    *first = mColor.factors[0];
-    *second = mColor.factors[1];
-    *third = mColor.factors[2];
-    return kSuccess;
-}
-
-std::int32_t CQuorGrabber::setUserDefinedName(const char* name)
-{
-    FixedText given;
-    given = name;
-    if (given != mIdentity.userDefinedName) {
-        mIdentity.userDefinedName = given;
-        mIsUserNameChanged = true;
+    auto* const pixelFormat = camera.link.features.find<PvGenEnum>("PixelFormat");
+    PvString format;
+    if (pixelFormat == nullptr || !pixelFormat->GetValue(format).IsOK()) {
+        return;
     }
-    return kSuccess;
-}
-
-std::int32_t CQuorGrabber::writeUserDefinedName()
-{
-    auto* const feature = mFeatures.find<PvGenString>("DeviceUserID");
-    return feature != nullptr && feature->SetValue(mIdentity.userDefinedName.c_str()).IsOK()
-               ? kSuccess
-               : kFailure;
+    camera.color.isColorCamera = format != PvString("Mono8");
+    if (camera.color.isColorCamera) {
+        readColorFactors(camera);
+    }
 }

@@ -1,75 +1,62 @@
 #include "EnumAccess.h"
 
-#include "Results.h"
-
 #include <algorithm>
 #include <string_view>
 
-std::int32_t runTwoStateWrite(const TwoStateEnum& row, const CameraFeatures& features,
-                              std::int32_t value)
+Outcome write(CameraSettings& camera, const TwoStateEnum& row, std::int32_t value)
 {
-    PvGenEnum* const feature = features.get(row.feature);
+    PvGenEnum* const feature = camera.link.features.get(row.feature);
     const char* const entry = value != 0 ? row.one : row.zero;
     if (feature == nullptr || !feature->SetValue(entry).IsOK()) {
         row.writeFailed.log();
-        return kFailure;
+        return Outcome::Failed;
     }
     row.written.log(entry);
-    return kSuccess;
+    return Outcome::Done;
 }
 
-std::int32_t runTwoStateRead(const TwoStateEnum& row, const CameraFeatures& features,
-                             std::int32_t* value)
+Reading<std::int32_t> read(CameraSettings& camera, const TwoStateEnum& row)
 {
-    PvGenEnum* const feature = features.get(row.feature);
+    PvGenEnum* const feature = camera.link.features.get(row.feature);
     if (feature == nullptr) {
         row.readFailed.log();
-        return kFailure;
+        return {};
     }
-    *value = 0;
     PvString entry;
-    if (!feature->GetValue(entry).IsOK()) {
-        row.readFailed.log();
-        return kFailure;
+    const bool isRead = feature->GetValue(entry).IsOK();
+    if (isRead && entry == PvString(row.zero)) {
+        row.readZero.log(0);
+        return done(0);
     }
-    if (entry == PvString(row.zero)) {
-        row.readZero.log(*value);
-        return kSuccess;
-    }
-    if (entry == PvString(row.one)) {
-        *value = 1;
-        row.readOne.log(*value);
-        return kSuccess;
+    if (isRead && entry == PvString(row.one)) {
+        row.readOne.log(1);
+        return done(1);
     }
     row.readFailed.log();
-    return kFailure;
+    return {.outcome = Outcome::Failed, .value = 0};
 }
 
-std::int32_t runMappedWrite(const MappedEnum& row, const CameraFeatures& features,
-                            std::int32_t value)
+Outcome write(CameraSettings& camera, const MappedEnum& row, std::int32_t value)
 {
-    PvGenEnum* const feature = features.get(row.feature);
+    PvGenEnum* const feature = camera.link.features.get(row.feature);
     const auto entry = std::ranges::find(row.entries, value, &EnumEntry::value);
     const char* const name = entry == row.entries.end() ? "" : entry->name;
-    return feature != nullptr && feature->SetValue(name).IsOK() ? kSuccess : kFailure;
+    return doneIf(feature != nullptr && feature->SetValue(name).IsOK());
 }
 
-std::int32_t readMapped(std::span<const EnumEntry> entries, PvGenEnum* feature, std::int32_t* value)
+Reading<std::int32_t> read(CameraSettings& camera, const MappedEnum& row)
+{
+    return readEntry(camera.link.features.get(row.feature), row.entries);
+}
+
+Reading<std::int32_t> readEntry(PvGenEnum* feature, std::span<const EnumEntry> entries)
 {
     PvString name;
     if (feature == nullptr || !feature->GetValue(name).IsOK()) {
-        return kFailure;
+        return {};
     }
     const auto entry =
         std::ranges::find(entries, std::string_view(name.GetAscii()), &EnumEntry::name);
-    if (entry != entries.end()) {
-        *value = entry->value;
-    }
-    return kSuccess;
-}
-
-std::int32_t runMappedRead(const MappedEnum& row, const CameraFeatures& features,
-                           std::int32_t* value)
-{
-    return readMapped(row.entries, features.get(row.feature), value);
+    return {.outcome = Outcome::Done,
+            .value = entry == entries.end() ? std::nullopt : std::optional(entry->value)};
 }

@@ -5,8 +5,11 @@
 #ifndef TELVO_SRC_FEATURES_ENUMACCESS_H
 #define TELVO_SRC_FEATURES_ENUMACCESS_H
 
-#include "CameraFeatures.h"
+#include "CameraSettings.h"
 #include "LogText.h"
+#include "Outcome.h"
+
+#include "PvGenParameterArray.h"
 
 #include <cstdint>
 #include <span>
@@ -23,11 +26,9 @@ struct TwoStateEnum {
     LogText<> writeFailed;
 };
 
-std::int32_t runTwoStateWrite(const TwoStateEnum& row, const CameraFeatures& features,
-                              std::int32_t value);
+Outcome write(CameraSettings& camera, const TwoStateEnum& row, std::int32_t value);
 /// The value becomes 0 when the camera reports a failure or another entry; both are failures.
-std::int32_t runTwoStateRead(const TwoStateEnum& row, const CameraFeatures& features,
-                             std::int32_t* value);
+Reading<std::int32_t> read(CameraSettings& camera, const TwoStateEnum& row);
 
 struct EnumEntry {
     std::int32_t value;
@@ -41,12 +42,10 @@ struct MappedEnum {
 };
 
 /// A value without an entry is sent as an empty name, which the camera refuses.
-std::int32_t runMappedWrite(const MappedEnum& row, const CameraFeatures& features,
-                            std::int32_t value);
-/// An entry without a value leaves the out parameter alone and is a success.
-std::int32_t readMapped(std::span<const EnumEntry> entries, PvGenEnum* feature,
-                        std::int32_t* value);
-std::int32_t runMappedRead(const MappedEnum& row, const CameraFeatures& features,
-                           std::int32_t* value);
+Outcome write(CameraSettings& camera, const MappedEnum& row, std::int32_t value);
+/// An entry without a value leaves the host's alone and is a success.
+Reading<std::int32_t> read(CameraSettings& camera, const MappedEnum& row);
+/// As above, for a feature that was looked up before. @param feature  null: the camera has none
+Reading<std::int32_t> readEntry(PvGenEnum* feature, std::span<const EnumEntry> entries);
 
 #endif

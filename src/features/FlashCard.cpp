@@ -1,54 +1,45 @@
-// The camera's flash card and the copy of a recording to it.
-
-#include "AccessVariants.h"
-#include "CQuorGrabber.h"
+#include "FlashCard.h"
 
 namespace
 {
 
-constexpr PlainAccess<PvGenBoolean> kFlashCardAvailable{"FlashCardAvailable", {}, {}};
-constexpr PlainAccess<PvGenBoolean> kWriteAfterRecord{"FlashCardWriteAfterRecordEnable", {}, {}};
+constexpr BooleanAccess kWriteAfterRecord{.feature = "FlashCardWriteAfterRecordEnable",
+                                          .offer = Offer::Asked};
 
 } // namespace
 
-std::int32_t CQuorGrabber::isFlashCardAvailable(std::uint8_t* available)
+Outcome startWriteToFlash(CameraSettings& camera)
 {
-    *available = 0;
-    return runAvailableRead(kFlashCardAvailable, mFeatures, available);
+    const Outcome outcome = executeOffered(camera, "FlashCardWrite");
+    if (outcome == Outcome::Done) {
+        camera.flashCopy.isStopped = false;
+    }
+    return outcome;
 }
 
-std::int32_t CQuorGrabber::startWriteToFlash()
+Outcome stopWriteToFlash(CameraSettings& camera)
 {
-    const std::int32_t result = runAvailableCommand("FlashCardWrite", mFeatures);
-    if (result == kSuccess) {
-        mMode.flashWriteStopped = false;
+    const Outcome outcome = executeOffered(camera, "FlashCardWriteStop");
+    if (outcome == Outcome::Done) {
+        camera.flashCopy.isStopped = true;
     }
-    return result;
+    return outcome;
 }
 
-std::int32_t CQuorGrabber::stopWriteToFlash()
+Outcome enableFlashWriteAfterRecordStop(CameraSettings& camera, bool enable)
 {
-    const std::int32_t result = runAvailableCommand("FlashCardWriteStop", mFeatures);
-    if (result == kSuccess) {
-        mMode.flashWriteStopped = true;
+    const Outcome outcome = write(camera, kWriteAfterRecord, enable);
+    if (outcome == Outcome::Done) {
+        camera.flashCopy.isAfterRecord = enable;
     }
-    return result;
+    return outcome;
 }
 
-std::int32_t CQuorGrabber::enableFlashWriteAfterRecordStop(bool enable)
+Reading<bool> isFlashWriteAfterRecordStopEnabled(CameraSettings& camera)
 {
-    const std::int32_t result = runAvailableWrite(kWriteAfterRecord, mFeatures, enable);
-    if (result == kSuccess) {
-        mMode.flashAfterRecord = enable;
+    const Reading<bool> reading = read(camera, kWriteAfterRecord);
+    if (reading.isDone()) {
+        camera.flashCopy.isAfterRecord = *reading.value;
     }
-    return result;
-}
-
-std::int32_t CQuorGrabber::isFlashWriteAfterRecordStopEnabled(std::uint8_t* enabled)
-{
-    const std::int32_t result = runAvailableRead(kWriteAfterRecord, mFeatures, enabled);
-    if (result == kSuccess) {
-        mMode.flashAfterRecord = *enabled != 0;
-    }
-    return result;
+    return reading;
 }

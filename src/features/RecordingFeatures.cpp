@@ -1,28 +1,17 @@
-// The recording memory: mode, sequences, counts, recording at power-on, IRIG-B time code.
-
-#include "AccessVariants.h"
-#include "CQuorGrabber.h"
-#include "EnumAccess.h"
-#include "LogText.h"
+#include "RecordingFeatures.h"
 
 namespace
 {
-
-constexpr EnumEntry kRecordModes[] = {{0, "Single"}, {1, "Continuous"}};
-constexpr MappedEnum kRecordMode{"RecordMode", kRecordModes};
 
 constexpr EnumEntry kSequenceCounts[] = {
     {1, "One"}, {2, "Two"}, {4, "Four"}, {8, "Eight"}, {16, "Sixteen"}};
 constexpr MappedEnum kNumberOfRecordSequences{"RecordNumberOfSequences", kSequenceCounts};
 
-constexpr PlainAccess<PvGenInteger> kGetNumberOfAllRecordedFrames{
-    &FeatureHandles::recordNumberOfFrames, "-- GEN getNumberOfAllRecordedFrames %d",
-    "-- GEN getNumberOfAllRecordedFrames Error"};
-constexpr PlainAccess<PvGenInteger> kGetNumberOfRecordedFramesPerSequence{
-    &FeatureHandles::recordNumberOfFramesPerSequence,
-    "-- GEN getNumberOfRecordedFramesPerSequence %d",
-    "-- GEN getNumberOfRecordedFramesPerSequence Error"};
-constexpr PlainAccess<PvGenBoolean> kIRIGBState{"IRIGBEnable", {}, {}};
+constexpr IntegerAccess kGetNumberOfAllRecordedFrames{
+    .feature = &FeatureHandles::recordNumberOfFrames,
+    .done = "-- GEN getNumberOfAllRecordedFrames %d",
+    .failed = "-- GEN getNumberOfAllRecordedFrames Error",
+    .failedRead = FailedRead::ShowsZero};
 
 constexpr const char* kRecordStartAtPowerOn = "RecordStartAtPowerOn";
 
@@ -39,134 +28,102 @@ std::int32_t valueOrZero(PvGenInteger& feature)
 
 } // namespace
 
-std::int32_t CQuorGrabber::setRecordMode(std::int32_t mode)
+Outcome setNumberOfRecordSequences(CameraSettings& camera, std::int32_t count)
 {
-    return runMappedWrite(kRecordMode, mFeatures, mode);
-}
-
-std::int32_t CQuorGrabber::getRecordMode(std::int32_t* mode)
-{
-    return runMappedRead(kRecordMode, mFeatures, mode);
-}
-
-std::int32_t CQuorGrabber::setNumberOfRecordSequences(std::int32_t count)
-{
-    const std::int32_t result = runMappedWrite(kNumberOfRecordSequences, mFeatures, count);
-    if (result == kSuccess) {
+    const Outcome outcome = write(camera, kNumberOfRecordSequences, count);
+    if (outcome == Outcome::Done) {
         logLine("-- GEN setNumberOfRecordSequences %d", count);
     } else {
         logLine("-- GEN setNumberOfRecordSequences Error");
     }
-    return result;
+    return outcome;
 }
 
-std::int32_t CQuorGrabber::getNumberOfRecordSequences(std::int32_t* count)
+Reading<std::int32_t> getNumberOfRecordSequences(CameraSettings& camera)
 {
-    *count = 1; // also what an unknown entry stands for
-    PvGenEnum* const feature = mFeatures.get(kNumberOfRecordSequences.feature);
+    PvGenEnum* const feature = camera.link.features.get(kNumberOfRecordSequences.feature);
     if (feature != nullptr && !feature->IsAvailable()) {
-        return kNotAvailable;
+        return {.outcome = Outcome::NotAvailable, .value = 1};
     }
-    const std::int32_t result = readMapped(kSequenceCounts, feature, count);
-    if (result == kSuccess) {
-        logLine("-- GEN getNumberOfRecordSequences %d", *count);
+    Reading<std::int32_t> reading = readEntry(feature, kSequenceCounts);
+    reading.value = reading.value.value_or(1); // also what an unknown entry stands for
+    if (reading.isDone()) {
+        logLine("-- GEN getNumberOfRecordSequences %d", *reading.value);
     } else {
         logLine("-- GEN getNumberOfRecordSequences Error");
     }
-    return result;
+    return reading;
 }
 
-std::int32_t CQuorGrabber::getNumberOfAllRecordedFrames(std::int32_t* count)
+Reading<std::int32_t> getNumberOfAllRecordedFrames(CameraSettings& camera)
 {
-    *count = 0;
-    if (mIsConnectionLost || !mDevice.IsConnected()) {
-        return kSuccess;
+    return camera.link.isUp() ? read(camera, kGetNumberOfAllRecordedFrames) : done(0);
+}
+
+ImageSize getLastRecordDimensions(CameraSettings& camera)
+{
+    const CameraFeatures& features = camera.link.features;
+    auto* const width = features.find<PvGenInteger>("RecordLastRecWidth");
+    auto* const height = features.find<PvGenInteger>("RecordLastRecHeight");
+    ImageSize size{};
+    if (width != nullptr && height != nullptr) {
+        size.width = valueOrZero(*width);
+        size.height = valueOrZero(*height);
     }
-    return runPlainRead(kGetNumberOfAllRecordedFrames, mFeatures, count);
+    logLine("LastRecordDimensions Width %d Height %d", size.width, size.height);
+    return size;
 }
 
-std::int32_t CQuorGrabber::getNumberOfRecordedFramesPerSequence(std::int32_t* count)
+Outcome setRecordAtPowerOnState(CameraSettings& camera, bool enable)
 {
-    return runPlainRead(kGetNumberOfRecordedFramesPerSequence, mFeatures, count);
-}
-
-std::int32_t CQuorGrabber::getLastRecordDimensions(std::int32_t* width, std::int32_t* height)
-{
-    auto* const widthFeature = mFeatures.find<PvGenInteger>("RecordLastRecWidth");
-    auto* const heightFeature = mFeatures.find<PvGenInteger>("RecordLastRecHeight");
-    const bool isKnown = widthFeature != nullptr && heightFeature != nullptr;
-    *width = isKnown ? valueOrZero(*widthFeature) : 0;
-    *height = isKnown ? valueOrZero(*heightFeature) : 0;
-    logLine("LastRecordDimensions Width %d Height %d", *width, *height);
-    return kSuccess;
-}
-
-std::int32_t CQuorGrabber::setRecordAtPowerOnState(bool enable)
-{
-    auto* const feature = mFeatures.find<PvGenBoolean>(kRecordStartAtPowerOn);
+    auto* const feature = camera.link.features.find<PvGenBoolean>(kRecordStartAtPowerOn);
     if (feature == nullptr) {
         logLine("-- GEN setRecordAtPowerOnState = null");
-        return kFailure;
+        return Outcome::Failed;
     }
     if (!feature->SetValue(enable).IsOK()) {
         logLine("-- GEN setRecordAtPowerOnState Error");
-        return kFailure;
+        return Outcome::Failed;
     }
     logLine("-- GEN setRecordAtPowerOnState %s", trueOrFalse(enable));
-    return kSuccess;
+    return Outcome::Done;
 }
 
-std::int32_t CQuorGrabber::getRecordAtPowerOnState(std::uint8_t* enabled)
+Reading<bool> getRecordAtPowerOnState(CameraSettings& camera)
 {
-    auto* const feature = mFeatures.find<PvGenBoolean>(kRecordStartAtPowerOn);
+    auto* const feature = camera.link.features.find<PvGenBoolean>(kRecordStartAtPowerOn);
     if (feature == nullptr) {
-        *enabled = 0;
         logLine("-- GEN getRecordAtPowerOnState = null");
-        return kFailure;
+        return {.outcome = Outcome::Failed, .value = false};
     }
     bool isEnabled = false;
     if (!feature->GetValue(isEnabled).IsOK()) {
-        return kFailure;
+        return {};
     }
-    *enabled = isEnabled ? 1 : 0;
     logLine("-- GEN getRecordAtPowerOnState %s", trueOrFalse(isEnabled));
-    return kSuccess;
+    return done(isEnabled);
 }
 
-std::int32_t CQuorGrabber::isRecordAtPowerOnAvailable(std::uint8_t* available)
+Reading<bool> isRecordAtPowerOnAvailable(CameraSettings& camera)
 {
-    *available = 0;
-    auto* const feature = mFeatures.find<PvGenBoolean>(kRecordStartAtPowerOn);
+    auto* const feature = camera.link.features.find<PvGenBoolean>(kRecordStartAtPowerOn);
     if (feature == nullptr) {
         logLine("-- GEN isRecordAtPowerOnAvailable = null");
-        return kFailure;
+        return {.outcome = Outcome::Failed, .value = false};
     }
     const bool isAvailable = feature->IsAvailable();
-    *available = isAvailable ? 1 : 0;
     logLine("-- GEN isRecordAtPowerOnAvailable %s", trueOrFalse(isAvailable));
-    return kSuccess;
+    return done(isAvailable);
 }
 
-std::int32_t CQuorGrabber::setIRIGBState(bool enable)
+Reading<bool> isIRIGBAvailable(CameraSettings& camera)
 {
-    return runPlainWrite(kIRIGBState, mFeatures, enable);
-}
-
-std::int32_t CQuorGrabber::getIRIGBState(std::uint8_t* enabled)
-{
-    return runPlainRead(kIRIGBState, mFeatures, enabled);
-}
-
-std::int32_t CQuorGrabber::isIRIGBAvailable(std::uint8_t* available)
-{
-    *available = 0;
-    auto* const feature = mFeatures.find<PvGenBoolean>("IRIGBAvailable");
+    auto* const feature = camera.link.features.find<PvGenBoolean>("IRIGBAvailable");
     bool isAvailable = false;
     if (feature == nullptr || !feature->GetValue(isAvailable).IsOK()) {
         logLine("-- GEN isIRIGBAvailable null");
-        return kFailure;
+        return {.outcome = Outcome::Failed, .value = false};
     }
-    *available = isAvailable ? 1 : 0;
     logLine("-- GEN isIRIGBAvailable %s", trueOrFalse(isAvailable));
-    return kSuccess;
+    return done(isAvailable);
 }

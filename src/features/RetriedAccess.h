@@ -7,6 +7,11 @@
 
 #include <cstdint>
 
+/// Tries of an access that cameras are known to refuse at first.
+constexpr std::int32_t kFeatureTries = 4;
+/// Between two such tries.
+constexpr std::chrono::milliseconds kFeatureRetryPause{500};
+
 /// Number of a try (from 1), code of the camera's refusal, its code string.
 using RefusalText = LogText<std::int32_t, std::int32_t, const char*>;
 

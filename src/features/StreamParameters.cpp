@@ -1,12 +1,12 @@
-// Parameters of the link and of the receiving stream, and the windows that show them all.
+#include "StreamParameters.h"
 
 #include "AsciiText.h"
-#include "CQuorGrabber.h"
-#include "LogText.h"
+#include "LinkPacing.h"
 #include "PvWnd.h"
 #include "Timing.h"
 
 #include <algorithm>
+#include <iterator>
 #include <string_view>
 #include <variant>
 
@@ -15,27 +15,20 @@ namespace
 
 using I32 = std::int32_t;
 
-/// Where a parameter lives.
-enum class Owner { Camera, Link, Stream };
+using Owner = ParameterAccess::Owner;
 
-struct ParameterAccess {
-    Owner owner;
-    const char* parameter;
-    LogText<> failed;
-    LogText<I32> done{};
-};
-
-constexpr ParameterAccess kGetPackageSize{
-    Owner::Camera, "GevSCPSPacketSize", "-- GEN getPackageSize Error", "-- GEN getPackageSize %d"};
-constexpr ParameterAccess kSetPackageSize{
-    Owner::Camera, "GevSCPSPacketSize", "-- GEN setPackageSize Error", "-- GEN setPackageSize %d"};
 constexpr ParameterAccess kSetLinkHeartbeat{Owner::Link, "DefaultHeartbeatTimeout",
                                             "-- GEN setHeartbeatTimeout Error"};
 constexpr ParameterAccess kSetCameraHeartbeat{Owner::Camera, "GevHeartbeatTimeout",
                                               "-- GEN setHeartbeatTimeout Error"};
 
 using StoredSetting = std::atomic<I32> TransferSettings::*;
-using Setter = I32 (CQuorGrabber::*)(I32);
+using Setter = Outcome (*)(CameraSettings&, I32);
+
+Outcome setDelay(CameraSettings& camera, I32 value)
+{
+    return setInterPacketDelay(camera.link, value);
+}
 
 struct ReadableParameter {
     std::string_view name;
@@ -83,73 +76,47 @@ constexpr WritableParameter kWritable[] = {
      ParameterAccess{Owner::Stream, "DefaultImageTimeout", "-- GEN setDefaultImageTimeout Error"}},
     {"AnswerTimeout",
      ParameterAccess{Owner::Link, "AnswerTimeout", "-- GEN setAnswerTimeout Error"}},
-    {"HeartbeatTimeout", &CQuorGrabber::setHeartbeatTimeout},
+    {"HeartbeatTimeout", &setHeartbeatTimeout},
     {"HeartbeatInterval",
      ParameterAccess{Owner::Link, "HeartbeatInterval", "-- GEN setHeartbeatInterval Error"}},
-    {"InterPacketDelay", &CQuorGrabber::setInterPacketDelay},
+    {"InterPacketDelay", &setDelay},
     {"MaximumPendingResends", ParameterAccess{Owner::Stream, "MaximumPendingResends",
                                               "-- GEN setMaximumPendingResends Error"}},
 };
 
-/// The two ends of a connection, whose parameters are looked up anew on every call.
-struct Ends {
-    PvDevice& device;
-    PvStream& stream;
-
-    /// @return null, after the accessor's line, when there is no such parameter; without a line
-    /// when the stream that would have it is closed
-    PvGenInteger* find(const ParameterAccess& row) const
-    {
-        if (row.owner == Owner::Stream && !stream.IsOpen()) {
-            return nullptr;
-        }
-        auto* const parameter = findParameter<PvGenInteger>(array(row.owner), row.parameter);
-        if (parameter == nullptr) {
-            row.failed.log();
-        }
-        return parameter;
-    }
-
-    PvGenParameterArray* array(Owner owner) const
-    {
-        switch (owner) {
-        case Owner::Link:
-            return device.GetGenLink();
-        case Owner::Stream:
-            return stream.GetParameters();
-        default:
-            return device.GetGenParameters();
-        }
-    }
-};
-
-// Whether the camera or the stream takes or gives the value goes unreported: hosts read it back.
-
-I32 runParameterRead(const ParameterAccess& row, Ends ends, I32* value)
+PvGenParameterArray* arrayOf(CameraLink& link, Owner owner)
 {
-    PvGenInteger* const parameter = ends.find(row);
-    if (parameter == nullptr) {
-        return kFailure;
+    switch (owner) {
+    case Owner::Link:
+        return link.device.GetGenLink();
+    case Owner::Stream:
+        return link.stream.GetParameters();
+    default:
+        return link.device.GetGenParameters();
     }
-    std::int64_t wide = 0;
-    if (parameter->GetValue(wide).IsOK()) {
-        *value = static_cast<I32>(wide);
-    }
-    row.done.log(*value);
-    sleepFor(kParameterPause);
-    return kSuccess;
 }
 
-I32 runParameterWrite(const ParameterAccess& row, Ends ends, I32 value)
+/// @return null, after the accessor's line, when there is no such parameter; without a line when
+/// the stream that would have it is closed
+PvGenInteger* find(CameraLink& link, const ParameterAccess& row)
 {
-    PvGenInteger* const parameter = ends.find(row);
-    if (parameter == nullptr) {
-        return kFailure;
+    if (row.owner == Owner::Stream && !link.stream.IsOpen()) {
+        return nullptr;
     }
-    (void)parameter->SetValue(value);
-    row.done.log(value);
-    sleepFor(kParameterPause);
-    return kSuccess;
+    auto* const parameter = findParameter<PvGenInteger>(arrayOf(link, row.owner), row.parameter);
+    if (parameter == nullptr) {
+        row.failed.log();
+    }
+    return parameter;
+}
+
+/// @return null when the host's text selects no row
+template <typename Row, std::size_t Size>
+const Row* selectRow(const Row (&rows)[Size], const char* name)
+{
+    const auto* const found =
+        std::ranges::find_if(rows, [name](const Row& row) { return selects(name, row.name); });
+    return found == std::end(rows) ? nullptr : found;
 }
 
 void showWindow(PvGenParameterArray* array)
@@ -162,62 +129,71 @@ void showWindow(PvGenParameterArray* array)
 
 } // namespace
 
-std::int32_t CQuorGrabber::setStreamParameter(const char* name, std::int32_t value)
+Outcome write(CameraSettings& camera, const ParameterAccess& row, I32 value)
+{
+    PvGenInteger* const parameter = find(camera.link, row);
+    if (parameter == nullptr) {
+        return Outcome::Failed;
+    }
+    (void)parameter->SetValue(value);
+    row.done.log(value);
+    sleepFor(kParameterPause);
+    return Outcome::Done;
+}
+
+Reading<I32> read(CameraSettings& camera, const ParameterAccess& row, I32 before)
+{
+    PvGenInteger* const parameter = find(camera.link, row);
+    if (parameter == nullptr) {
+        return {};
+    }
+    std::int64_t wide = 0;
+    const I32 value = parameter->GetValue(wide).IsOK() ? static_cast<I32>(wide) : before;
+    row.done.log(value);
+    sleepFor(kParameterPause);
+    return done(value);
+}
+
+Outcome setStreamParameter(CameraSettings& camera, const char* name, I32 value)
 {
     logLine("setStreamParameter %s %d", name, value);
-    const auto* const entry = std::ranges::find_if(
-        kWritable, [name](const WritableParameter& row) { return selects(name, row.name); });
-    if (entry == std::end(kWritable)) {
-        return kFailure;
+    const WritableParameter* const entry = selectRow(kWritable, name);
+    if (entry == nullptr) {
+        return Outcome::Failed;
     }
     if (const Setter* const setter = std::get_if<Setter>(&entry->target)) {
-        return (this->*(*setter))(value);
+        return (*setter)(camera, value);
     }
-    return runParameterWrite(std::get<ParameterAccess>(entry->target), {mDevice, mStream}, value);
+    return write(camera, std::get<ParameterAccess>(entry->target), value);
 }
 
-std::int32_t CQuorGrabber::getStreamParameter(const char* name, std::int32_t* value)
+Reading<I32> getStreamParameter(CameraSettings& camera, const char* name, I32 before)
 {
-    const auto* const entry = std::ranges::find_if(
-        kReadable, [name](const ReadableParameter& row) { return selects(name, row.name); });
-    if (entry == std::end(kReadable)) {
-        return kFailure;
+    const ReadableParameter* const entry = selectRow(kReadable, name);
+    if (entry == nullptr) {
+        return {};
     }
     if (const StoredSetting* const setting = std::get_if<StoredSetting>(&entry->source)) {
-        *value = mTransfer.*(*setting);
-        return kSuccess;
+        return done<I32>(camera.link.transfer.*(*setting));
     }
-    return runParameterRead(std::get<ParameterAccess>(entry->source), {mDevice, mStream}, value);
+    return read(camera, std::get<ParameterAccess>(entry->source), before);
 }
 
-std::int32_t CQuorGrabber::setPackageSize(std::int32_t value)
-{
-    return runParameterWrite(kSetPackageSize, {mDevice, mStream}, value);
-}
-
-std::int32_t CQuorGrabber::getPackageSize(std::int32_t* value)
-{
-    return runParameterRead(kGetPackageSize, {mDevice, mStream}, value);
-}
-
-std::int32_t CQuorGrabber::setHeartbeatTimeout(std::int32_t value)
+Outcome setHeartbeatTimeout(CameraSettings& camera, I32 value)
 {
     // The host's end first: it must not give the camera up before the camera would give it up.
-    const std::int32_t result = runParameterWrite(kSetLinkHeartbeat, {mDevice, mStream}, value);
-    return result == kSuccess ? runParameterWrite(kSetCameraHeartbeat, {mDevice, mStream}, value)
-                              : result;
+    const Outcome outcome = write(camera, kSetLinkHeartbeat, value);
+    return outcome == Outcome::Done ? write(camera, kSetCameraHeartbeat, value) : outcome;
 }
 
-std::int32_t CQuorGrabber::showGEVParams()
+void showGEVParams(CameraSettings& camera)
 {
     logLine("Show GEV Params Window.");
-    showWindow(mDevice.GetGenParameters());
-    return kSuccess;
+    showWindow(camera.link.device.GetGenParameters());
 }
 
-std::int32_t CQuorGrabber::showStreamParams()
+void showStreamParams(CameraSettings& camera)
 {
     logLine("Show Stream Params Window.");
-    showWindow(mStream.GetParameters());
-    return kSuccess;
+    showWindow(camera.link.stream.GetParameters());
 }

@@ -1,8 +1,5 @@
 #include "CQuorGrabber.h"
 
-#include "CQuorAcquisitionThread.h"
-#include "CQuorReadoutThread.h"
-#include "FrameExchange.h"
 #include "LinkLossSink.h"
 #include "LogText.h"
 
@@ -25,61 +22,47 @@ void attempt(Step step) noexcept
 
 } // namespace
 
-CQuorGrabber::CQuorGrabber()
-    : mFrames(std::make_unique<FrameExchange>()),
-      mLinkLossSink(std::make_shared<LinkLossSink>(*this))
-{
-}
+CQuorGrabber::CQuorGrabber() : mLinkLossSink(std::make_shared<LinkLossSink>(*this)) {}
 
 CQuorGrabber::~CQuorGrabber()
 {
-    attempt([this] { endAcquisitionThread(); });
-    attempt([this] { endReadoutThread(); });
-    if (mStream.IsOpen()) {
-        (void)mStream.Close();
+    attempt([this] { mModes.endAcquisitionThread(); });
+    attempt([this] { mModes.endReadoutThread(); });
+    if (mLink.stream.IsOpen()) {
+        (void)mLink.stream.Close();
     }
-    releaseImageBuffers();
-    releaseSingleImageBuffer();
-    if (!mIsConnectionLost) {
+    mModes.releaseImageBuffers();
+    mSingleImage.release();
+    if (!mLink.isLost) {
         attempt([this] { releaseDevice(); });
     }
     mLinkLossSink->leave();
-    mOverdueThreads.clear(); // what they waited for has failed by now; they use the frames
-    mFrames.reset();         // deletes its lock
+    mModes.awaitOverdueThreads(); // what they waited for has failed by now
     logLine("Grabber disconnected!.");
 }
 
 void CQuorGrabber::releaseDevice()
 {
-    if (mDevice.IsConnected()) {
+    constexpr std::uint32_t kStreamChannel = 0;
+    PvDevice& device = mLink.device;
+    if (device.IsConnected()) {
         logLine("Unregister event sink.");
-        (void)mDevice.UnregisterEventSink(mLinkLossSink.get());
+        (void)device.UnregisterEventSink(mLinkLossSink.get());
     }
-    (void)mDevice.ResetStreamDestination(kStreamChannel);
-    if (!mDevice.IsConnected()) {
+    (void)device.ResetStreamDestination(kStreamChannel);
+    if (!device.IsConnected()) {
         return;
     }
-    if (mIsUserNameChanged) {
-        mIsUserNameChanged = false;
-        (void)writeUserDefinedName();
-    }
-    (void)mDevice.Disconnect();
+    writeUserDefinedName(mIdentity, mLink.features);
+    (void)device.Disconnect();
 }
 
-void CQuorGrabber::releaseSingleImageBuffer()
+TelvoChangedCallback CQuorGrabber::noteLinkLost()
 {
-    if (mSingleImageBuffer != nullptr) {
-        mSingleImageBuffer->Free();
-        mSingleImageBuffer.reset();
+    if (mLink.isLost.exchange(true)) {
+        return nullptr;
     }
-}
-
-void CQuorGrabber::allocateSingleImageBuffer(std::uint32_t size)
-{
-    releaseSingleImageBuffer();
-    auto buffer = std::make_unique<PvBuffer>();
-    if (size != 0 && buffer->Alloc(size).IsOK()) {
-        mSingleImageBuffer = std::move(buffer);
-    }
-    logLine("Allocate single image buffer, Buffersize %d", static_cast<std::int32_t>(size));
+    logLine("Connection to device lost!");
+    mModes.blocks().abortCurrentFrameBlockRequest(); // whoever waits for one must not for ever
+    return mChangedCallback;
 }

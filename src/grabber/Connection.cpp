@@ -4,6 +4,7 @@
 #include "LinkLossSink.h"
 #include "LogText.h"
 #include "PvWnd.h"
+#include "StreamParameters.h"
 #include "Timing.h"
 
 #include <chrono>
@@ -12,17 +13,15 @@
 namespace
 {
 
-constexpr std::int32_t kConnectedInFlashWrite = 1;
-
 constexpr std::int32_t kConnectTries = 6;
 constexpr std::chrono::milliseconds kConnectPause{200};
 constexpr std::chrono::milliseconds kNegotiationPause{100};
 
 constexpr std::int32_t kDefaultPacketSize = 1440; // bytes, "GevSCPSPacketSize"
-constexpr const char* kPacketSize = "GevSCPSPacketSize";
 
 constexpr const char* kSubnetMask = "[255.255.255.0]"; // cameras have always been sent it so
 constexpr const char* kGateway = "0.0.0.0";
+constexpr std::uint32_t kStreamChannel = 0;
 constexpr std::uint16_t kAnyPort = 0;
 constexpr const char* kAnyLocalAddress = "";
 
@@ -31,47 +30,8 @@ bool isEmpty(const PvString& text)
     return std::string_view(text.GetAscii()).empty();
 }
 
-} // namespace
-
-std::int32_t CQuorGrabber::connect(const char* macAddress, const char* ipAddress,
-                                   bool ipConfigurationValid,
-                                   const TelvoConnectionSettings& settings)
-{
-    logLine("* Connect grabber");
-    PvString mac(macAddress);
-    PvString ip(ipAddress);
-    logLine("* MAC %s IP %s", mac.GetAscii(), ip.GetAscii());
-
-    if (!connectDevice(mac, ip, ipConfigurationValid)) {
-        return kFailure;
-    }
-    applyPacketSize(settings);
-    if (!openStream(ip)) {
-        return kFailure;
-    }
-    mIsConnectionLost = false;
-    (void)mDevice.RegisterEventSink(mLinkLossSink);
-    (void)openSerialPort(); // a camera without one is asked for frames through its features
-    executeAckEnable();
-    mIdentity.ipAddress = ip.GetAscii();
-    mIdentity.macAddress = mac.GetAscii();
-
-    std::int32_t state = 0;
-    const bool isWritingFlash = getCameraState(&state) == kSuccess &&
-                                state == static_cast<std::int32_t>(CameraState::FlashWrite);
-    return isWritingFlash ? kConnectedInFlashWrite : kSuccess;
-}
-
-bool CQuorGrabber::connectDevice(PvString& macAddress, PvString& ipAddress,
-                                 bool ipConfigurationValid)
-{
-    return isEmpty(macAddress) || isEmpty(ipAddress)
-               ? connectBySelection(macAddress, ipAddress)
-               : connectByAddress(macAddress, ipAddress, ipConfigurationValid);
-}
-
-bool CQuorGrabber::connectByAddress(const PvString& macAddress, const PvString& ipAddress,
-                                    bool ipConfigurationValid)
+bool connectByAddress(CameraLink& link, const PvString& macAddress, const PvString& ipAddress,
+                      bool ipConfigurationValid)
 {
     for (std::int32_t attempt = 0; attempt < kConnectTries; ++attempt) {
         if (ipConfigurationValid) {
@@ -85,7 +45,7 @@ bool CQuorGrabber::connectByAddress(const PvString& macAddress, const PvString& 
                         result.GetCodeString().GetAscii());
             }
         }
-        if (mDevice.Connect(macAddress, PvAccessType::Exclusive).IsOK()) {
+        if (link.device.Connect(macAddress, PvAccessType::Exclusive).IsOK()) {
             return true;
         }
         sleepFor(kConnectPause);
@@ -93,7 +53,8 @@ bool CQuorGrabber::connectByAddress(const PvString& macAddress, const PvString& 
     return false;
 }
 
-bool CQuorGrabber::connectBySelection(PvString& macAddress, PvString& ipAddress)
+/// The texts become those of the camera that the user chose.
+bool connectBySelection(CameraLink& link, PvString& macAddress, PvString& ipAddress)
 {
     logLine("Manual device connection!");
     PvDeviceFinderWnd finder;
@@ -101,7 +62,7 @@ bool CQuorGrabber::connectBySelection(PvString& macAddress, PvString& ipAddress)
         return false;
     }
     const PvDeviceInfo* const selected = finder.GetSelected();
-    if (selected == nullptr || !mDevice.Connect(selected, PvAccessType::Exclusive).IsOK()) {
+    if (selected == nullptr || !link.device.Connect(selected, PvAccessType::Exclusive).IsOK()) {
         return false;
     }
     macAddress = selected->GetMACAddress();
@@ -109,34 +70,76 @@ bool CQuorGrabber::connectBySelection(PvString& macAddress, PvString& ipAddress)
     return true;
 }
 
-void CQuorGrabber::applyPacketSize(const TelvoConnectionSettings& settings)
+bool connectDevice(CameraLink& link, PvString& macAddress, PvString& ipAddress,
+                   bool ipConfigurationValid)
+{
+    return isEmpty(macAddress) || isEmpty(ipAddress)
+               ? connectBySelection(link, macAddress, ipAddress)
+               : connectByAddress(link, macAddress, ipAddress, ipConfigurationValid);
+}
+
+/// As the host would set it, with the line that it logs.
+void setPacketSize(CameraSettings& camera, std::int32_t bytes)
+{
+    (void)setStreamParameter(camera, "GevSCPSPacketSize", bytes);
+}
+
+void applyPacketSize(CameraSettings& camera, const TelvoConnectionSettings& settings)
 {
     if (settings.useSettings == 0) {
-        (void)setStreamParameter(kPacketSize, kDefaultPacketSize);
+        setPacketSize(camera, kDefaultPacketSize);
     } else if (settings.packetSize != 0) {
-        (void)setStreamParameter(kPacketSize, static_cast<std::int32_t>(settings.packetSize));
+        setPacketSize(camera, static_cast<std::int32_t>(settings.packetSize));
     } else {
         logLine("- Auto Packet Size Detection");
-        (void)mDevice.NegotiatePacketSize(kStreamChannel, kDefaultPacketSize);
+        (void)camera.link.device.NegotiatePacketSize(kStreamChannel, kDefaultPacketSize);
         sleepFor(kNegotiationPause);
     }
 }
 
-bool CQuorGrabber::openStream(const PvString& ipAddress)
+bool openStream(CameraLink& link, const PvString& ipAddress)
 {
-    if (!mStream.Open(ipAddress, kAnyPort, kStreamChannel, kAnyLocalAddress).IsOK()) {
+    if (!link.stream.Open(ipAddress, kAnyPort, kStreamChannel, kAnyLocalAddress).IsOK()) {
         logLine("Can't open stream!");
-        (void)mDevice.Disconnect();
+        (void)link.device.Disconnect();
         return false;
     }
-    (void)mDevice.SetStreamDestination(mStream.GetLocalIPAddress(), mStream.GetLocalPort(),
-                                       kStreamChannel);
+    (void)link.device.SetStreamDestination(link.stream.GetLocalIPAddress(),
+                                           link.stream.GetLocalPort(), kStreamChannel);
     return true;
 }
 
-void CQuorGrabber::executeAckEnable()
+void executeAckEnable(CameraLink& link)
 {
-    if (auto* const command = mFeatures.find<PvGenCommand>("AckEnable")) {
+    if (auto* const command = link.features.find<PvGenCommand>("AckEnable")) {
         (void)command->Execute();
     }
+}
+
+} // namespace
+
+ConnectResult CQuorGrabber::connect(const char* macAddress, const char* ipAddress,
+                                    bool ipConfigurationValid,
+                                    const TelvoConnectionSettings& settings)
+{
+    logLine("* Connect grabber");
+    PvString mac(macAddress);
+    PvString ip(ipAddress);
+    logLine("* MAC %s IP %s", mac.GetAscii(), ip.GetAscii());
+
+    if (!connectDevice(mLink, mac, ip, ipConfigurationValid)) {
+        return ConnectResult::Failed;
+    }
+    applyPacketSize(mSettings, settings);
+    if (!openStream(mLink, ip)) {
+        return ConnectResult::Failed;
+    }
+    mLink.isLost = false;
+    (void)mLink.device.RegisterEventSink(mLinkLossSink);
+    mLink.serialLine.open(mLink.device);
+    executeAckEnable(mLink);
+    mIdentity.ipAddress = ip.GetAscii();
+    mIdentity.macAddress = mac.GetAscii();
+    return readCameraState(mLink.features) == CameraState::FlashWrite ? ConnectResult::InFlashWrite
+                                                                      : ConnectResult::Connected;
 }

@@ -1,17 +1,21 @@
 // From a connected camera to one in a known state, without harming a recording that it is making.
 
 #include "CQuorGrabber.h"
+#include "CameraState.h"
+#include "CaptureFeatures.h"
+#include "DataWords.h"
+#include "FlashCard.h"
+#include "ImageGeometry.h"
+#include "LinkPacing.h"
 #include "LogText.h"
+#include "StreamParameters.h"
 #include "Timing.h"
+#include "UserSets.h"
 
 #include <chrono>
-#include <string_view>
 
 namespace
 {
-
-constexpr std::int32_t kAttachedToRecording = 1;
-constexpr std::int32_t kUserSetPrepared = -2;
 
 constexpr std::chrono::milliseconds kRecordStopPause{100};
 
@@ -37,91 +41,45 @@ constexpr TelvoConnectionSettings kDefaultSettings{
     .reserved3 = {},
 };
 
-constexpr double kLowestColorFactor = 0.0;
-constexpr double kHighestColorFactor = 5.0;
-
-double decodedFactor(std::int32_t dataWord)
+void applyTransferSettings(CameraSettings& camera, const TelvoConnectionSettings& settings,
+                           bool isUsingHostSettings)
 {
-    return dataWord / 100.0 - 1.0;
-}
-
-} // namespace
-
-std::int32_t CQuorGrabber::initialize(const TelvoConnectionSettings& hostSettings)
-{
-    if (mIsConnectionLost) {
-        return kFailure;
-    }
-    const bool isUsingHostSettings = hostSettings.useSettings != 0;
-    const TelvoConnectionSettings& settings = isUsingHostSettings ? hostSettings : kDefaultSettings;
-
-    mTransfer.currentInterPacketDelay = 0;
-    applyTransferSettings(settings, isUsingHostSettings);
-    const bool isRecording = stopUnlessRecording();
-    mFeatures.bind();
-    applyStreamSettings(settings, isUsingHostSettings);
-    readStreamAddresses();
-    readIdentity();
-    (void)checkCameraType(mIdentity.model.c_str());
-    (void)getMaxWidth(); // the user set that the check may save covers the whole sensor
-    (void)getMaxHeight();
-    if (checkUserSetSelection() != kSuccess) {
-        return kUserSetPrepared;
-    }
-    detectColorCamera();
-    readMultiSequenceFlag();
-    prepareSingleImageBuffer();
-    if (isRecording) {
-        attachToRecording();
-        return kAttachedToRecording;
-    }
-    enterPlayback();
-    return kSuccess;
-}
-
-void CQuorGrabber::applyTransferSettings(const TelvoConnectionSettings& settings,
-                                         bool isUsingHostSettings)
-{
-    mTransfer.defaultInterPacketDelay = static_cast<std::int32_t>(settings.defaultInterPacketDelay);
-    mTransfer.outputInterPacketDelay = static_cast<std::int32_t>(settings.outputInterPacketDelay);
-    mTransfer.outputDataRate = static_cast<std::int32_t>(settings.outputDataRate);
-    mTransfer.requestMode = static_cast<std::int32_t>(settings.requestMode);
+    TransferSettings& transfer = camera.link.transfer;
+    transfer.defaultInterPacketDelay = static_cast<std::int32_t>(settings.defaultInterPacketDelay);
+    transfer.outputInterPacketDelay = static_cast<std::int32_t>(settings.outputInterPacketDelay);
+    transfer.outputDataRate = static_cast<std::int32_t>(settings.outputDataRate);
+    transfer.requestMode = static_cast<std::int32_t>(settings.requestMode);
     if (isUsingHostSettings) {
         logLine("----------------------------> Set interpacket delay = %d\n",
-                mTransfer.defaultInterPacketDelay.load());
+                transfer.defaultInterPacketDelay.load());
     } else {
         logLine("Set default device parameters");
     }
-    (void)setStreamParameter("InterPacketDelay", mTransfer.defaultInterPacketDelay);
-    (void)SetOutputDatarate(mTransfer.outputDataRate);
-    logLine("DefaultInterPacketDelay %d", mTransfer.defaultInterPacketDelay.load());
-    logLine("OutputInterPacketDelay %d", mTransfer.outputInterPacketDelay.load());
-    logLine("OutputDataRate %d", mTransfer.outputDataRate.load());
-    logLine("RequestMode %d", mTransfer.requestMode.load());
+    (void)setStreamParameter(camera, "InterPacketDelay", transfer.defaultInterPacketDelay);
+    (void)setOutputDatarate(camera.link, transfer.outputDataRate);
+    logLine("DefaultInterPacketDelay %d", transfer.defaultInterPacketDelay.load());
+    logLine("OutputInterPacketDelay %d", transfer.outputInterPacketDelay.load());
+    logLine("OutputDataRate %d", transfer.outputDataRate.load());
+    logLine("RequestMode %d", transfer.requestMode.load());
 }
 
-bool CQuorGrabber::stopUnlessRecording()
+/// @return whether the camera is recording
+bool stopUnlessRecording(const CameraFeatures& features)
 {
-    std::int32_t state = 0;
-    (void)getCameraState(&state);
-    if (state == static_cast<std::int32_t>(CameraState::Recording)) {
+    if (readCameraState(features) == CameraState::Recording) {
         return true;
     }
-    if (auto* const recordStop = mFeatures.find<PvGenCommand>("RecordStop")) {
-        (void)recordStop->Execute();
-    }
+    execute(features.find<PvGenCommand>("RecordStop"));
     sleepFor(kRecordStopPause);
-    if (auto* const acquisitionStop = mFeatures.find<PvGenCommand>("AcquisitionStop")) {
-        (void)acquisitionStop->Execute();
-    }
+    execute(features.find<PvGenCommand>("AcquisitionStop"));
     return false;
 }
 
-void CQuorGrabber::applyStreamSettings(const TelvoConnectionSettings& settings,
-                                       bool isUsingHostSettings)
+void applyStreamSettings(CameraSettings& camera, const TelvoConnectionSettings& settings,
+                         bool isUsingHostSettings)
 {
-    const auto set = [this](const char* name, std::uint32_t value) {
-        (void)setStreamParameter(name, static_cast<std::int32_t>(value));
+    const auto set = [&camera](const char* name, std::uint32_t value) {
+        (void)setStreamParameter(camera, name, static_cast<std::int32_t>(value));
     };
     set("FirstPacketTimeout", settings.firstPacketTimeout);
     set("PacketTimeout", settings.packetTimeout);
@@ -136,69 +94,78 @@ void CQuorGrabber::applyStreamSettings(const TelvoConnectionSettings& settings,
     logLine("FastReadoutActive %d", settings.fastReadoutActive);
 }
 
-void CQuorGrabber::detectColorCamera()
+void readMultiSequenceFlag(CameraSettings& camera)
 {
-    auto* const pixelFormat = mFeatures.find<PvGenEnum>("PixelFormat");
-    PvString format;
-    if (pixelFormat == nullptr || !pixelFormat->GetValue(format).IsOK()) {
-        return;
-    }
-    mColor.isColorCamera = format != PvString("Mono8");
-    if (mColor.isColorCamera) {
-        readColorFactors();
-    }
-}
-
-void CQuorGrabber::readColorFactors()
-{
-    for (std::int32_t index = 0; double& factor : mColor.factors) {
-        std::int32_t word = 0;
-        if (getCustomData(index++, &word) != kSuccess) {
-            continue;
-        }
-        const double decoded = decodedFactor(word);
-        if (decoded >= kLowestColorFactor && decoded <= kHighestColorFactor) {
-            factor = decoded;
-        }
-    }
-}
-
-void CQuorGrabber::readMultiSequenceFlag()
-{
-    auto* const feature = mFeatures.find<PvGenBoolean>("MultisequenceAvailable");
+    auto* const feature = camera.link.features.find<PvGenBoolean>("MultisequenceAvailable");
     bool isAvailable = false;
-    mIsMultiSequenceAvailable =
+    camera.isMultiSequenceAvailable =
         feature != nullptr && feature->GetValue(isAvailable).IsOK() && isAvailable;
-    logLine("MultiSequenceModeAvailable %d", mIsMultiSequenceAvailable);
+    logLine("MultiSequenceModeAvailable %d", camera.isMultiSequenceAvailable);
 }
 
-void CQuorGrabber::prepareSingleImageBuffer()
+void prepareSingleImageBuffer(CameraSettings& camera, SingleImageBuffer& buffer)
 {
-    releaseSingleImageBuffer();
-    std::int32_t offset = 0;
-    (void)getOffsetX(&offset);
-    (void)getOffsetY(&offset);
-    (void)getCurrentWidth();
-    (void)getCurrentHeight();
-    allocateSingleImageBuffer(mGeometry.frameSize());
+    buffer.release();
+    (void)read(camera, kGetOffsetX);
+    (void)read(camera, kGetOffsetY);
+    (void)readOrRecall(camera, kGetWidth);
+    (void)readOrRecall(camera, kGetHeight);
+    buffer.allocate(camera.geometry.frameSize());
 }
 
-void CQuorGrabber::attachToRecording()
+void logMode(const ModeControl& modes)
 {
-    std::uint8_t isAvailable = 0;
-    if (isFlashCardAvailable(&isAvailable) == kSuccess && isAvailable != 0) {
-        std::uint8_t isEnabled = 0;
-        (void)isFlashWriteAfterRecordStopEnabled(&isEnabled);
+    logLine("Camera connected! Current mode = %d", static_cast<std::int32_t>(modes.mode()));
+}
+
+void attachToRecording(CameraSettings& camera, ModeControl& modes)
+{
+    const Reading<bool> hasFlashCard = read(camera, kIsFlashCardAvailable);
+    if (hasFlashCard.isDone() && *hasFlashCard.value) {
+        (void)isFlashWriteAfterRecordStopEnabled(camera);
     }
-    (void)startRecordMode(true);
-    logLine("Camera connected! Current mode = %d", static_cast<std::int32_t>(mMode.current.load()));
+    (void)modes.startRecordMode(RecordStart::Attached);
+    logMode(modes);
 }
 
-void CQuorGrabber::enterPlayback()
+void enterPlayback(CameraSettings& camera, ModeControl& modes)
 {
-    logLine("Camera connected! Current mode = %d", static_cast<std::int32_t>(mMode.current.load()));
-    mMode.current = Mode::Idle;
-    (void)changeAquisitionSource(Mode::Idle);
-    (void)enableRecordStandby(false);
-    (void)startPlaybackMode();
+    logMode(modes);
+    modes.becomeIdle();
+    (void)write(camera, kEnableRecordStandby, false);
+    (void)modes.startPlaybackMode();
+}
+
+} // namespace
+
+InitializeResult CQuorGrabber::initialize(const TelvoConnectionSettings& hostSettings)
+{
+    if (mLink.isLost) {
+        return InitializeResult::Failed;
+    }
+    const bool isUsingHostSettings = hostSettings.useSettings != 0;
+    const TelvoConnectionSettings& settings = isUsingHostSettings ? hostSettings : kDefaultSettings;
+
+    mLink.transfer.currentInterPacketDelay = 0;
+    applyTransferSettings(mSettings, settings, isUsingHostSettings);
+    const bool isRecording = stopUnlessRecording(mLink.features);
+    mLink.features.bind();
+    applyStreamSettings(mSettings, settings, isUsingHostSettings);
+    readStreamAddresses(mIdentity, mLink);
+    readIdentity(mIdentity, mLink.features);
+    mModel = checkCameraType(mIdentity.model.c_str());
+    (void)readOrRecall(mSettings, kGetMaxWidth); // what the check may save is the whole sensor
+    (void)readOrRecall(mSettings, kGetMaxHeight);
+    if (checkUserSetSelection(mSettings) != Outcome::Done) {
+        return InitializeResult::UserSetPrepared;
+    }
+    readColorInformation(mSettings);
+    readMultiSequenceFlag(mSettings);
+    prepareSingleImageBuffer(mSettings, mSingleImage);
+    if (isRecording) {
+        attachToRecording(mSettings, mModes);
+        return InitializeResult::AttachedToRecording;
+    }
+    enterPlayback(mSettings, mModes);
+    return InitializeResult::Ready;
 }

@@ -11,14 +11,26 @@ namespace
 class ReadoutThreadTest : public BlockTransferTest
 {
   protected:
-    void SetUp() override { ASSERT_EQ(mGrabber.connect(kMac, kIp, true, {}), 0); }
+    void SetUp() override
+    {
+        ASSERT_EQ(mGrabber.connect(kMac, kIp, true, {}), ConnectResult::Connected);
+    }
 
     /// @param blockSize  bytes
     void begin(std::uint32_t blockSize, std::int32_t frames)
     {
-        ASSERT_EQ(thread.initialize(&mGrabber, 16, 16, blockSize, 0), 0);
+        ASSERT_EQ(thread.initialize(mGrabber.settings().link, 16, 16, blockSize, 0),
+                  StartResult::Started);
         thread.start();
-        ASSERT_EQ(thread.requestFrames(0, frames - 1), 0);
+        ASSERT_EQ(thread.requestFrames({0, frames - 1}), Outcome::Done);
+    }
+
+    /// The result as hosts get it.
+    std::int32_t waitForResult(std::int32_t* frames)
+    {
+        const ReadoutRequest::Ending ending = thread.waitForResult();
+        *frames = ending.acquired.value_or(*frames);
+        return static_cast<std::int32_t>(ending.result);
     }
 
     void expectByte(std::size_t offset, std::uint8_t value)
@@ -41,7 +53,7 @@ TEST_F(ReadoutThreadTest, AWaitGivesTheFramesOfACompleteRequest)
 {
     begin(1024, 2);
     feed({1, 2});
-    EXPECT_EQ(thread.waitForResult(&acquired), 0);
+    EXPECT_EQ(waitForResult(&acquired), 0);
     EXPECT_EQ(acquired, 2);
 }
 
@@ -50,7 +62,7 @@ TEST_F(ReadoutThreadTest, AWaitEndedByAnAbortGivesTheFramesThatCame)
     begin(1024, 2);
     feed({1});
     at("WaitForSingleObject INFINITE", {[this] { thread.abortRequest(); }});
-    EXPECT_EQ(thread.waitForResult(&acquired), 1);
+    EXPECT_EQ(waitForResult(&acquired), 1);
     EXPECT_EQ(acquired, 1);
 }
 
@@ -59,7 +71,7 @@ TEST_F(ReadoutThreadTest, AWaitAfterAnAbortGivesNothing)
     begin(1024, 2);
     feed({1});
     thread.abortRequest();
-    EXPECT_EQ(thread.waitForResult(&acquired), 1);
+    EXPECT_EQ(waitForResult(&acquired), 1);
     EXPECT_EQ(acquired, static_cast<std::int32_t>(kUntouched));
 }
 
@@ -69,7 +81,7 @@ TEST_F(ReadoutThreadTest, AFailedWaitGivesNothingOnceAborted)
     feed({1});
     s.answer("WaitForSingleObject", {Code::GenericError});
     at("WaitForSingleObject INFINITE", {[this] { thread.abortRequest(); }});
-    EXPECT_EQ(thread.waitForResult(&acquired), 1);
+    EXPECT_EQ(waitForResult(&acquired), 1);
     EXPECT_EQ(acquired, static_cast<std::int32_t>(kUntouched));
 }
 
@@ -78,7 +90,7 @@ TEST_F(ReadoutThreadTest, AWaitEndedByTheThreadsEndGivesTheFramesThatCame)
     begin(1024, 2);
     feed({1});
     at("WaitForSingleObject INFINITE", {[this] { EXPECT_TRUE(thread.stop()); }});
-    EXPECT_EQ(thread.waitForResult(&acquired), -1);
+    EXPECT_EQ(waitForResult(&acquired), -1);
     EXPECT_EQ(acquired, 1);
 }
 
@@ -100,7 +112,7 @@ TEST_F(ReadoutThreadTest, AFrameIsStoredUpToTheBlocksLastByte)
     begin(512, 2);
     s.pipelineFeed().feedFrame(frame(1, 0xAA));
     s.pipelineFeed().feedFrame(frame(2, 0xBB));
-    EXPECT_EQ(thread.waitForResult(&acquired), 0);
+    EXPECT_EQ(waitForResult(&acquired), 0);
     expectByte(255, 0xAA);
     expectByte(511, 0xBB);
 }
@@ -110,7 +122,7 @@ TEST_F(ReadoutThreadTest, AFrameThatDoesNotFitWholeIsCountedButNotStored)
     begin(511, 2);
     s.pipelineFeed().feedFrame(frame(1, 0xAA));
     s.pipelineFeed().feedFrame(frame(2, 0xBB));
-    EXPECT_EQ(thread.waitForResult(&acquired), 0);
+    EXPECT_EQ(waitForResult(&acquired), 0);
     EXPECT_EQ(acquired, 2);
     expectByte(255, 0xAA);
     expectByte(510, 0);

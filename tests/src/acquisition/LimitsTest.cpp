@@ -1,7 +1,7 @@
 // Numbers that a host or a camera chooses, at the ends of their range.
 #include "FrameCounterTotal.h"
 #include "GeometryCache.h"
-#include "LinkLimits.h"
+#include "LinkPacing.h"
 #include "ModeTest.h"
 
 #include <algorithm>

@@ -222,7 +222,7 @@ TEST_F(SerialFlushTest, LeavesAClosedPortAlone)
     s.answer("PvSerialPortIPEngine.Open", {Code::AccessDenied});
     ASSERT_EQ(connect(), 0);
     EXPECT_EQ(flushes(1), Texts{}); // requests go through features
-    EXPECT_EQ(cameraRegistry().find(kCamera)->flushSerialPort(), 0);
+    cameraRegistry().find(kCamera)->settings().link.serialLine.flush();
     EXPECT_EQ(s.takeCalls(), Texts{"log - Error flush serial com"});
 }
 

@@ -1,5 +1,5 @@
 // Worker threads in general.
-#include "CQuorAcquisitionThread.h"
+#include "Thread.h"
 #include "StandIn.h"
 
 #include <atomic>
@@ -107,13 +107,6 @@ TEST_F(ThreadTest, DoesNotRunWithoutTheSystemsLeave)
     EXPECT_FALSE(thread.isRunning());
     EXPECT_EQ(s.takeKernelCalls(), Texts{"CreateThread"});
     EXPECT_EQ(runs, 0);
-}
-
-TEST_F(ThreadTest, TakesNoImagesForNoGrabber)
-{
-    CQuorAcquisitionThread thread;
-    EXPECT_EQ(thread.initialize(nullptr, 12, 1280, 1024, 0), -1);
-    EXPECT_EQ(s.takeCalls(), Texts{});
 }
 
 } // namespace
