@@ -20,9 +20,17 @@ void LiveSource::endPreview(CameraTime now, std::uint32_t rate, std::uint64_t fi
 std::optional<Exposure> LiveSource::take(CameraTime now)
 {
     const std::uint64_t exposed = mUnpaced ? mTaken + 1 : mClock.exposedAt(now);
-    if (exposed <= mTaken) {
-        return std::nullopt;
-    }
+    return exposed > mTaken ? std::optional(takeUpTo(exposed, now)) : std::nullopt;
+}
+
+std::optional<Exposure> LiveSource::takeOnly(CameraTime now)
+{
+    const bool isExposed = mUnpaced || mClock.exposedAt(now) > mTaken;
+    return isExposed ? std::optional(takeUpTo(mTaken + 1, now)) : std::nullopt;
+}
+
+Exposure LiveSource::takeUpTo(std::uint64_t exposed, CameraTime now)
+{
     const Exposure newest{.number = mFirst + exposed - 1,
                           .leftOut = exposed - mTaken - 1,
                           .time = mUnpaced ? now : mClock.timeOf(exposed - 1)};

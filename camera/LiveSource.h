@@ -38,12 +38,16 @@ class LiveSource
 
     /** The newest image, if it was not taken. */
     [[nodiscard]] std::optional<Exposure> take(CameraTime now);
+    /** The image of an acquisition that has but one: the first, however late it is taken. */
+    [[nodiscard]] std::optional<Exposure> takeOnly(CameraTime now);
     /** The newest exposure of a running recording, if it was not taken. */
     [[nodiscard]] std::optional<FrameStamp> takePreview(const Recorder& recorder);
     /** When there is an image again, after take() gave none. */
     [[nodiscard]] CameraTime nextExposure() const { return mClock.timeOf(mTaken); }
 
   private:
+    Exposure takeUpTo(std::uint64_t exposed, CameraTime now);
+
     const bool mUnpaced;
     bool mRunning = false;
     FrameClock mClock;

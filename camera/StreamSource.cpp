@@ -56,11 +56,12 @@ CameraTime StreamSource::nextExposure() const
 
 std::optional<StreamOrder> StreamSource::liveBlock(CameraTime now)
 {
-    const auto exposure = mLive.take(now);
+    const bool isOnly = mSettings.get(FeatureId::AcquisitionMode) == kModeSingleFrame;
+    const auto exposure = isOnly ? mLive.takeOnly(now) : mLive.take(now);
     if (!exposure) {
         return std::nullopt;
     }
-    if (mSettings.get(FeatureId::AcquisitionMode) == kModeSingleFrame) {
+    if (isOnly) {
         mLive.stop();
     }
     const bool irigB = mSettings.isOn(FeatureId::IRIGBEnable);

@@ -110,6 +110,15 @@ TEST_F(CameraCoreTest, OneImageEndsASingleAcquisition)
     EXPECT_EQ(nextFrame(), -1);
 }
 
+TEST_F(CameraCoreTest, TheOnlyImageIsTheFirstHoweverLateItIsTaken)
+{
+    EXPECT_EQ(write(FeatureId::AcquisitionMode, kModeSingleFrame), Status::Success);
+    EXPECT_EQ(write(FeatureId::AcquisitionStart), Status::Success);
+    mCore.advance(10s);
+    EXPECT_EQ(nextFrame(), 0);
+    EXPECT_EQ(nextFrame(), -1);
+}
+
 TEST_F(CameraCoreTest, LosingItsHostEndsSendingButNotRecording)
 {
     write(FeatureId::AcquisitionStart);
