@@ -1,5 +1,6 @@
 # Libraries of others, by the names that the targets link to:
-# telvo_pugixml, telvo_minizip (the library and the camera), telvo_png, telvo_cli11 (the tools).
+# telvo_pugixml, telvo_minizip (the library and the camera), telvo_png, telvo_cli11,
+# telvo_json (the tools).
 # What the shared library needs is linked statically, so that a host ships one file.
 if(CMAKE_CROSSCOMPILING)
   include(ThirdPartyFromSource)
@@ -7,6 +8,7 @@ else()
   find_package(ZLIB REQUIRED)
   find_package(PNG REQUIRED)
   find_package(CLI11 REQUIRED)
+  find_package(nlohmann_json REQUIRED)
   find_library(pugixml_archive NAMES libpugixml.a REQUIRED)
   find_library(minizip_archive NAMES libminizip.a REQUIRED)
 
@@ -17,4 +19,5 @@ else()
   target_link_libraries(telvo_minizip INTERFACE ${minizip_archive} ZLIB::ZLIB)
   add_library(telvo_png ALIAS PNG::PNG)
   add_library(telvo_cli11 ALIAS CLI11::CLI11)
+  add_library(telvo_json ALIAS nlohmann_json::nlohmann_json)
 endif()

@@ -1,5 +1,5 @@
 # The same libraries for Windows, from the sources that scripts/windows-libraries.sh fetches. zlib
-# comes as Debian's libz-mingw-w64-dev; CLI11 is headers only.
+# comes as Debian's libz-mingw-w64-dev; CLI11 and nlohmann-json are headers only.
 set(sources ${CMAKE_SOURCE_DIR}/build/windows-libraries)
 if(NOT EXISTS ${sources}/libpng)
   message(FATAL_ERROR "Run scripts/windows-libraries.sh first.")
@@ -24,7 +24,10 @@ target_include_directories(telvo_png SYSTEM PUBLIC ${sources}/libpng ${CMAKE_BIN
 target_compile_definitions(telvo_png PRIVATE PNG_INTEL_SSE_OPT=0)
 target_link_libraries(telvo_png PUBLIC ${zlib_archive})
 
-# Not all of /usr/include: only CLI11 out of it is meant for another system.
+# Not all of /usr/include: only these out of it are meant for another system.
 file(COPY /usr/include/CLI DESTINATION ${CMAKE_BINARY_DIR}/cli11)
 add_library(telvo_cli11 INTERFACE)
 target_include_directories(telvo_cli11 SYSTEM INTERFACE ${CMAKE_BINARY_DIR}/cli11)
+file(COPY /usr/include/nlohmann DESTINATION ${CMAKE_BINARY_DIR}/json)
+add_library(telvo_json INTERFACE)
+target_include_directories(telvo_json SYSTEM INTERFACE ${CMAKE_BINARY_DIR}/json)

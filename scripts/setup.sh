@@ -6,7 +6,7 @@ set -eu
 
 # The library, the tool and the virtual camera: all that the demo needs.
 build="build-essential cmake ninja-build pkgconf git
-    libpugixml-dev libminizip-dev zlib1g-dev libpng-dev libcli11-dev"
+    libpugixml-dev libminizip-dev zlib1g-dev libpng-dev libcli11-dev nlohmann-json3-dev"
 # The suites, the independent programs that they meet, and namespaces for their networks.
 test="libgtest-dev libgmock-dev aravis-tools aravis-tools-cli iproute2"
 # The cross-compiler, and a system to run what it makes.
