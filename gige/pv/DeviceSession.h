@@ -29,6 +29,7 @@ class DeviceSession
 
     PvGenParameterArray& features() { return *mFeatures; }
     const gige::genapi::NodeMap& nodes() const { return *mNodes; }
+    gige::control::DeviceRegisters& registers() { return mConnection->registers(); }
 
     PvResult negotiatePacketSize(std::uint32_t channel, std::uint32_t defaultSize);
     PvResult setStreamDestination(const gige::net::Endpoint& destination, std::uint32_t channel);

@@ -277,4 +277,9 @@ FeatureNode featuresOf(const genapi::NodeMap& map)
     return root == nullptr ? FeatureNode() : Descent().enter(*root);
 }
 
+std::unique_ptr<Feature> featureOf(Node& node)
+{
+    return std::make_unique<NodeFeature>(node);
+}
+
 } // namespace gige::ui

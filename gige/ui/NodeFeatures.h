@@ -4,6 +4,8 @@
 #include "Feature.h"
 #include "NodeMap.h"
 
+#include <memory>
+
 namespace gige::ui
 {
 
@@ -11,6 +13,10 @@ namespace gige::ui
 /// are cut, and so is what lies deeper than any sensible description.
 /// @param map  must outlive the features
 FeatureNode featuresOf(const genapi::NodeMap& map);
+
+/// One node, whether it is in a category or not.
+/// @param node  must outlive the feature
+std::unique_ptr<Feature> featureOf(genapi::Node& node);
 
 } // namespace gige::ui
 
