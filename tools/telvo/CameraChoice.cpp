@@ -3,6 +3,9 @@
 #include "OptionRange.h"
 #include "ToolError.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace telvo
 {
 
@@ -28,7 +31,17 @@ void addSearchOptions(CLI::App& command, SearchOptions& options)
 void addCameraOptions(CLI::App& command, CameraOptions& options)
 {
     command.add_option("--camera", options.camera, "The camera [the only one that answers]")
-        ->type_name("MAC|IP|NAME");
+        ->type_name("MAC|IP|NAME|SERIAL");
+    addSearchOptions(command, options.search);
+}
+
+void addCamerasOptions(CLI::App& command, CamerasOptions& options)
+{
+    command
+        .add_option("--camera", options.cameras,
+                    "The camera [the only one that answers]; once for each of several")
+        ->type_name("MAC|IP|NAME|SERIAL")
+        ->allow_extra_args(false);
     addSearchOptions(command, options.search);
 }
 
@@ -38,11 +51,29 @@ CameraAddress chooseCamera(const CameraOptions& options)
     const std::string ip = gige::net::toText(device.ip());
     if (!device.inSubnet()) {
         throw Failure("the camera's address " + ip + " is not in the subnet of interface " +
-                      device.interface.name);
+                      device.interface.name + "; 'telvo force-ip' gives it another");
     }
     return {.mac = gige::wire::toText(device.info.mac),
             .ip = ip,
-            .onLoopback = device.interface.isLoopback};
+            .onLoopback = device.interface.isLoopback,
+            .device = device};
+}
+
+std::vector<CameraAddress> chooseCameras(const CamerasOptions& options)
+{
+    std::vector<std::string> names = options.cameras;
+    if (names.empty()) {
+        names.emplace_back();
+    }
+    std::vector<CameraAddress> cameras;
+    for (const std::string& name : names) {
+        CameraAddress camera = chooseCamera({.camera = name, .search = options.search});
+        if (std::ranges::find(cameras, camera.ip, &CameraAddress::ip) != cameras.end()) {
+            throw UsageError("--camera " + name + " names " + camera.ip + " once more");
+        }
+        cameras.push_back(std::move(camera));
+    }
+    return cameras;
 }
 
 } // namespace telvo

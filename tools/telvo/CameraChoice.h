@@ -1,18 +1,20 @@
 #ifndef TELVO_TOOLS_TELVO_CAMERACHOICE_H
 #define TELVO_TOOLS_TELVO_CAMERACHOICE_H
 
+#include "CameraAddress.h"
 #include "CameraSearch.h"
 #include "CameraSession.h"
 
 #include <CLI/CLI.hpp>
 #include <string>
+#include <vector>
 
 namespace telvo
 {
 
 /// Which camera a command is for.
 struct CameraOptions {
-    std::string camera; // MAC, IP or user-defined name; empty: the only one found
+    std::string camera; // MAC, IP, user-defined name or serial number; empty: the only one found
     SearchOptions search;
 };
 
@@ -22,9 +24,21 @@ void addSearchOptions(CLI::App& command, SearchOptions& options);
 /// Adds --camera and the search options. The options outlive the command.
 void addCameraOptions(CLI::App& command, CameraOptions& options);
 
+/// Which cameras a command is for that works with several.
+struct CamerasOptions {
+    std::vector<std::string> cameras; // each as above; none: the only one found
+    SearchOptions search;
+};
+
 /// Finds the camera. Throws Failure if there is none that can be connected to, UsageError if there
 /// are several to choose from.
 CameraAddress chooseCamera(const CameraOptions& options);
+
+/// Adds --camera, to be given once for each camera, and the search options.
+void addCamerasOptions(CLI::App& command, CamerasOptions& options);
+
+/// The same for several; each is there once.
+std::vector<CameraAddress> chooseCameras(const CamerasOptions& options);
 
 } // namespace telvo
 

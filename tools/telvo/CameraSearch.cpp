@@ -1,5 +1,6 @@
 #include "CameraSearch.h"
 
+#include "CancelFlag.h"
 #include "ToolError.h"
 
 #include <algorithm>
@@ -25,18 +26,52 @@ std::chrono::milliseconds timeOf(const SearchOptions& options)
     return std::chrono::milliseconds(options.timeout);
 }
 
-control::DiscoveredDevice onlyCamera(const SearchOptions& options)
+using Devices = std::vector<control::DiscoveredDevice>;
+
+Devices ask(const Interfaces& interfaces, const SearchOptions& options,
+            const control::DeviceFound& found = nullptr)
 {
-    const auto found = findCameras(options);
+    const CancelToken cancel;
+    Devices devices = control::discover(interfaces, timeOf(options), found, cancel.token());
+    CancelFlag().check();
+    return devices;
+}
+
+/// "127.0.0.11 (serial number VC00000B), 127.0.0.12 (…)"
+std::string listOf(const Devices& devices)
+{
+    std::string text;
+    for (const control::DiscoveredDevice& device : devices) {
+        text += (text.empty() ? "" : ", ") + net::toText(device.ip());
+        if (!device.info.serialNumber.empty()) {
+            text += " (serial number " + device.info.serialNumber + ')';
+        }
+    }
+    return text;
+}
+
+control::DiscoveredDevice onlyOne(const Devices& found, const std::string& none,
+                                  const std::string& several)
+{
     if (found.empty()) {
-        throw Failure("no camera answered");
+        throw Failure(none);
     }
     if (found.size() > 1) {
-        throw UsageError(
-            std::to_string(found.size()) +
-            " cameras answered; choose one with --camera ('telvo discover' lists them)");
+        throw UsageError(several + ": " + listOf(found));
     }
     return found.front();
+}
+
+control::DiscoveredDevice onlyCamera(const SearchOptions& options)
+{
+    const Devices found = findCameras(options);
+    return onlyOne(found, "no camera answered; 'telvo doctor' looks for the reason",
+                   std::to_string(found.size()) + " cameras answered; choose one with --camera");
+}
+
+bool isAddress(std::string_view camera)
+{
+    return net::parseIpv4(camera) || gige::wire::parseMac(camera);
 }
 
 } // namespace
@@ -74,12 +109,13 @@ bool isCalled(const control::DiscoveredDevice& device, std::string_view camera)
     if (const auto mac = gige::wire::parseMac(camera)) {
         return device.info.mac == *mac;
     }
-    return !camera.empty() && device.info.userDefinedName == camera;
+    return !camera.empty() &&
+           (device.info.userDefinedName == camera || device.info.serialNumber == camera);
 }
 
 std::vector<control::DiscoveredDevice> findCameras(const SearchOptions& options)
 {
-    return control::discover(usedInterfaces(options), timeOf(options));
+    return ask(usedInterfaces(options), options);
 }
 
 control::DiscoveredDevice findCamera(const SearchOptions& options, const std::string& camera)
@@ -87,18 +123,16 @@ control::DiscoveredDevice findCamera(const SearchOptions& options, const std::st
     if (camera.empty()) {
         return onlyCamera(options);
     }
-    std::optional<control::DiscoveredDevice> wanted;
-    control::discover(interfacesFor(usedInterfaces(options), camera), timeOf(options),
+    const bool isUnique = isAddress(camera); // then the first answer is enough
+    Devices all = ask(interfacesFor(usedInterfaces(options), camera), options,
                       [&](const control::DiscoveredDevice& device) {
-                          if (isCalled(device, camera)) {
-                              wanted = device;
-                          }
-                          return !wanted; // the first answer is enough
+                          return !(isUnique && isCalled(device, camera));
                       });
-    if (!wanted) {
-        throw Failure("no camera '" + camera + "' answered");
-    }
-    return *wanted;
+    std::erase_if(
+        all, [&](const control::DiscoveredDevice& device) { return !isCalled(device, camera); });
+    return onlyOne(all, "no camera '" + camera + "' answered; 'telvo discover' lists those that do",
+                   std::to_string(all.size()) + " cameras are called '" + camera +
+                       "'; choose one by its address");
 }
 
 } // namespace telvo

@@ -27,14 +27,16 @@ Interfaces selectInterfaces(const Interfaces& all, const std::string& nameOrAddr
 /// Those on which a camera can be that the user calls so: for a loopback address only loopback.
 Interfaces interfacesFor(const Interfaces& all, std::string_view camera);
 
-/// Whether the user's text is this camera's MAC address, IP address or user-defined name.
+/// Whether the user's text is this camera's MAC address, IP address, user-defined name or serial
+/// number.
 bool isCalled(const gige::control::DiscoveredDevice& device, std::string_view camera);
 
-/// All that answer on the interfaces of the options. Throws UsageError for an unknown interface.
+/// All that answer on the interfaces of the options. Throws UsageError for an unknown interface,
+/// Cancelled.
 std::vector<gige::control::DiscoveredDevice> findCameras(const SearchOptions& options);
 
 /// The camera of this name, or with an empty text the only one. Throws Failure if there is none,
-/// UsageError if there are several to choose from.
+/// UsageError, naming them, if there are several to choose from.
 gige::control::DiscoveredDevice findCamera(const SearchOptions& options, const std::string& camera);
 
 } // namespace telvo

@@ -1,13 +1,18 @@
 #include "CameraSession.h"
 
-#include "Setting.h"
+#include "CameraLook.h"
+#include "ConnectionSettings.h"
 #include "ToolError.h"
 
 #include "TelvoDll.h"
 
 #include <array>
-#include <atomic>
+#include <cstring>
+#include <functional>
 #include <iostream>
+#include <map>
+#include <mutex>
+#include <set>
 
 namespace telvo
 {
@@ -15,47 +20,15 @@ namespace telvo
 namespace
 {
 
-constexpr std::int32_t kCameraId = 1; // the tool has one camera at a time
+using FeatureNames = std::set<std::string, std::less<>>;
 
-constexpr std::int32_t kConnectedWhileFlashWrite = 1;
-constexpr std::int32_t kAttachedToRecording = 1;
-constexpr std::int32_t kUserSetsPrepared = -2;
-
-/// The library's own defaults, but for the packet size, which is negotiated, and for the serial
-/// line, which carries block requests faster than features do.
-constexpr TelvoConnectionSettings kConnectionSettings{
-    .useSettings = 1,
-    .reserved1 = {},
-    .packetSize = 0,
-    .defaultInterPacketDelay = 2000,
-    .outputInterPacketDelay = 0,
-    .firstPacketTimeout = 0,
-    .packetTimeout = 1000,
-    .requestTimeout = 1100,
-    .defaultImageTimeout = 1100,
-    .answerTimeout = 1000,
-    .heartbeatTimeout = 3000,
-    .heartbeatInterval = 1000,
-    .maximumPendingResends = 0,
-    .fastReadoutActive = 1,
-    .reserved2 = {},
-    .requestMode = 1,
-    .outputDataRate = 3,
-    .reserved3 = {},
-};
-
-std::atomic<bool> linkLost; // the library's callback knows no object
-
-void onChanged(std::int32_t reason)
-{
-    if (reason == 0) {
-        linkLost = true;
-    }
-}
+/// What the library cannot initialise a camera without.
+constexpr std::array kNeededFeatures{"AcquisitionSource", "UserSetSelector",
+                                     "UserSetDefaultSelector", "UserSetSave"};
 
 TelvoConnectionSettings connectionSettings(const std::vector<Assignment>& settings)
 {
-    TelvoConnectionSettings result = kConnectionSettings;
+    TelvoConnectionSettings result = kUsualConnection;
     for (const Assignment& assignment : settings) {
         if (const auto field = assignment.setting->ofConnection) {
             result.*field = static_cast<std::uint32_t>(assignment.value);
@@ -64,89 +37,234 @@ TelvoConnectionSettings connectionSettings(const std::vector<Assignment>& settin
     return result;
 }
 
-void connect(const CameraAddress& address, const TelvoConnectionSettings& settings)
+template <typename Names>
+void requireAll(const FeatureNames& features, const Names& names, const std::string& consequence)
 {
-    const std::string& device = address.onLoopback ? address.ip : address.mac;
-    const std::int32_t result =
-        expConnectGrabber(device.c_str(), address.ip.c_str(), 1, &settings, kCameraId);
-    if (result < 0) {
-        throw Failure("cannot connect to the camera at " + address.ip +
-                      "; is another program using it? ('telvo log' shows why)");
-    }
-    linkLost = false;
-    expSetChangedCallback(onChanged, kCameraId);
-    if (result == kConnectedWhileFlashWrite) {
-        expDisconnectGrabber(kCameraId);
-        throw Failure("the camera is writing to its flash card; try again when it is done");
+    for (const char* const name : names) {
+        if (!features.contains(std::string_view(name))) {
+            throw Failure("the camera lacks the feature \"" + std::string(name) + "\", " +
+                          consequence);
+        }
     }
 }
 
-/// The result of the library's initialisation, of a second connection if the first prepared the
-/// camera's user sets.
-std::int32_t connectAndInitialize(const CameraAddress& address,
-                                  const TelvoConnectionSettings& settings)
+void announcePreparation(const CameraLook& look, const CameraAddress& address)
 {
-    connect(address, settings);
-    const std::int32_t result = expInitializeGrabber(&settings, kCameraId);
-    if (result != kUserSetsPrepared) {
-        return result;
+    if (look.text("UserSetSelector") != "UserSet1" ||
+        look.text("UserSetDefaultSelector") != "UserSet1") {
+        std::cerr << "telvo: the camera at " << address.ip
+                  << " is used for the first time: its user set 1 is set to whole pictures, saved "
+                     "and made the default\n";
     }
-    std::cerr << "telvo: the camera's user sets were prepared; connecting again\n";
-    expDisconnectGrabber(kCameraId);
-    connect(address, settings);
-    return expInitializeGrabber(&settings, kCameraId);
 }
 
 } // namespace
 
-CameraSession::CameraSession(const CameraAddress& address, const std::vector<Assignment>& settings)
+struct CameraSession::Connected {
+    CameraAddress address;
+    TelvoConnectionSettings settings;
+    FeatureNames features;
+    AllFacts facts;
+    bool recording = false;
+    std::unique_ptr<CameraLink> link;
+
+    Connected(const CameraAddress& where, const TelvoConnectionSettings& with, FlashCopy flashCopy);
+};
+
+CameraSession::Connected::Connected(const CameraAddress& where, const TelvoConnectionSettings& with,
+                                    FlashCopy flashCopy)
+    : address(where), settings(with)
 {
-    const std::int32_t result = connectAndInitialize(address, connectionSettings(settings));
-    if (result < 0) {
-        expDisconnectGrabber(kCameraId);
-        throw Failure("cannot initialise the camera at " + address.ip + " ('telvo log' shows why)");
-    }
-    mRecording = result == kAttachedToRecording;
+    {
+        const CameraLook look(address);
+        if (const auto host = look.controllingHost()) {
+            throw Failure(heldByOther(address, *host));
+        }
+        features = look.features();
+        requireAll(features, kNeededFeatures, "which every command that connects it needs");
+        announcePreparation(look, address);
+        facts = lookAtFacts(look);
+    } // leaves the camera's attention to the library
+    link = std::make_unique<CameraLink>(address, settings, flashCopy);
+    recording = link->wasRecording();
 }
 
-CameraSession::~CameraSession()
+namespace
 {
-    expDisconnectGrabber(kCameraId);
+
+/// Cameras that stay connected between commands, by IP address.
+struct Keeper {
+    std::mutex lock; // guards the others: cameras may be worked with side by side
+    bool isOn = false;
+    std::map<std::string, std::shared_ptr<CameraSession::Connected>> cameras;
+};
+
+Keeper& keeper()
+{
+    static Keeper instance;
+    return instance;
+}
+
+bool isIdle(std::int32_t cameraId)
+{
+    std::uint8_t idle = 0;
+    return expIsStateIdle(&idle, cameraId) == 0 && idle != 0;
+}
+
+/// Null unless the camera is kept, at rest and reachable. One that is not is connected anew, which
+/// finds out what it is doing.
+std::shared_ptr<CameraSession::Connected> takeKept(const CameraAddress& address)
+{
+    const std::lock_guard guard(keeper().lock);
+    const auto found = keeper().cameras.find(address.ip);
+    if (found == keeper().cameras.end()) {
+        return nullptr;
+    }
+    const auto connected = found->second;
+    if (connected->link->isLost() || !isIdle(connected->link->id())) {
+        keeper().cameras.erase(found);
+        return nullptr;
+    }
+    return connected;
+}
+
+void keep(const std::shared_ptr<CameraSession::Connected>& connected)
+{
+    const std::lock_guard guard(keeper().lock);
+    if (keeper().isOn) {
+        keeper().cameras[connected->address.ip] = connected;
+    }
+}
+
+void letGo(const std::string& ip)
+{
+    const std::lock_guard guard(keeper().lock);
+    keeper().cameras.erase(ip);
+}
+
+bool isSame(const TelvoConnectionSettings& one, const TelvoConnectionSettings& other)
+{
+    return std::memcmp(&one, &other, sizeof one) == 0;
+}
+
+std::shared_ptr<CameraSession::Connected> connectedCamera(const CameraAddress& address,
+                                                          const TelvoConnectionSettings& settings,
+                                                          FlashCopy flashCopy)
+{
+    if (const auto connected = takeKept(address);
+        connected && isSame(connected->settings, settings)) {
+        connected->recording = false; // it is at rest
+        return connected;
+    }
+    letGo(address.ip); // before it is connected anew
+    auto connected = std::make_shared<CameraSession::Connected>(address, settings, flashCopy);
+    keep(connected);
+    return connected;
+}
+
+} // namespace
+
+CameraSession::CameraSession(const CameraAddress& address, const std::vector<Assignment>& settings,
+                             FlashCopy flashCopy)
+    : mConnected(connectedCamera(address, connectionSettings(settings), flashCopy))
+{
+}
+
+CameraSession::CameraSession(std::shared_ptr<Connected> connected)
+    : mConnected(std::move(connected))
+{
+}
+
+CameraSession::~CameraSession() = default;
+
+std::unique_ptr<CameraSession> CameraSession::kept(const CameraAddress& address)
+{
+    auto connected = takeKept(address);
+    return connected ? std::unique_ptr<CameraSession>(new CameraSession(std::move(connected)))
+                     : nullptr;
 }
 
 std::int32_t CameraSession::id() const
 {
-    return kCameraId;
+    return mConnected->link->id();
+}
+
+const CameraAddress& CameraSession::address() const
+{
+    return mConnected->address;
+}
+
+bool CameraSession::isRecording() const
+{
+    return mConnected->recording;
 }
 
 void CameraSession::requireNoRecording() const
 {
-    if (mRecording) {
-        throw Failure("the camera is recording; stop that first");
+    if (isRecording()) {
+        throw Failure("the camera is recording; 'telvo stop' ends that");
     }
+}
+
+void CameraSession::requireFeatures(std::initializer_list<const char*> features,
+                                    const char* what) const
+{
+    requireAll(mConnected->features, features, "so that it cannot " + std::string(what));
 }
 
 void CameraSession::apply(const std::vector<Assignment>& settings) const
 {
+    std::vector<Assignment> kept;
     for (const Assignment& assignment : settings) {
         if (assignment.setting->ofConnection == nullptr) {
-            writeSetting(assignment, kCameraId);
+            kept.push_back(assignment);
         }
     }
+    const std::vector<SettingOutcome> outcomes = write(kept);
+    requireTaken(outcomes);
+    for (const SettingOutcome& outcome : outcomes) {
+        if (!outcome.isAsAsked()) {
+            std::cerr << "telvo: the camera takes " << outcome.asked.setting->name << ' '
+                      << outcome.text() << '\n';
+        }
+    }
+}
+
+std::vector<SettingOutcome> CameraSession::write(const std::vector<Assignment>& settings) const
+{
+    return writeSettings(settings, id(), mConnected->facts);
+}
+
+std::optional<SettingText> CameraSession::read(const Setting& setting) const
+{
+    return readWithFacts(setting, id(), mConnected->facts);
 }
 
 std::string CameraSession::identity(const char* key) const
 {
     std::array<char, 64> text{}; // the library's texts have at most 50 characters
     const auto size = static_cast<std::uint32_t>(text.size());
-    return expGetParam(key, text.data(), &size, kCameraId) == 0 ? text.data() : "";
+    return expGetParam(key, text.data(), &size, id()) == 0 ? text.data() : "";
 }
 
 void CameraSession::requireLink() const
 {
-    if (linkLost) {
+    if (mConnected->link->isLost()) {
         throw Failure("the connection to the camera was lost");
     }
+}
+
+KeptCameras::KeptCameras()
+{
+    const std::lock_guard guard(keeper().lock);
+    keeper().isOn = true;
+}
+
+KeptCameras::~KeptCameras()
+{
+    const std::lock_guard guard(keeper().lock);
+    keeper().isOn = false;
+    keeper().cameras.clear();
 }
 
 } // namespace telvo

@@ -10,10 +10,12 @@ namespace telvo
 
 void addDiscoverCommand(CLI::App& app);
 void addInfoCommand(CLI::App& app);
+void addStateCommand(CLI::App& app);
 void addGetCommand(CLI::App& app);
 void addSetCommand(CLI::App& app);
 void addLiveCommand(CLI::App& app);
 void addRecordCommand(CLI::App& app);
+void addStopCommand(CLI::App& app);
 void addDownloadCommand(CLI::App& app);
 void addLogCommand(CLI::App& app);
 

@@ -1,15 +1,17 @@
 #include "CameraChoice.h"
 #include "Commands.h"
-#include "Setting.h"
+#include "Json.h"
+#include "SettingReader.h"
+#include "StateReport.h"
 #include "TextTable.h"
 
-#include "TelvoDll.h"
-
 #include <array>
+#include <iomanip>
 #include <iostream>
 #include <memory>
+#include <optional>
+#include <sstream>
 #include <string>
-#include <vector>
 
 namespace telvo
 {
@@ -17,95 +19,111 @@ namespace telvo
 namespace
 {
 
-using Rows = std::vector<std::vector<std::string>>;
+struct Options {
+    CameraOptions camera;
+    bool json = false;
+};
 
-struct IdentityText {
+struct NamedFeature {
     const char* label;
-    const char* key; // as the library names it
+    const char* key;
+    const char* feature;
 };
 
-constexpr IdentityText kIdentity[] = {
-    {"IP address", "ipAddress"},         {"local IP address", "ipAddressNIC"},
-    {"stream goes to", "macAddressNIC"}, {"name", "cameraName"},
-    {"manufacturer", "manufacturer"},    {"model", "model"},
-    {"serial number", "serialNumber"},   {"GigE version", "gigeVersion"},
-    {"camera version", "cameraVersion"}, {"memory", "memory"},
+constexpr NamedFeature kNumbers[] = {
+    {"sensor width", "sensorWidth", "SensorWidth"},
+    {"sensor height", "sensorHeight", "SensorHeight"},
+    {"memory", "memory", "RecordCameraBufferSize"},
+    {"temperature", "temperature", "Temperature"},
 };
 
-const char* yesOrNo(std::uint8_t value)
+constexpr NamedFeature kAbilities[] = {
+    {"several sequences", "severalSequences", "MultisequenceAvailable"},
+    {"flash card", "flashCard", "FlashCardAvailable"},
+    {"IRIG-B", "irigB", "IRIGBAvailable"},
+};
+
+Facts identityOf(const CameraAddress& camera)
 {
-    return value != 0 ? "yes" : "no";
+    const gige::wire::DiscoveryAck& info = camera.device.info;
+    return {
+        {"MAC address", "mac", camera.mac},
+        {"IP address", "ip", camera.ip},
+        {"on interface", "interface", camera.device.interface.name},
+        {"name", "name", info.userDefinedName},
+        {"manufacturer", "manufacturer", info.manufacturer},
+        {"model", "model", info.model},
+        {"serial number", "serialNumber", info.serialNumber},
+        {"device version", "deviceVersion", info.deviceVersion},
+    };
 }
 
-void addIdentity(const CameraSession& camera, Rows& rows)
+/// "3.05" for 305; "?" where the camera does not tell.
+std::string versionText(const std::optional<std::int64_t>& hundredths)
 {
-    for (const IdentityText& text : kIdentity) {
-        rows.push_back({text.label, camera.identity(text.key)});
+    std::ostringstream text;
+    if (hundredths) {
+        text << std::fixed << std::setprecision(2) << static_cast<double>(*hundredths) / 100;
+    }
+    return hundredths ? text.str() : "?";
+}
+
+void addFirmware(const CameraLook& look, Facts& facts)
+{
+    const auto version = [&](const char* part) {
+        return versionText(look.integer(std::string("FirmwareVersion") + part));
+    };
+    facts.push_back({"firmware", "firmware",
+                     "bootloader " + version("Bootloader") + ", FPGA " + version("FPGA") +
+                         ", controller " + version("Controller")});
+}
+
+void addNumbers(const CameraLook& look, Facts& facts)
+{
+    for (const NamedFeature& number : kNumbers) {
+        if (const auto value = look.integer(number.feature)) {
+            facts.push_back(
+                {number.label, number.key, *value, look.find(number.feature)->info().unit});
+        }
     }
 }
 
-void addModel(const CameraSession& camera, Rows& rows)
+void addAbilities(const CameraLook& look, Facts& facts)
 {
-    std::uint8_t cameraCase = 0;
-    std::uint32_t width = 0;
-    std::uint32_t height = 0;
-    const std::int32_t type = expGetUsedCameraType(&cameraCase, camera.id(), &width, &height);
-    rows.push_back({"camera type", std::to_string(type) + ", case " + std::to_string(cameraCase)});
-    rows.push_back({"sensor", std::to_string(width) + " x " + std::to_string(height) + " pixels"});
-
-    std::uint32_t temperature = 0;
-    expGetTemperature(&temperature, camera.id());
-    rows.push_back({"temperature", std::to_string(temperature)});
-
-    std::uint8_t isColor = 0;
-    std::array<double, 3> factors{};
-    expGetColorInformation(&isColor, &factors[0], &factors[1], &factors[2], camera.id());
-    rows.push_back({"colour camera", yesOrNo(isColor)});
-}
-
-struct Ability {
-    const char* label;
-    std::int32_t (*isAvailable)(std::uint8_t* available, std::int32_t cameraId);
-};
-
-constexpr Ability kAbilities[] = {
-    {"several sequences", expIsMultiSequenceModeAvailable},
-    {"flash card", expIsFlashCardAvailable},
-    {"record at power-on", expIsRecordAtPowerOnAvailable},
-    {"IRIG-B", expIsIRIGBAvailable},
-};
-
-void addAbilities(const CameraSession& camera, Rows& rows)
-{
-    for (const Ability& ability : kAbilities) {
-        std::uint8_t available = 0;
-        ability.isAvailable(&available, camera.id()); // stays "no" where the camera lacks it
-        rows.push_back({ability.label, yesOrNo(available)});
+    for (const NamedFeature& ability : kAbilities) {
+        facts.push_back({ability.label, ability.key, look.flag(ability.feature).value_or(false)});
+    }
+    if (const auto format = look.text("PixelFormat")) {
+        facts.push_back({"pixels", "pixelFormat", *format});
     }
 }
 
-void addMemory(const CameraSession& camera, Rows& rows)
+Facts factsOf(const CameraAddress& camera, const CameraLook& look)
 {
-    rows.push_back({"recording", camera.isRecording() ? "running" : "not running"});
-    std::uint32_t frames = 0;
-    expGetNumberOfAllRecordedFrames(&frames, camera.id());
-    rows.push_back({"recorded frames", std::to_string(frames)});
-    std::uint32_t perSequence = 0;
-    if (expGetMaxFramesPerSequence(&perSequence, camera.id()) == 0) {
-        rows.push_back({"frames that fit", std::to_string(perSequence) + " a sequence"});
-    }
+    Facts facts = identityOf(camera);
+    addFirmware(look, facts);
+    addNumbers(look, facts);
+    addAbilities(look, facts);
+    const Facts state = stateOf(look);
+    facts.insert(facts.end(), state.begin(), state.end());
+    return facts;
 }
 
-void runInfo(const CameraOptions& options)
+void runInfo(const Options& options)
 {
-    const CameraAddress address = chooseCamera(options);
-    const CameraSession camera(address);
-    Rows rows{{"MAC address", address.mac}};
-    addIdentity(camera, rows);
-    addModel(camera, rows);
-    addAbilities(camera, rows);
-    addMemory(camera, rows);
-    std::cout << formatTable(rows) << '\n' << formatTable(settingRows(camera.id()));
+    const CameraAddress camera = chooseCamera(options.camera);
+    const CameraLook look(camera);
+    const Facts facts = factsOf(camera, look);
+    const ReadSetting read = [&look](const Setting& setting) {
+        return lookAtSetting(look, setting);
+    };
+    if (options.json) {
+        Json json = jsonOf(facts);
+        json["settings"] = settingsJson(everySetting(), read);
+        printJson(json);
+    } else {
+        std::cout << formatTable(rowsOf(facts)) << '\n' << formatTable(settingRows(read));
+    }
 }
 
 } // namespace
@@ -114,8 +132,10 @@ void addInfoCommand(CLI::App& app)
 {
     CLI::App* const command =
         app.add_subcommand("info", "Print what a camera is and how it is set");
-    const auto options = std::make_shared<CameraOptions>();
-    addCameraOptions(*command, *options);
+    const auto options = std::make_shared<Options>();
+    addCameraOptions(*command, options->camera);
+    addJsonOption(*command, options->json);
+    command->footer("It changes nothing in the camera.");
     command->callback([options] { runInfo(*options); });
 }
 

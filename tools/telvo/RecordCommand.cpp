@@ -4,6 +4,7 @@
 #include "Commands.h"
 #include "OptionRange.h"
 #include "ProgressBar.h"
+#include "RecordingEnd.h"
 #include "ToolError.h"
 
 #include "TelvoDll.h"
@@ -23,10 +24,6 @@ namespace
 {
 
 constexpr std::chrono::milliseconds kPoll{20};
-constexpr std::chrono::milliseconds kFlashPoll{500};
-
-constexpr std::int32_t kStoppedToFlash = 2;
-constexpr std::int32_t kStoppedToStandby = 3;
 
 struct Options {
     CameraOptions camera;
@@ -71,31 +68,6 @@ void waitForFrames(const CameraSession& camera, std::uint32_t frames)
     }
 }
 
-void waitForFlash(const CameraSession& camera)
-{
-    std::cout << "copying the recording to the flash card" << std::endl;
-    const CancelFlag cancel;
-    std::uint8_t writing = 1;
-    while (writing != 0 && !cancel.isSet()) {
-        std::this_thread::sleep_for(kFlashPoll);
-        camera.requireLink();
-        expIsStateFlashWrite(&writing, camera.id());
-    }
-}
-
-void stopRecording(const CameraSession& camera)
-{
-    std::int32_t result = expStopRecordMode(camera.id());
-    if (result == kStoppedToFlash) {
-        waitForFlash(camera);
-        result = expStopRecordMode(camera.id());
-    }
-    if (result == kStoppedToStandby) {
-        std::cout << "the camera stays in record standby\n";
-    }
-    camera.requireLink();
-}
-
 void runRecord(const Options& options)
 {
     const std::vector<Assignment> settings = options.capture.assignments();
@@ -109,15 +81,14 @@ void runRecord(const Options& options)
         throw Failure("cannot start recording ('telvo log' shows why)");
     }
     waitForFrames(camera, options.frames);
-    stopRecording(camera);
-
-    std::uint32_t frames = 0;
-    std::uint32_t width = 0;
-    std::uint32_t height = 0;
-    expGetNumberOfAllRecordedFrames(&frames, camera.id());
-    expGetLastRecordDimensions(&width, &height, camera.id());
-    std::cout << "recorded " << frames << " frames of " << width << 'x' << height
-              << " in the camera's memory\n";
+    const RecordingEnd end = endRecording(camera);
+    if (end.inStandby) {
+        std::cout << "the camera stays in record standby\n";
+    }
+    std::cout << "recorded " << recordedText(camera) << '\n';
+    if (recordedSoFar(camera) < options.frames) {
+        throw Failure("fewer frames than asked for");
+    }
 }
 
 } // namespace

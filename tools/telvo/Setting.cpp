@@ -144,6 +144,18 @@ std::optional<double> parseValue(const SettingAccess& access, std::string_view t
                       access);
 }
 
+/// False: it is known that the camera would refuse. It is not asked to then, since the library
+/// would ask it again and again.
+bool isWithin(const SettingAccess& access, double value, std::int32_t cameraId)
+{
+    const auto* const range = std::get_if<RangeAccess>(&access);
+    std::uint32_t minimum = 0;
+    std::uint32_t maximum = 0;
+    std::uint32_t present = 0;
+    return range == nullptr || range->get(&minimum, &maximum, &present, cameraId) != 0 ||
+           (value >= minimum && value <= maximum);
+}
+
 std::int32_t write(const SettingAccess& access, double value, std::int32_t cameraId)
 {
     // Every kind but the real one was parsed as a whole number of 32 bits.
@@ -180,17 +192,6 @@ SettingText readSetting(const Setting& setting, std::int32_t cameraId)
     throw Failure("the camera does not tell its " + std::string(setting.name));
 }
 
-std::vector<std::vector<std::string>> settingRows(std::int32_t cameraId)
-{
-    std::vector<std::vector<std::string>> rows;
-    for (const Setting& setting : allSettings()) {
-        if (const auto text = tryReadSetting(setting, cameraId)) {
-            rows.push_back({std::string(setting.name), text->value, text->limits});
-        }
-    }
-    return rows;
-}
-
 Assignment makeAssignment(const Setting& setting, std::string_view text)
 {
     if (const std::optional<double> value = parseValue(setting.access, text)) {
@@ -209,20 +210,20 @@ Assignment parseAssignment(std::string_view text)
     return makeAssignment(findSetting(text.substr(0, equals)), text.substr(equals + 1));
 }
 
-void writeSetting(const Assignment& assignment, std::int32_t cameraId)
+bool writeSetting(const Assignment& assignment, std::int32_t cameraId)
 {
     const Setting& setting = *assignment.setting;
     if (const auto* parameter = std::get_if<ParameterAccess>(&setting.access);
         parameter != nullptr && parameter->setName == nullptr) {
         throw UsageError(std::string(setting.name) + " is given when connecting; use --set");
     }
-    if (write(setting.access, assignment.value, cameraId) == 0) {
-        return;
-    }
-    const std::optional<SettingText> now = tryReadSetting(setting, cameraId);
-    const std::string limits = now && !now->limits.empty() ? "; it takes " + now->limits : "";
-    throw Failure("the camera refuses " + std::string(setting.name) + " = " + assignment.text +
-                  limits);
+    return isWithin(setting.access, assignment.value, cameraId) &&
+           write(setting.access, assignment.value, cameraId) == 0;
+}
+
+bool isValueOf(const Assignment& assignment, const SettingText& text)
+{
+    return parseValue(assignment.setting->access, text.value) == assignment.value;
 }
 
 std::string describeSettings()

@@ -47,7 +47,8 @@ struct NumberAccess {
 struct ChoiceAccess {
     std::int32_t (*get)(std::uint32_t* value, std::int32_t cameraId);
     std::int32_t (*set)(std::uint32_t value, std::int32_t cameraId);
-    std::array<std::string_view, 3> words; // the last may be empty
+    std::array<std::string_view, 3> words;   // the last may be empty
+    std::array<std::string_view, 3> entries; // what the camera's enumeration calls them
 };
 
 /// on or off.
@@ -65,19 +66,33 @@ struct ParameterAccess {
 using SettingAccess = std::variant<RangeAccess, RealRangeAccess, ClampedAccess, NumberAccess,
                                    ChoiceAccess, SwitchAccess, ParameterAccess>;
 
+/// How long the camera keeps a setting.
+enum class Lasting : std::uint8_t {
+    Always,
+    Connection,    // as long as the connection
+    NextConnection // until a host connects, which switches it off
+};
+
 struct Setting {
     std::string_view name; // as on the command line
     std::string_view help;
     SettingAccess access;
+    std::string_view feature; // the camera's, which holds it; empty: it is the host's own
     /// Where a host gives it when it connects: the setting then lasts as long as the connection.
-    /// Null: the camera keeps it.
+    /// Null: it is written to the camera.
     std::uint32_t TelvoConnectionSettings::*ofConnection = nullptr;
+    Lasting lasting = ofConnection == nullptr ? Lasting::Always : Lasting::Connection;
+    std::string_view unit{}; // of the host\'s own; those of the camera are in its description
 };
 
-/// A setting's value as text; limits is empty where none are known.
+/// A setting's value as text; limits and unit are empty where none are known.
 struct SettingText {
     std::string value;
-    std::string limits; // "1 to 2000"
+    std::string limits{}; // "1 to 2000"
+    std::string unit{};   // "us"
+
+    /// "250 us"
+    std::string withUnit() const { return unit.empty() ? value : value + ' ' + unit; }
 };
 
 /// All settings, in the order in which they are shown.
@@ -95,9 +110,6 @@ std::optional<SettingText> tryReadSetting(const Setting& setting, std::int32_t c
 /// The same, throwing Failure instead of none.
 SettingText readSetting(const Setting& setting, std::int32_t cameraId);
 
-/// Name, value and limits of every setting that the camera has, as rows of a table.
-std::vector<std::vector<std::string>> settingRows(std::int32_t cameraId);
-
 /// A setting and a value that its kind can have.
 struct Assignment {
     const Setting* setting; // never null
@@ -112,8 +124,12 @@ Assignment makeAssignment(const Setting& setting, std::string_view text);
 /// "NAME=VALUE". Throws UsageError as makeAssignment and findSetting do.
 Assignment parseAssignment(std::string_view text);
 
-/// Throws Failure if the camera refuses the value, UsageError for one that is only for connecting.
-void writeSetting(const Assignment& assignment, std::int32_t cameraId);
+/// Throws UsageError for a setting that is given when connecting only.
+/// @return false: the camera refuses the value
+[[nodiscard]] bool writeSetting(const Assignment& assignment, std::int32_t cameraId);
+
+/// Whether this text, as a setting was read, is the value that was assigned.
+bool isValueOf(const Assignment& assignment, const SettingText& text);
 
 } // namespace telvo
 

@@ -1,6 +1,8 @@
 #include "CameraChoice.h"
+#include "CameraSession.h"
 #include "Commands.h"
-#include "Setting.h"
+#include "Json.h"
+#include "SettingReader.h"
 #include "TextTable.h"
 #include "ToolError.h"
 
@@ -18,6 +20,8 @@ namespace
 struct Options {
     CameraOptions camera;
     std::vector<std::string> arguments;
+    bool json = false;
+    bool strict = false;
 };
 
 std::vector<const Setting*> namedSettings(const std::vector<std::string>& names)
@@ -30,24 +34,76 @@ std::vector<const Setting*> namedSettings(const std::vector<std::string>& names)
     return settings;
 }
 
-void runGet(const Options& options)
+void requireEach(const std::vector<const Setting*>& settings, const ReadSetting& read)
 {
-    const std::vector<const Setting*> settings = namedSettings(options.arguments);
-    const CameraSession camera(chooseCamera(options.camera));
-    if (settings.empty()) {
-        std::cout << formatTable(settingRows(camera.id()));
-    }
-    for (const Setting* setting : settings) {
-        std::cout << setting->name << '=' << readSetting(*setting, camera.id()).value << '\n';
+    for (const Setting* const setting : settings) {
+        if (!read(*setting)) {
+            throw Failure("the camera has no " + std::string(setting->name) +
+                          "; 'telvo get' lists what it has");
+        }
     }
 }
 
-void printTaken(const Assignment& assignment, const CameraSession& camera)
+void runGet(const Options& options)
 {
-    const Setting& setting = *assignment.setting;
-    const auto taken = tryReadSetting(setting, camera.id());
-    std::cout << setting.name << '=' << (taken ? taken->value : assignment.text)
-              << (setting.ofConnection != nullptr ? " (for this connection only)" : "") << '\n';
+    const std::vector<const Setting*> settings = namedSettings(options.arguments);
+    const ReadSetting read = settingReader(chooseCamera(options.camera));
+    requireEach(settings, read);
+    if (options.json) {
+        printJson(settingsJson(settings.empty() ? everySetting() : settings, read));
+    } else if (settings.empty()) {
+        std::cout << formatTable(settingRows(read));
+    }
+    for (const Setting* const setting : options.json ? std::vector<const Setting*>() : settings) {
+        std::cout << setting->name << '=' << read(*setting)->withUnit() << '\n';
+    }
+}
+
+/// Why the setting will not be so for ever; empty if it will.
+std::string remark(const Setting& setting)
+{
+    switch (setting.lasting) {
+    case Lasting::Connection:
+        return "for this connection only";
+    case Lasting::NextConnection:
+        return "until the next command connects the camera; give it to record with --set";
+    case Lasting::Always:
+        break;
+    }
+    return "";
+}
+
+void printOutcome(const SettingOutcome& outcome)
+{
+    const std::string lasts = remark(*outcome.asked.setting);
+    std::cout << outcome.asked.setting->name << '=' << outcome.text()
+              << (lasts.empty() ? "" : " (" + lasts + ')') << '\n';
+}
+
+Json outcomeJson(const SettingOutcome& outcome)
+{
+    Json json = jsonOf(outcome.taken.value_or(SettingText{.value = outcome.asked.text}));
+    json["asked"] = jsonOf(outcome.asked.text);
+    json["asAsked"] = outcome.isAsAsked();
+    if (const std::string lasts = remark(*outcome.asked.setting); !lasts.empty()) {
+        json["lasts"] = lasts;
+    }
+    return json;
+}
+
+void print(const std::vector<SettingOutcome>& outcomes, bool asJson)
+{
+    Json json = Json::object();
+    for (const SettingOutcome& outcome : outcomes) {
+        if (asJson) {
+            json[std::string(outcome.asked.setting->name)] = outcomeJson(outcome);
+        } else if (!outcome.refused) {
+            printOutcome(outcome);
+        }
+    }
+    if (asJson) {
+        printJson(json);
+    }
 }
 
 void runSet(const Options& options)
@@ -57,9 +113,12 @@ void runSet(const Options& options)
         assignments.push_back(parseAssignment(argument));
     }
     const CameraSession camera(chooseCamera(options.camera));
-    for (const Assignment& assignment : assignments) {
-        writeSetting(assignment, camera.id());
-        printTaken(assignment, camera);
+    const std::vector<SettingOutcome> outcomes = camera.write(assignments);
+    print(outcomes, options.json);
+    camera.requireLink();
+    requireTaken(outcomes);
+    if (options.strict) {
+        requireAsAsked(outcomes);
     }
 }
 
@@ -71,7 +130,8 @@ void addGetCommand(CLI::App& app)
     const auto options = std::make_shared<Options>();
     addCameraOptions(*command, options->camera);
     command->add_option("names", options->arguments, "Settings to print; none: all, with limits");
-    command->footer("Settings:\n" + describeSettings());
+    addJsonOption(*command, options->json);
+    command->footer("It changes nothing in the camera.\n\nSettings:\n" + describeSettings());
     command->callback([options] { runGet(*options); });
 }
 
@@ -81,8 +141,13 @@ void addSetCommand(CLI::App& app)
         app.add_subcommand("set", "Change a camera's settings and print what it took");
     const auto options = std::make_shared<Options>();
     addCameraOptions(*command, options->camera);
-    command->add_option("settings", options->arguments, "NAME=VALUE, set in this order")
+    command
+        ->add_option("settings", options->arguments,
+                     "NAME=VALUE, written in an order in which the camera takes them")
         ->required();
+    command->add_flag("--strict", options->strict,
+                      "Fail where the camera takes another value than asked");
+    addJsonOption(*command, options->json);
     command->footer("Settings:\n" + describeSettings() +
                     "\nThe settings from data-rate on belong to a connection and are lost when it "
                     "ends;\ngive them to live, record or download with --set.");

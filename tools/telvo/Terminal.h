@@ -3,6 +3,8 @@
 #define TELVO_TOOLS_TELVO_TERMINAL_H
 
 #include <cstdio>
+#include <span>
+#include <string_view>
 
 namespace telvo
 {
@@ -15,6 +17,15 @@ void showUtf8();
 
 /// From now on standard output carries bytes exactly as written, line ends too.
 void makeOutputBinary();
+
+/// The signals by which a user, a terminal that closes or the system asks a program to end.
+std::span<const int> endingSignals();
+
+/// From now on writing to a pipe that nobody reads is an error of the write, and no more.
+void ignoreBrokenPipes();
+
+/// Writes to standard error; may be called by a signal handler.
+void writeFromSignal(std::string_view text);
 
 } // namespace telvo
 

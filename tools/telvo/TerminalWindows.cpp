@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <array>
+#include <csignal>
 #include <fcntl.h>
 #include <io.h>
 
@@ -21,6 +23,20 @@ void showUtf8()
 void makeOutputBinary()
 {
     _setmode(_fileno(stdout), _O_BINARY);
+}
+
+std::span<const int> endingSignals()
+{
+    // The last comes from Ctrl-Break and from a console window that is closed.
+    static constexpr std::array kSignals{SIGINT, SIGTERM, SIGBREAK};
+    return kSignals;
+}
+
+void ignoreBrokenPipes() {} // they are an error of the write here, and no more
+
+void writeFromSignal(std::string_view text)
+{
+    _write(_fileno(stderr), text.data(), static_cast<unsigned>(text.size()));
 }
 
 } // namespace telvo

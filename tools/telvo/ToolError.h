@@ -16,6 +16,11 @@ struct Failure : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
+/// The user ended the command before it was done. Exit status 1.
+struct Cancelled : Failure {
+    Cancelled() : Failure("ended before it was done") {}
+};
+
 /// The command line asks for something that does not exist. Exit status 2.
 struct UsageError : std::runtime_error {
     using std::runtime_error::runtime_error;

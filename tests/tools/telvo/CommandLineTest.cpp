@@ -115,7 +115,8 @@ TEST(CommandLine, FailsWhereNoCameraAnswers)
     const Outcome outcome = run({"info", "--camera", "127.9.9.9", "--timeout", "50"});
     EXPECT_EQ(outcome.exitStatus, 1);
     EXPECT_EQ(outcome.output, "");
-    EXPECT_EQ(outcome.errors, "telvo: no camera '127.9.9.9' answered\n");
+    EXPECT_EQ(outcome.errors,
+              "telvo: no camera '127.9.9.9' answered; 'telvo discover' lists those that do\n");
 }
 
 TEST(CommandLine, ListsItsCommands)
@@ -124,7 +125,7 @@ TEST(CommandLine, ListsItsCommands)
     EXPECT_EQ(outcome.exitStatus, 0);
     EXPECT_EQ(outcome.errors, "");
     for (const char* command :
-         {"discover", "info", "get", "set", "live", "record", "download", "log"}) {
+         {"discover", "info", "state", "get", "set", "live", "record", "stop", "download", "log"}) {
         EXPECT_THAT(outcome.output, HasSubstr(std::string("  ") + command + " "));
     }
 }

@@ -1,0 +1,140 @@
+#include "ToolProcess.h"
+
+#include <array>
+#include <csignal>
+#include <cstdlib>
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <utility>
+
+namespace
+{
+
+struct Pipe {
+    int readEnd = -1;
+    int writeEnd = -1;
+
+    Pipe()
+    {
+        std::array<int, 2> ends{};
+        EXPECT_EQ(pipe2(ends.data(), O_CLOEXEC), 0);
+        readEnd = ends[0];
+        writeEnd = ends[1];
+    }
+};
+
+void readAll(int descriptor, std::string& text)
+{
+    std::array<char, 4096> piece{};
+    for (ssize_t size = 0; (size = read(descriptor, piece.data(), piece.size())) > 0;) {
+        text.append(piece.data(), static_cast<std::size_t>(size));
+    }
+    close(descriptor);
+}
+
+pid_t spawn(const std::vector<std::string>& command, int input, int output, int errors)
+{
+    std::vector<char*> argv;
+    for (const std::string& argument : command) {
+        argv.push_back(const_cast<char*>(argument.c_str()));
+    }
+    argv.push_back(nullptr);
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_adddup2(&actions, input, STDIN_FILENO);
+    posix_spawn_file_actions_adddup2(&actions, output, STDOUT_FILENO);
+    posix_spawn_file_actions_adddup2(&actions, errors, STDERR_FILENO);
+    pid_t process = -1;
+    EXPECT_EQ(posix_spawn(&process, argv[0], &actions, nullptr, argv.data(), environ), 0)
+        << command.front();
+    posix_spawn_file_actions_destroy(&actions);
+    return process;
+}
+
+std::vector<std::string> toolCommand(std::vector<std::string> arguments)
+{
+    arguments.insert(arguments.begin(), TELVO_TOOL_PROGRAM);
+    return arguments;
+}
+
+} // namespace
+
+ToolProcess::ToolProcess(std::vector<std::string> arguments, const std::string& input)
+    : ToolProcess(Program{toolCommand(std::move(arguments))}, input)
+{
+}
+
+ToolProcess::ToolProcess(const Program& program, const std::string& input)
+{
+    const Pipe in;
+    const Pipe out;
+    const Pipe err;
+    mProcess = spawn(program.command, in.readEnd, out.writeEnd, err.writeEnd);
+    close(in.readEnd);
+    close(out.writeEnd);
+    close(err.writeEnd);
+    EXPECT_EQ(write(in.writeEnd, input.data(), input.size()), static_cast<ssize_t>(input.size()));
+    close(in.writeEnd);
+    mReaders.emplace_back([this, descriptor = out.readEnd] { readAll(descriptor, mOutput); });
+    mReaders.emplace_back([this, descriptor = err.readEnd] { readAll(descriptor, mErrors); });
+}
+
+ToolProcess::~ToolProcess()
+{
+    if (!mEnded) {
+        signal(SIGKILL);
+        waitpid(mProcess, &mStatus, 0);
+    }
+}
+
+void ToolProcess::signal(int number) const
+{
+    kill(mProcess, number);
+}
+
+bool ToolProcess::endsWithin(std::chrono::milliseconds time)
+{
+    const auto deadline = std::chrono::steady_clock::now() + time;
+    while (!mEnded && std::chrono::steady_clock::now() < deadline) {
+        mEnded = waitpid(mProcess, &mStatus, WNOHANG) == mProcess;
+        if (!mEnded) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(2));
+        }
+    }
+    return mEnded;
+}
+
+ToolOutcome ToolProcess::wait()
+{
+    if (!endsWithin(std::chrono::seconds(30))) {
+        ADD_FAILURE() << "the tool does not end";
+        signal(SIGKILL);
+        waitpid(mProcess, &mStatus, 0);
+        mEnded = true;
+    }
+    mReaders.clear(); // joins them
+    const int status = WIFEXITED(mStatus) ? WEXITSTATUS(mStatus) : -WTERMSIG(mStatus);
+    return {.exitStatus = status, .output = mOutput, .errors = mErrors};
+}
+
+ToolOutcome runTool(const std::vector<std::string>& arguments, const std::string& input)
+{
+    return ToolProcess(arguments, input).wait();
+}
+
+ToolOutcome runProgram(const std::vector<std::string>& command)
+{
+    return ToolProcess(ToolProcess::Program{command}).wait();
+}
+
+std::string toolLine(const std::vector<std::string>& arguments)
+{
+    std::string line;
+    for (const std::string& word : toolCommand(arguments)) {
+        line += "'" + word + "' ";
+    }
+    return line;
+}

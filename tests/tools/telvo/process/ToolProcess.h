@@ -1,0 +1,55 @@
+#ifndef TELVO_TESTS_TOOLS_TELVO_PROCESS_TOOLPROCESS_H
+#define TELVO_TESTS_TOOLS_TELVO_PROCESS_TOOLPROCESS_H
+
+#include <chrono>
+#include <string>
+#include <sys/types.h>
+#include <thread>
+#include <vector>
+
+/// What a run of the tool gave.
+struct ToolOutcome {
+    int exitStatus = -1; ///< negative: the signal that ended it
+    std::string output{};
+    std::string errors{};
+};
+
+/// The tool as a process of its own, its output kept. Killed at the end if it still runs.
+class ToolProcess
+{
+  public:
+    explicit ToolProcess(std::vector<std::string> arguments, const std::string& input = "");
+    /// Any program, with the path in front.
+    struct Program {
+        std::vector<std::string> command;
+    };
+    explicit ToolProcess(const Program& program, const std::string& input = "");
+    ~ToolProcess();
+    ToolProcess(const ToolProcess&) = delete;
+    ToolProcess& operator=(const ToolProcess&) = delete;
+
+    void signal(int number) const;
+    /// @return how it ended; a process that is still there after 30 s is killed
+    ToolOutcome wait();
+    /// Whether it has ended within this time.
+    bool endsWithin(std::chrono::milliseconds time);
+
+  private:
+    pid_t mProcess = -1;
+    std::string mOutput;
+    std::string mErrors;
+    std::vector<std::jthread> mReaders;
+    int mStatus = -1;
+    bool mEnded = false;
+};
+
+/// Runs the tool to its end.
+ToolOutcome runTool(const std::vector<std::string>& arguments, const std::string& input = "");
+
+/// Runs another program to its end.
+ToolOutcome runProgram(const std::vector<std::string>& command);
+
+/// The tool with these arguments, as a line for a shell.
+std::string toolLine(const std::vector<std::string>& arguments);
+
+#endif

@@ -1,0 +1,77 @@
+#include "RecordingEnd.h"
+
+#include "CancelFlag.h"
+#include "StatusLine.h"
+
+#include "TelvoDll.h"
+
+#include <chrono>
+#include <iostream>
+#include <sstream>
+#include <thread>
+
+namespace telvo
+{
+
+namespace
+{
+
+constexpr std::chrono::milliseconds kFlashPoll{50};
+
+constexpr std::int32_t kStoppedToFlash = 2;
+constexpr std::int32_t kStoppedToStandby = 3;
+
+std::int32_t stopRecordMode(const CameraSession& camera)
+{
+    const Waiting waiting("the camera to end the recording");
+    const std::int32_t result = expStopRecordMode(camera.id());
+    camera.requireLink();
+    return result;
+}
+
+void followFlashCopy(const CameraSession& camera)
+{
+    std::cerr << "telvo: the camera copies the recording to its flash card; Ctrl-C lets it go on "
+                 "by itself\n";
+    const CancelFlag cancel;
+    StatusLine status;
+    const auto start = std::chrono::steady_clock::now();
+    std::uint8_t writing = 1;
+    while (expIsStateFlashWrite(&writing, camera.id()) == 0 && writing != 0) {
+        cancel.check();
+        camera.requireLink();
+        const std::chrono::duration<double> time = std::chrono::steady_clock::now() - start;
+        status.show("copying to the flash card, " + std::to_string(static_cast<int>(time.count())) +
+                    " s");
+        std::this_thread::sleep_for(kFlashPoll);
+    }
+}
+
+} // namespace
+
+RecordingEnd endRecording(const CameraSession& camera)
+{
+    RecordingEnd end;
+    std::int32_t result = stopRecordMode(camera);
+    if (result == kStoppedToFlash) {
+        followFlashCopy(camera);
+        end.flashCopied = true;
+        result = stopRecordMode(camera);
+    }
+    end.inStandby = result == kStoppedToStandby;
+    return end;
+}
+
+std::string recordedText(const CameraSession& camera)
+{
+    std::uint32_t frames = 0;
+    std::uint32_t width = 0;
+    std::uint32_t height = 0;
+    expGetNumberOfAllRecordedFrames(&frames, camera.id());
+    expGetLastRecordDimensions(&width, &height, camera.id());
+    std::ostringstream text;
+    text << frames << " frames of " << width << 'x' << height << " in the camera's memory";
+    return text.str();
+}
+
+} // namespace telvo

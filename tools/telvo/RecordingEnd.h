@@ -1,0 +1,26 @@
+#ifndef TELVO_TOOLS_TELVO_RECORDINGEND_H
+#define TELVO_TOOLS_TELVO_RECORDINGEND_H
+
+#include "CameraSession.h"
+
+#include <string>
+
+namespace telvo
+{
+
+/// What the camera does after a recording.
+struct RecordingEnd {
+    bool inStandby = false;   // the next trigger starts another
+    bool flashCopied = false; // the recording is on the flash card, too
+};
+
+/// Ends a running recording, and follows the copy to the flash card to its end. Throws Failure;
+/// Cancelled when the user does not wait for the copy, which goes on then.
+RecordingEnd endRecording(const CameraSession& camera);
+
+/// "203 frames of 64x48 in the camera's memory"
+std::string recordedText(const CameraSession& camera);
+
+} // namespace telvo
+
+#endif
