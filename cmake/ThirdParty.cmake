@@ -14,9 +14,11 @@ else()
 
   add_library(telvo_pugixml INTERFACE)
   target_link_libraries(telvo_pugixml INTERFACE ${pugixml_archive})
-  add_library(telvo_minizip INTERFACE)
-  # Debian's static zlib is not position-independent.
-  target_link_libraries(telvo_minizip INTERFACE ${minizip_archive} ZLIB::ZLIB)
+  # A target, not a mere file, so that zlib always comes behind it. Debian's static zlib is not
+  # position-independent.
+  add_library(telvo_minizip STATIC IMPORTED GLOBAL)
+  set_target_properties(telvo_minizip PROPERTIES IMPORTED_LOCATION ${minizip_archive}
+                        INTERFACE_LINK_LIBRARIES ZLIB::ZLIB)
   add_library(telvo_png ALIAS PNG::PNG)
   add_library(telvo_cli11 ALIAS CLI11::CLI11)
   add_library(telvo_json ALIAS nlohmann_json::nlohmann_json)
