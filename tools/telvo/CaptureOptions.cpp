@@ -1,9 +1,25 @@
 #include "CaptureOptions.h"
 
+#include "ToolError.h"
+
+#include <algorithm>
 #include <cctype>
+#include <sstream>
 
 namespace telvo
 {
+
+std::array<std::string, 4> rectangleOf(const std::string& text)
+{
+    std::array<std::string, 4> parts;
+    std::istringstream rest(text);
+    const bool hasAll = std::ranges::all_of(
+        parts, [&](std::string& part) { return std::getline(rest, part, ',') && !part.empty(); });
+    if (!hasAll || !rest.eof()) {
+        throw UsageError("'" + text + "' is not X,Y,W,H");
+    }
+    return parts;
+}
 
 void CaptureOptions::addTo(CLI::App& command, const std::vector<std::string_view>& settings)
 {
@@ -13,6 +29,10 @@ void CaptureOptions::addTo(CLI::App& command, const std::vector<std::string_view
         std::string help(setting.help);
         help.front() = static_cast<char>(std::toupper(static_cast<unsigned char>(help.front())));
         command.add_option(option, mValues[&setting], help)->type_name("VALUE");
+    }
+    if (std::ranges::find(settings, "width") != settings.end()) {
+        command.add_option("--roi", mRoi, "Place and size of the picture on the sensor, pixels")
+            ->type_name("X,Y,W,H");
     }
     command.add_option("--set", mSets, "Any other setting; 'telvo get --help' lists them")
         ->type_name("NAME=VALUE")
@@ -25,6 +45,13 @@ std::vector<Assignment> CaptureOptions::assignments() const
     for (const auto& [setting, text] : mValues) {
         if (!text.empty()) {
             result.push_back(makeAssignment(*setting, text));
+        }
+    }
+    if (!mRoi.empty()) {
+        constexpr std::array kParts{"offset-x", "offset-y", "width", "height"};
+        const auto parts = rectangleOf(mRoi);
+        for (std::size_t i = 0; i < kParts.size(); ++i) {
+            result.push_back(makeAssignment(findSetting(kParts[i]), parts[i]));
         }
     }
     for (const std::string& text : mSets) {

@@ -4,6 +4,7 @@
 #include "Setting.h"
 
 #include <CLI/CLI.hpp>
+#include <array>
 #include <map>
 #include <string>
 #include <string_view>
@@ -12,20 +13,24 @@
 namespace telvo
 {
 
+/// The parts of "X,Y,W,H", each still a text. Throws UsageError for a text of another form.
+std::array<std::string, 4> rectangleOf(const std::string& text);
+
 /// Settings that a command applies before its work: those with an option of their own, and --set.
 class CaptureOptions
 {
   public:
     /// Adds an option for each of these settings ("exposure" becomes --exposure; "frame-rate" is
-    /// --fps) and --set for all the others. This object outlives the command.
+    /// --fps), --roi for the four of the picture's place if width is among them, and --set for all
+    /// the others. This object outlives the command.
     void addTo(CLI::App& command, const std::vector<std::string_view>& settings);
 
-    /// In the table's order, in which a camera takes them best (size before rate before exposure),
-    /// then those of --set as given. Throws UsageError.
+    /// In the table's order, then those of --set as given. Throws UsageError.
     std::vector<Assignment> assignments() const;
 
   private:
     std::map<const Setting*, std::string> mValues; // keys lie in the table's order
+    std::string mRoi;
     std::vector<std::string> mSets;
 };
 

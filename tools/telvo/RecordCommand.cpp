@@ -1,21 +1,18 @@
 #include "CameraChoice.h"
-#include "CancelFlag.h"
-#include "CaptureOptions.h"
 #include "Commands.h"
-#include "OptionRange.h"
-#include "ProgressBar.h"
-#include "RecordingEnd.h"
+#include "EachCamera.h"
+#include "Keyboard.h"
+#include "RecordRun.h"
+#include "StatusLine.h"
 #include "ToolError.h"
 
-#include "TelvoDll.h"
-
-#include <algorithm>
-#include <chrono>
+#include <atomic>
 #include <iostream>
-#include <limits>
 #include <memory>
+#include <mutex>
+#include <optional>
 #include <string>
-#include <thread>
+#include <vector>
 
 namespace telvo
 {
@@ -23,71 +20,115 @@ namespace telvo
 namespace
 {
 
-constexpr std::chrono::milliseconds kPoll{20};
-
 struct Options {
-    CameraOptions camera;
-    CaptureOptions capture;
-    std::uint32_t frames = 0;
+    CamerasOptions cameras;
+    RecordOptions record;
+    bool json = false;
 };
 
-void requireRoom(const CameraSession& camera, std::uint32_t frames)
-{
-    std::uint32_t room = 0;
-    if (expGetMaxFramesPerSequence(&room, camera.id()) == 0 && frames > room) {
-        throw Failure("the camera's memory takes only " + std::to_string(room) +
-                      " frames of this size");
-    }
-}
+/// A camera that is ready to record.
+struct Armed {
+    std::unique_ptr<CameraSession> camera;
+    RecordPlan plan;
+};
 
-/// What the camera says, or what its preview shows if that is ahead: a preview may lose frames, and
-/// a camera may count only once it has stopped.
-std::uint32_t recordedSoFar(const CameraSession& camera)
+/// The progress of several recordings on one line.
+class SharedStatus
 {
-    std::uint32_t counted = 0;
-    expGetNumberOfAllRecordedFrames(&counted, camera.id());
-    const auto shown = static_cast<std::uint32_t>(expGetCurrentNumberOfImages(camera.id()));
-    return std::max(counted, shown);
-}
+  public:
+    explicit SharedStatus(std::size_t cameras) : mTexts(cameras) {}
 
-/// Until the frames are there, the camera has ended by itself, or Ctrl-C.
-void waitForFrames(const CameraSession& camera, std::uint32_t frames)
-{
-    const CancelFlag cancel;
-    ProgressBar progress = terminalProgress("record", frames);
-    for (;;) {
-        const std::uint32_t recorded = recordedSoFar(camera);
-        progress.show(recorded);
-        std::uint8_t idle = 0;
-        expIsStateIdle(&idle, camera.id());
-        camera.requireLink();
-        if (recorded >= frames || idle != 0 || cancel.isSet()) {
-            return;
+    void show(std::size_t camera, const std::string& text)
+    {
+        const std::lock_guard guard(mLock);
+        mTexts[camera] = text;
+        std::string line;
+        for (const std::string& each : mTexts) {
+            line += (line.empty() ? "" : " | ") + each;
         }
-        std::this_thread::sleep_for(kPoll);
+        mLine.show(line);
+    }
+
+  private:
+    std::mutex mLock; // guards the others
+    std::vector<std::string> mTexts;
+    StatusLine mLine;
+};
+
+/// The first key, for all recordings.
+class SharedKey
+{
+  public:
+    bool isPressed()
+    {
+        const std::lock_guard guard(mLock);
+        mPressed = mPressed || mKeyboard.next().has_value();
+        return mPressed;
+    }
+
+  private:
+    std::mutex mLock; // guards the others
+    Keyboard mKeyboard;
+    bool mPressed = false;
+};
+
+Armed armCamera(const CameraAddress& address, const RecordOptions& options)
+{
+    auto camera = std::make_unique<CameraSession>(address, options.capture.assignments());
+    camera->requireFeatures({"RecordStart", "RecordStop", "AcquisitionStart", "AcquisitionStop",
+                             "RecordNumberOfFrames"},
+                            "record");
+    camera->requireNoRecording();
+    const RecordPlan plan = arm(*camera, options);
+    return {std::move(camera), plan};
+}
+
+std::vector<RecordOutcome> recordAll(const std::vector<Armed>& armed, bool byKey)
+{
+    SharedStatus status(armed.size());
+    std::optional<SharedKey> key;
+    if (byKey) {
+        key.emplace();
+        std::cerr << "telvo: recording; any key is the trigger\n";
+    }
+    const KeyPressed keyPressed = [&key] { return key && key->isPressed(); };
+    return forEach<RecordOutcome>(armed, [&](std::size_t i, const Armed& each) {
+        return record(*each.camera, each.plan, keyPressed,
+                      [&](const std::string& text) { status.show(i, text); });
+    });
+}
+
+void print(const std::vector<Armed>& armed, const std::vector<RecordOutcome>& outcomes, bool asJson)
+{
+    Json json = Json::array();
+    for (std::size_t i = 0; i < outcomes.size(); ++i) {
+        const std::string& ip = armed[i].camera->address().ip;
+        if (asJson) {
+            json.push_back(outcomes[i].json());
+            json.back()["camera"] = ip;
+        } else {
+            std::cout << (outcomes.size() > 1 ? ip + ":\n" : "") << outcomes[i].text();
+        }
+    }
+    if (asJson) {
+        printJson(json);
     }
 }
 
 void runRecord(const Options& options)
 {
-    const std::vector<Assignment> settings = options.capture.assignments();
-    const CameraSession camera(chooseCamera(options.camera), settings);
-    camera.requireNoRecording();
-    camera.apply(settings);
-    requireRoom(camera, options.frames);
-
-    if (expStartRecordMode(camera.id()) != 0) {
-        camera.requireLink();
-        throw Failure("cannot start recording ('telvo log' shows why)");
-    }
-    waitForFrames(camera, options.frames);
-    const RecordingEnd end = endRecording(camera);
-    if (end.inStandby) {
-        std::cout << "the camera stays in record standby\n";
-    }
-    std::cout << "recorded " << recordedText(camera) << '\n';
-    if (recordedSoFar(camera) < options.frames) {
-        throw Failure("fewer frames than asked for");
+    options.record.check();
+    options.record.capture.assignments(); // finds wrong ones before a camera is looked for
+    const std::vector<CameraAddress> cameras = chooseCameras(options.cameras);
+    const auto armed = forEach<Armed>(cameras, [&](std::size_t, const CameraAddress& address) {
+        return armCamera(address, options.record);
+    });
+    const auto outcomes = recordAll(armed, options.record.trigger == "key");
+    print(armed, outcomes, options.json);
+    for (const RecordOutcome& outcome : outcomes) {
+        if (!outcome.shortfall.empty()) {
+            throw Failure(outcome.shortfall);
+        }
     }
 }
 
@@ -97,15 +138,14 @@ void addRecordCommand(CLI::App& app)
 {
     CLI::App* const command = app.add_subcommand("record", "Record into a camera's memory");
     const auto options = std::make_shared<Options>();
-    addCameraOptions(*command, options->camera);
-    command->add_option("--frames", options->frames, "Frames to record, at least")
-        ->required()
-        ->type_name("N")
-        ->check(inRange(1, std::numeric_limits<std::uint32_t>::max()));
-    options->capture.addTo(*command, {"width", "height", "frame-rate", "exposure"});
+    addCamerasOptions(*command, options->cameras);
+    options->record.addTo(*command);
+    addJsonOption(*command, options->json);
     command->footer(
-        "Recording stops once the frames are taken, so that a few more may be recorded. "
-        "Ctrl-C\nstops it earlier. 'telvo download' reads the recording.");
+        "Without a trigger it ends after --frames or --seconds, when the memory is full, or with\n"
+        "Ctrl-C; a few more frames than asked for may be recorded. With one it waits for the "
+        "trigger\nand ends as the camera ends it; --frames is then the least that is wanted.\n"
+        "Exit status 1: less than asked. 'telvo download' reads the recording.");
     command->callback([options] { runRecord(*options); });
 }
 

@@ -1,9 +1,12 @@
 #include "CameraChoice.h"
 #include "Commands.h"
+#include "EachCamera.h"
 #include "RecordingEnd.h"
 
 #include <iostream>
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace telvo
 {
@@ -11,18 +14,23 @@ namespace telvo
 namespace
 {
 
+std::string stop(const CameraAddress& address)
+{
+    const CameraSession camera(address);
+    if (!camera.isRecording()) {
+        return "was not recording";
+    }
+    endRecording(camera);
+    return "recording ended, " + recordedText(camera);
+}
+
 void runStop(const CamerasOptions& options)
 {
-    for (const CameraAddress& address : chooseCameras(options)) {
-        const CameraSession camera(address);
-        const bool wasRecording = camera.isRecording();
-        if (wasRecording) {
-            endRecording(camera);
-        }
-        std::cout << address.ip << ": "
-                  << (wasRecording ? "recording ended, " + recordedText(camera)
-                                   : "was not recording")
-                  << '\n';
+    const std::vector<CameraAddress> cameras = chooseCameras(options);
+    const auto texts = forEach<std::string>(
+        cameras, [](std::size_t, const CameraAddress& address) { return stop(address); });
+    for (std::size_t i = 0; i < cameras.size(); ++i) {
+        std::cout << cameras[i].ip << ": " << texts[i] << '\n';
     }
 }
 

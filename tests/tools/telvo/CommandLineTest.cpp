@@ -71,7 +71,6 @@ TEST(CommandLine, WantsWhatACommandNeeds)
 {
     expectUsageError({"live", "--out", "x"}, "--frames is required");
     expectUsageError({"live", "--frames", "5"}, "--out is required");
-    expectUsageError({"record"}, "--frames is required");
     expectUsageError({"download"}, "--out is required");
     expectUsageError({"set"}, "settings is required");
 }

@@ -1,0 +1,317 @@
+#include "RecordRun.h"
+
+#include "CancelFlag.h"
+#include "FrameCounter.h"
+#include "ToolError.h"
+
+#include "TelvoDll.h"
+
+#include <algorithm>
+#include <array>
+#include <iomanip>
+#include <span>
+#include <sstream>
+#include <thread>
+
+namespace telvo
+{
+
+namespace
+{
+
+using Clock = std::chrono::steady_clock;
+
+constexpr std::chrono::milliseconds kPoll{20};
+constexpr std::size_t kFrameHeaderSize = 16; // bytes
+
+struct CauseText {
+    const char* key;
+    const char* text;
+};
+
+constexpr std::array<CauseText, 6> kCauses{{
+    {"trigger", "the trigger"},
+    {"full", "the camera, its memory full"},
+    {"frames", "the number of frames"},
+    {"time", "the time"},
+    {"key", "the key"},
+    {"stopped", "the user"},
+}};
+
+const CauseText& textOf(EndCause cause)
+{
+    return kCauses[static_cast<std::size_t>(cause)];
+}
+
+/// A recording that runs.
+class Run
+{
+  public:
+    Run(const CameraSession& camera, const RecordPlan& plan, const KeyPressed& keyPressed)
+        : mCamera(camera), mPlan(plan), mKeyPressed(keyPressed)
+    {
+    }
+
+    /// None: it goes on.
+    std::optional<EndCause> look();
+    std::string progress() const;
+    /// The preview's frame counter when the key was pressed.
+    std::uint16_t keyCounter() const { return mKeyCounter; }
+
+  private:
+    void count();
+    bool isEndedByKey();
+    bool hasFrames() const;
+    bool isIdle() const;
+
+    const CameraSession& mCamera;
+    const RecordPlan& mPlan;
+    const KeyPressed& mKeyPressed;
+    const CancelFlag mCancel;
+    const Clock::time_point mStart = Clock::now();
+    std::uint32_t mCounted = 0; // by the camera
+    std::uint32_t mShown = 0;   // by its preview
+    std::optional<std::uint32_t> mKeyFrame;
+    std::uint16_t mKeyCounter = 0;
+};
+
+void Run::count()
+{
+    expGetNumberOfAllRecordedFrames(&mCounted, mCamera.id());
+    mShown = static_cast<std::uint32_t>(expGetCurrentNumberOfImages(mCamera.id()));
+}
+
+/// A camera may count only once it has stopped, so that the preview counts, too. Not while it keeps
+/// nothing before the trigger: the preview goes on meanwhile.
+bool Run::hasFrames() const
+{
+    const std::uint32_t kept =
+        mPlan.trigger == TriggerKind::Camera ? mCounted : std::max(mCounted, mShown);
+    const bool isLeast = mPlan.isRing && mPlan.trigger != TriggerKind::None;
+    return mPlan.frames && !isLeast && kept >= *mPlan.frames;
+}
+
+bool Run::isEndedByKey()
+{
+    if (mPlan.trigger != TriggerKind::Key) {
+        return false;
+    }
+    const std::uint32_t now = std::max(mCounted, mShown);
+    if (!mKeyFrame && mKeyPressed()) {
+        mKeyFrame = mShown;
+        mKeyCounter = static_cast<std::uint16_t>(mShown);
+    }
+    return mKeyFrame && now >= *mKeyFrame + mPlan.trailer;
+}
+
+bool Run::isIdle() const
+{
+    std::uint8_t idle = 0;
+    expIsStateIdle(&idle, mCamera.id());
+    return idle != 0;
+}
+
+std::optional<EndCause> Run::look()
+{
+    count();
+    const bool idle = isIdle();
+    mCamera.requireLink();
+    if (idle) {
+        return mPlan.isRing ? EndCause::Trigger : EndCause::Full;
+    }
+    if (isEndedByKey()) {
+        return EndCause::Key;
+    }
+    if (hasFrames()) {
+        return EndCause::Frames;
+    }
+    if (mPlan.time && Clock::now() - mStart >= *mPlan.time) {
+        return EndCause::Time;
+    }
+    return mCancel.isSet() ? std::optional(EndCause::Stopped) : std::nullopt;
+}
+
+std::string Run::progress() const
+{
+    std::uint8_t trailer = 0;
+    expIsTrailerRecordingActive(&trailer, mCamera.id());
+    const bool waits = mPlan.trigger != TriggerKind::None && trailer == 0 && !mKeyFrame;
+    const std::chrono::duration<double> time = Clock::now() - mStart;
+    std::ostringstream text;
+    text << (waits          ? "waiting for the trigger, "
+             : trailer != 0 ? "after the trigger, "
+                            : "")
+         << std::max(mCounted, mShown) << " frames, " << std::fixed << std::setprecision(1)
+         << time.count() << " s";
+    return text.str();
+}
+
+std::uint32_t framesInSequence(const CameraSession& camera, std::uint32_t sequence)
+{
+    expSetCurrentStreamSequence(&sequence, camera.id());
+    std::uint32_t frames = 0;
+    expGetCurrentNumberOfFramesInSequence(&frames, camera.id());
+    return frames;
+}
+
+std::uint32_t sequencesOf(const CameraSession& camera)
+{
+    std::uint32_t sequences = 1;
+    expGetNumberOfRecordSequences(&sequences, camera.id());
+    return sequences;
+}
+
+/// How many frames were recorded after the one that the preview showed when the key was pressed.
+std::uint32_t framesSince(const CameraSession& camera, std::uint16_t counter, std::uint32_t frames)
+{
+    std::uint64_t header = 0;
+    std::uint8_t flags = 0;
+    std::uint8_t extra = 0;
+    const std::uint8_t* const last =
+        frames == 0 ? nullptr
+                    : expGetFramePointer(frames - 1, &header, &flags, &extra, camera.id());
+    if (last == nullptr) {
+        return 0;
+    }
+    const std::uint16_t newest = frameNumber({last, kFrameHeaderSize});
+    return static_cast<std::uint16_t>(newest - counter);
+}
+
+void findTriggers(const CameraSession& camera, const RecordPlan& plan, std::uint32_t triggered,
+                  std::vector<RecordedSequence>& sequences)
+{
+    for (std::uint32_t i = 0; i < std::min<std::size_t>(triggered, sequences.size()); ++i) {
+        RecordedSequence& sequence = sequences[i];
+        if (plan.isRing && sequence.frames >= plan.trailer) {
+            sequence.trigger = sequence.frames - plan.trailer;
+        }
+    }
+    std::uint32_t first = 0;
+    expSetCurrentStreamSequence(&first, camera.id());
+}
+
+std::vector<RecordedSequence> sequencesAfter(const CameraSession& camera, const RecordPlan& plan,
+                                             EndCause cause, std::uint32_t triggered,
+                                             std::uint16_t keyCounter)
+{
+    const std::uint32_t count = plan.isRing ? sequencesOf(camera) : 1;
+    std::vector<RecordedSequence> sequences(count);
+    for (std::uint32_t i = 0; i < count; ++i) {
+        sequences[i].frames = framesInSequence(camera, i);
+    }
+    findTriggers(camera, plan, cause == EndCause::Trigger ? count : triggered, sequences);
+    if (cause == EndCause::Key) {
+        const std::uint32_t after = framesSince(camera, keyCounter, sequences[0].frames);
+        sequences[0].trigger = sequences[0].frames - std::min(after, sequences[0].frames);
+    }
+    return sequences;
+}
+
+/// What was asked for and did not come about.
+std::string shortfallOf(const RecordPlan& plan, const RecordOutcome& outcome)
+{
+    if (plan.frames && outcome.frames < *plan.frames) {
+        return std::to_string(outcome.frames) + " frames were recorded, " +
+               std::to_string(*plan.frames) + " were asked for";
+    }
+    const bool cut = outcome.cause == EndCause::Stopped || outcome.cause == EndCause::Time;
+    if (cut && plan.trigger != TriggerKind::None && (plan.isRing || outcome.frames == 0)) {
+        return "no trigger came";
+    }
+    return outcome.cause == EndCause::Stopped && !plan.isOpen() ? "ended before it was done" : "";
+}
+
+void start(const CameraSession& camera)
+{
+    if (expStartRecordMode(camera.id()) != 0) {
+        camera.requireLink();
+        throw Failure("cannot start recording ('telvo log' shows why)");
+    }
+}
+
+/// Ends the recording whatever happens.
+class StoppedAtLast
+{
+  public:
+    explicit StoppedAtLast(const CameraSession& camera) : mCamera(camera) {}
+    ~StoppedAtLast()
+    {
+        if (!mDone) {
+            expStopRecordMode(mCamera.id());
+        }
+    }
+    StoppedAtLast(const StoppedAtLast&) = delete;
+    StoppedAtLast& operator=(const StoppedAtLast&) = delete;
+    RecordingEnd stop()
+    {
+        mDone = true;
+        return endRecording(mCamera);
+    }
+
+  private:
+    const CameraSession& mCamera;
+    bool mDone = false;
+};
+
+} // namespace
+
+RecordOutcome record(const CameraSession& camera, const RecordPlan& plan,
+                     const KeyPressed& keyPressed, const ShowProgress& show)
+{
+    start(camera);
+    StoppedAtLast recording(camera);
+    Run run(camera, plan, keyPressed);
+    std::optional<EndCause> cause = run.look();
+    for (; !cause; cause = run.look()) {
+        show(run.progress());
+        std::this_thread::sleep_for(kPoll);
+    }
+    std::uint32_t triggered = 0; // sequences that had their trigger before
+    expGetCurrentRecordingSequence(&triggered, camera.id());
+
+    RecordOutcome outcome{.cause = *cause, .end = recording.stop()};
+    expGetNumberOfAllRecordedFrames(&outcome.frames, camera.id());
+    expGetLastRecordDimensions(&outcome.width, &outcome.height, camera.id());
+    outcome.sequences = sequencesAfter(camera, plan, *cause, triggered, run.keyCounter());
+    outcome.shortfall = shortfallOf(plan, outcome);
+    return outcome;
+}
+
+std::string RecordOutcome::text() const
+{
+    std::ostringstream text;
+    text << "recorded " << frames << " frames of " << width << 'x' << height
+         << " in the camera's memory\nended by " << textOf(cause).text;
+    for (std::size_t i = 0; i < sequences.size(); ++i) {
+        if (sequences[i].trigger) {
+            text << (sequences.size() > 1 ? "\nsequence " + std::to_string(i) + ": " : "; ")
+                 << "the trigger lies before frame " << *sequences[i].trigger << " of "
+                 << sequences[i].frames;
+        }
+    }
+    text << (end.flashCopied ? "\nthe recording is on the flash card, too" : "")
+         << (end.inStandby ? "\nthe camera stays in record standby" : "") << '\n';
+    return text.str();
+}
+
+Json RecordOutcome::json() const
+{
+    Json json{{"frames", frames},
+              {"width", width},
+              {"height", height},
+              {"endedBy", textOf(cause).key},
+              {"asAsked", shortfall.empty()},
+              {"standby", end.inStandby},
+              {"onFlashCard", end.flashCopied},
+              {"sequences", Json::array()}};
+    for (const RecordedSequence& sequence : sequences) {
+        Json one{{"frames", sequence.frames}};
+        if (sequence.trigger) {
+            one["trigger"] = *sequence.trigger;
+        }
+        json["sequences"].push_back(one);
+    }
+    return json;
+}
+
+} // namespace telvo
