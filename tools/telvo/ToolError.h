@@ -2,6 +2,8 @@
 #ifndef TELVO_TOOLS_TELVO_TOOLERROR_H
 #define TELVO_TOOLS_TELVO_TOOLERROR_H
 
+#include "Failure.h" // exit status 1
+
 #include <stdexcept>
 
 namespace telvo
@@ -10,11 +12,6 @@ namespace telvo
 constexpr int kExitSuccess = 0;
 constexpr int kExitFailure = 1; // the command was right, the work failed
 constexpr int kExitUsage = 2;   // the command line was wrong
-
-/// The work failed: no camera, link lost, file not writable. Exit status 1.
-struct Failure : std::runtime_error {
-    using std::runtime_error::runtime_error;
-};
 
 /// The user ended the command before it was done. Exit status 1.
 struct Cancelled : Failure {

@@ -1,6 +1,6 @@
 /// A picture as the cameras deliver it: 8-bit gray, row by row, no padding.
-#ifndef TELVO_TOOLS_TELVO_GRAYIMAGE_H
-#define TELVO_TOOLS_TELVO_GRAYIMAGE_H
+#ifndef TELVO_TOOLS_TELVO_WRITERS_GRAYIMAGE_H
+#define TELVO_TOOLS_TELVO_WRITERS_GRAYIMAGE_H
 
 #include <cstddef>
 #include <cstdint>

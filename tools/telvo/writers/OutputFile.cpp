@@ -1,6 +1,6 @@
 #include "OutputFile.h"
 
-#include "ToolError.h"
+#include "Failure.h"
 
 #include <ios>
 #include <system_error>

@@ -1,7 +1,7 @@
 #include "PngFile.h"
 
+#include "Failure.h"
 #include "OutputFile.h"
-#include "ToolError.h"
 
 #include <png.h>
 #include <string>
