@@ -1,14 +1,17 @@
 # Libraries of others, by the names that the targets link to:
-# telvo_pugixml, telvo_minizip (the library and the camera), telvo_png, telvo_cli11,
-# telvo_json (the tools).
+# telvo_pugixml, telvo_minizip (the library and the camera), telvo_png, telvo_tiff, telvo_json,
+# telvo_cli11 (the tools), and on Linux telvo_libav (videos).
 # What the shared library needs is linked statically, so that a host ships one file.
 if(CMAKE_CROSSCOMPILING)
   include(ThirdPartyFromSource)
 else()
   find_package(ZLIB REQUIRED)
   find_package(PNG REQUIRED)
-  find_package(CLI11 REQUIRED)
+  find_package(TIFF REQUIRED)
   find_package(nlohmann_json REQUIRED)
+  find_package(CLI11 REQUIRED)
+  find_package(PkgConfig REQUIRED)
+  pkg_check_modules(libav REQUIRED IMPORTED_TARGET libavformat libavcodec libswscale libavutil)
   find_library(pugixml_archive NAMES libpugixml.a REQUIRED)
   find_library(minizip_archive NAMES libminizip.a REQUIRED)
 
@@ -20,6 +23,8 @@ else()
   set_target_properties(telvo_minizip PROPERTIES IMPORTED_LOCATION ${minizip_archive}
                         INTERFACE_LINK_LIBRARIES ZLIB::ZLIB)
   add_library(telvo_png ALIAS PNG::PNG)
-  add_library(telvo_cli11 ALIAS CLI11::CLI11)
+  add_library(telvo_tiff ALIAS TIFF::TIFF)
   add_library(telvo_json ALIAS nlohmann_json::nlohmann_json)
+  add_library(telvo_libav ALIAS PkgConfig::libav)
+  add_library(telvo_cli11 ALIAS CLI11::CLI11)
 endif()

@@ -6,9 +6,11 @@ set -eu
 
 # The library, the tool and the virtual camera: all that the demo needs.
 build="build-essential cmake ninja-build pkgconf git
-    libpugixml-dev libminizip-dev zlib1g-dev libpng-dev libcli11-dev nlohmann-json3-dev"
+    libpugixml-dev libminizip-dev zlib1g-dev libpng-dev libcli11-dev nlohmann-json3-dev libtiff-dev
+    libavformat-dev libavcodec-dev libswscale-dev"
 # The suites, the independent programs that they meet, and namespaces for their networks.
-test="libgtest-dev libgmock-dev aravis-tools aravis-tools-cli iproute2"
+test="libgtest-dev libgmock-dev aravis-tools aravis-tools-cli iproute2
+    libtiff-tools imagemagick ffmpeg python3"
 # The cross-compiler, and a system to run what it makes.
 windows="g++-mingw-w64-x86-64-posix libz-mingw-w64-dev googletest wine wine64 xvfb xdotool"
 bench="libbenchmark-dev"

@@ -20,9 +20,9 @@ constexpr std::chrono::seconds kBlockTime{60};
 
 } // namespace
 
-BlockReader::BlockReader(const CameraSession& camera, FrameRange range, std::size_t frameSize,
+BlockReader::BlockReader(const CameraSession& camera, FrameBlock frames, std::size_t frameSize,
                          const CancelFlag& cancel)
-    : mCamera(camera), mCancel(cancel), mRemaining(range), mFrameSize(frameSize)
+    : mCamera(camera), mCancel(cancel), mRemaining(frames), mFrameSize(frameSize)
 {
     if (expStartFrameBlockTransfer(camera.id()) != 0 ||
         expGetFrameBlockSize(&mBlockFrames, camera.id()) != 0 || mBlockFrames == 0) {

@@ -15,7 +15,7 @@ namespace telvo
 {
 
 /// Recorded frames that lie one after the other in the camera's memory.
-struct FrameRange {
+struct FrameBlock {
     std::uint32_t sequence;
     std::uint32_t first;
     std::uint32_t count;
@@ -31,7 +31,7 @@ class BlockReader
     /// @param camera     borrowed until the end
     /// @param frameSize  bytes of a frame
     /// @param cancel     borrowed until the end; set, it ends a wait for the camera
-    BlockReader(const CameraSession& camera, FrameRange range, std::size_t frameSize,
+    BlockReader(const CameraSession& camera, FrameBlock frames, std::size_t frameSize,
                 const CancelFlag& cancel);
     ~BlockReader();
     BlockReader(const BlockReader&) = delete;
@@ -51,7 +51,7 @@ class BlockReader
 
     const CameraSession& mCamera;
     const CancelFlag& mCancel;
-    FrameRange mRemaining; // not requested yet
+    FrameBlock mRemaining; // not requested yet
     std::size_t mFrameSize;
     std::uint32_t mBlockFrames = 0; // most frames that a block takes
     std::uint32_t mRequested = 0;   // frames of the block on its way; 0: none

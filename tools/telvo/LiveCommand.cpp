@@ -4,10 +4,10 @@
 #include "Commands.h"
 #include "ContactSheet.h"
 #include "FrameCounter.h"
-#include "FrameSink.h"
 #include "LiveStream.h"
 #include "OptionRange.h"
 #include "PngFile.h"
+#include "PngFolderSink.h"
 #include "ProgressBar.h"
 
 #include <chrono>
@@ -85,6 +85,9 @@ void report(const Series& series, const LiveStream& stream, const Options& optio
 void runLive(const Options& options)
 {
     const std::vector<Assignment> settings = options.capture.assignments();
+    if (!options.contactSheet.empty()) {
+        requireWritable(options.contactSheet, IfThere::Refuse);
+    }
     PngFolderSink pictures(options.folder);
     const CameraSession camera(chooseCamera(options.camera), settings);
     camera.requireNoRecording();

@@ -33,7 +33,7 @@ ProgressBar::~ProgressBar()
     }
 }
 
-void ProgressBar::show(std::uint64_t done)
+void ProgressBar::show(std::uint64_t done, const std::string& note)
 {
     const Clock::time_point now = Clock::now();
     if (!mEnabled || now < mNextDraw) {
@@ -43,8 +43,9 @@ void ProgressBar::show(std::uint64_t done)
     const std::uint64_t filled = std::min(done, mTotal) * kBarWidth / mTotal;
     const std::string line = mLabel + " [" + std::string(filled, '#') +
                              std::string(kBarWidth - filled, '-') + "] " + std::to_string(done) +
-                             '/' + std::to_string(mTotal);
-    mOut << '\r' << line << std::flush;
+                             '/' + std::to_string(mTotal) + note;
+    const std::size_t rest = mDrawn > line.size() ? mDrawn - line.size() : 0;
+    mOut << '\r' << line << std::string(rest, ' ') << std::flush;
     mDrawn = std::max(mDrawn, line.size());
 }
 

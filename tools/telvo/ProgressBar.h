@@ -21,7 +21,8 @@ class ProgressBar
     ProgressBar(const ProgressBar&) = delete;
     ProgressBar& operator=(const ProgressBar&) = delete;
 
-    void show(std::uint64_t done);
+    /// @param note  shown behind the numbers
+    void show(std::uint64_t done, const std::string& note = "");
 
   private:
     using Clock = std::chrono::steady_clock;

@@ -1,66 +1,176 @@
 #include "OutputFile.h"
 
 #include "Failure.h"
+#include "OutputTarget.h"
 
-#include <ios>
-#include <system_error>
+#include <array>
+#include <chrono>
+#include <cstdio>
+#include <random>
+#include <string>
+#include <thread>
 #include <utility>
 
 namespace telvo
 {
 
-OutputFile::OutputFile(std::filesystem::path path)
-    : mPath(std::move(path)),
-      mPartial(mPath.string() + ".part"),
-      mStream(mPartial, std::ios::binary | std::ios::trunc)
+namespace
 {
-    if (!mStream) {
-        throw Failure("cannot write " + mPath.string());
+
+namespace fs = std::filesystem;
+
+constexpr std::chrono::milliseconds kPoll{20};
+constexpr std::size_t kBufferSize = std::size_t{256} << 10; // more is written without a copy
+
+std::string partialSuffix(std::uint32_t number)
+{
+    std::array<char, 16> text{};
+    std::snprintf(text.data(), text.size(), ".%08x.part", number);
+    return text.data();
+}
+
+/// A name that no other process has, even if it writes to the same target.
+std::pair<fs::path, SystemFile> createPartial(const fs::path& target)
+{
+    std::random_device random;
+    for (;;) {
+        fs::path path = target;
+        path += partialSuffix(random());
+        if (std::optional<SystemFile> file = SystemFile::create(path)) {
+            return {std::move(path), std::move(*file)};
+        }
     }
+}
+
+SystemFile openInPlace(const fs::path& path, const std::stop_token& stop)
+{
+    for (;;) {
+        if (std::optional<SystemFile> file = SystemFile::open(path)) {
+            return std::move(*file);
+        }
+        if (stop.stop_requested()) {
+            throw Failure("nobody reads " + path.string());
+        }
+        std::this_thread::sleep_for(kPoll);
+    }
+}
+
+} // namespace
+
+template <typename Work>
+auto OutputFile::orFail(Work work) const -> decltype(work())
+{
+    try {
+        return work();
+    } catch (const std::system_error& error) {
+        throw Failure("cannot write " + mPath.string() + ": " + error.code().message());
+    }
+}
+
+OutputFile::OutputFile(const fs::path& path, IfThere ifThere, const std::stop_token& stop)
+    : mPath(path), mTarget(path), mReplace(ifThere == IfThere::Replace), mIsStream(false)
+{
+    requireWritable(path, ifThere);
+    const TargetKind kind = kindOf(path);
+    mIsStream = kind == TargetKind::Stream;
+    orFail([&] {
+        if (mIsStream || ifThere == IfThere::Continue) {
+            mFile.emplace(openInPlace(path, stop));
+            return;
+        }
+        if (kind == TargetKind::File) {
+            mTarget = fs::canonical(path); // the file behind a link is replaced, not the link
+        }
+        auto [partial, file] = createPartial(mTarget);
+        mPartial = std::move(partial);
+        mFile.emplace(std::move(file));
+    });
 }
 
 OutputFile::~OutputFile()
 {
-    if (mStream.is_open()) {
-        mStream.close();
+    mFile.reset();
+    if (!mPartial.empty()) {
         std::error_code ignored; // nothing is left to do about it
-        std::filesystem::remove(mPartial, ignored);
+        fs::remove(mPartial, ignored);
     }
 }
 
 void OutputFile::write(std::span<const std::uint8_t> bytes)
 {
-    // A stream of char writes bytes of any kind.
-    mStream.write(reinterpret_cast<const char*>(bytes.data()),
-                  static_cast<std::streamsize>(bytes.size()));
-    if (!mStream) {
-        throw Failure("cannot write " + mPath.string() + ": is the disk full?");
+    if (mBuffer.size() + bytes.size() > kBufferSize) {
+        flush();
     }
+    mPosition += bytes.size();
+    if (bytes.size() >= kBufferSize) {
+        orFail([&] { mFile->write(bytes); });
+    } else {
+        mBuffer.insert(mBuffer.end(), bytes.begin(), bytes.end());
+    }
+}
+
+std::size_t OutputFile::read(std::span<std::uint8_t> bytes)
+{
+    flush();
+    const std::size_t size = orFail([&] { return mFile->read(bytes); });
+    mPosition += size;
+    return size;
+}
+
+void OutputFile::seek(std::uint64_t position)
+{
+    if (position != mPosition) {
+        flush();
+        orFail([&] { mFile->seek(position); });
+        mPosition = position;
+    }
+}
+
+std::uint64_t OutputFile::size()
+{
+    flush();
+    return orFail([&] { return mFile->size(); });
+}
+
+void OutputFile::resize(std::uint64_t size)
+{
+    flush();
+    orFail([&] { mFile->resize(size); });
+    seek(size);
+}
+
+void OutputFile::flush()
+{
+    orFail([&] { mFile->write(mBuffer); });
+    mBuffer.clear();
+}
+
+void OutputFile::sync()
+{
+    flush();
+    orFail([&] { mFile->sync(); });
 }
 
 void OutputFile::commit()
 {
-    mStream.flush();
-    if (!mStream) {
-        throw Failure("cannot write " + mPath.string() + ": is the disk full?");
-    }
-    mStream.close();
-    std::error_code error;
-    std::filesystem::rename(mPartial, mPath, error);
-    if (error) {
-        std::error_code ignored;
-        std::filesystem::remove(mPartial, ignored);
-        throw Failure("cannot write " + mPath.string() + ": " + error.message());
+    flush();
+    orFail([&] { mFile->close(); });
+    mFile.reset();
+    if (!mPartial.empty()) {
+        rename();
     }
 }
 
-void makeFolder(const std::filesystem::path& folder)
+void OutputFile::rename()
 {
-    std::error_code error;
-    std::filesystem::create_directories(folder, error);
-    if (error) {
-        throw Failure("cannot make the folder " + folder.string() + ": " + error.message());
+    if (mReplace && kindOf(mTarget) == TargetKind::File) {
+        orFail([&] { renameOver(mPartial, mTarget); });
+    } else if (!orFail([&] { return renameToFree(mPartial, mTarget); })) {
+        throw Failure(mPath.string() +
+                      " was made by somebody else meanwhile; what was written is " +
+                      std::exchange(mPartial, {}).string());
     }
+    mPartial.clear();
 }
 
 } // namespace telvo

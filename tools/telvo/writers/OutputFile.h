@@ -1,38 +1,69 @@
 #ifndef TELVO_TOOLS_TELVO_WRITERS_OUTPUTFILE_H
 #define TELVO_TOOLS_TELVO_WRITERS_OUTPUTFILE_H
 
+#include "OutputTarget.h"
+#include "SystemFile.h"
+
 #include <cstdint>
 #include <filesystem>
-#include <fstream>
+#include <optional>
 #include <span>
+#include <stop_token>
+#include <vector>
 
 namespace telvo
 {
 
 /**
- * A file that appears under its name only once it is complete: it grows as "NAME.part" in the same
- * folder, commit() renames it, and without commit() it is removed. An existing file of that name
- * stays untouched until then. Every operation throws Failure with the file's name.
+ * A file that appears under its name only once it is complete: it grows under a name of its own
+ * in the same folder ("NAME.1f00ba2c.part"), commit() renames it in one step, and without commit()
+ * it is removed. An earlier file of that name stays untouched until then. When somebody else has
+ * taken the name by then, the partial file stays and the Failure tells its name.
+ *
+ * A FIFO or a device is written to as it is, and nothing of the above holds. What fails throws
+ * Failure with the file's name.
  */
 class OutputFile
 {
   public:
-    explicit OutputFile(std::filesystem::path path);
+    /// @param stop  ends the wait for the reader of a FIFO
+    explicit OutputFile(const std::filesystem::path& path, IfThere ifThere = IfThere::Refuse,
+                        const std::stop_token& stop = {});
     ~OutputFile();
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
 
+    /// False for a FIFO or a device, which takes bytes in order only.
+    bool isFile() const { return !mIsStream; }
     void write(std::span<const std::uint8_t> bytes);
+    /// Returns when the device has all that was written.
+    void sync();
+    /// Gives the file its name. Its bytes are the system's, on the device only after sync().
     void commit();
 
-  private:
-    std::filesystem::path mPath;
-    std::filesystem::path mPartial;
-    std::ofstream mStream;
-};
+    // Of a file only.
+    std::size_t read(std::span<std::uint8_t> bytes);
+    void seek(std::uint64_t position);
+    std::uint64_t position() const { return mPosition; }
+    std::uint64_t size();
+    /// Cuts or lengthens it, and goes on at its new end.
+    void resize(std::uint64_t size);
 
-/// Makes the folder and those above it. Throws Failure.
-void makeFolder(const std::filesystem::path& folder);
+  private:
+    void flush();
+    void rename();
+    template <typename Work>
+    auto orFail(Work work) const -> decltype(work());
+
+    std::filesystem::path mPath;    // as the user calls it
+    std::filesystem::path mTarget;  // the same without links
+    std::filesystem::path mPartial; // empty: written in place
+    bool mReplace;
+    bool mIsStream;
+    std::optional<SystemFile> mFile;   // none: committed
+    std::vector<std::uint8_t> mBuffer; // written, not yet the system's
+    std::uint64_t mPosition = 0;
+};
 
 } // namespace telvo
 

@@ -2,12 +2,20 @@
 
 #include "PngFile.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace telvo
 {
 
-PictureWriter::PictureWriter() : mThread([this] { run(); }) {}
+PictureWriter::PictureWriter(const PictureStyle& style, IfThere ifThere)
+    : mStyle(style), mIfThere(ifThere)
+{
+    const unsigned cores = std::max(1U, std::thread::hardware_concurrency());
+    for (unsigned i = 0; i < cores; ++i) {
+        mThreads.emplace_back([this] { run(); });
+    }
+}
 
 PictureWriter::~PictureWriter()
 {
@@ -16,16 +24,22 @@ PictureWriter::~PictureWriter()
         mEnded = true;
     }
     mChanged.notify_all();
-    mThread.join();
 }
 
-void PictureWriter::put(std::filesystem::path path, GrayImage image)
+/// The frame, its picture, and the file's bytes, which may be more where nothing can be squeezed.
+std::size_t PictureWriter::memoryOf(const GrayImage& frame) const
 {
+    return frame.pixels.size() * (1 + 2 * mStyle.channels());
+}
+
+void PictureWriter::put(std::filesystem::path path, GrayImage frame)
+{
+    const std::size_t memory = memoryOf(frame);
     std::unique_lock lock(mLock);
-    mChanged.wait(lock, [this] { return mError || mWaitingBytes < kQueueBytes; });
+    mChanged.wait(lock, [&] { return mError || mMemory == 0 || mMemory + memory <= kMemory; });
     throwError();
-    mWaitingBytes += image.pixels.size();
-    mJobs.push_back({std::move(path), std::move(image)});
+    mMemory += memory;
+    mJobs.push_back({std::move(path), std::move(frame)});
     lock.unlock();
     mChanged.notify_all();
 }
@@ -33,7 +47,7 @@ void PictureWriter::put(std::filesystem::path path, GrayImage image)
 void PictureWriter::finish()
 {
     std::unique_lock lock(mLock);
-    mChanged.wait(lock, [this] { return mError || mJobs.empty(); });
+    mChanged.wait(lock, [this] { return mError || mMemory == 0; });
     throwError();
 }
 
@@ -44,6 +58,12 @@ void PictureWriter::throwError()
     }
 }
 
+void PictureWriter::write(const Job& job) const
+{
+    const Picture picture = renderPicture(job.frame.view(), mStyle);
+    writePngFile(job.path, picture.view(), mIfThere);
+}
+
 void PictureWriter::run()
 {
     std::unique_lock lock(mLock);
@@ -52,18 +72,18 @@ void PictureWriter::run()
         if (mEnded) {
             return;
         }
-        const Job& job = mJobs.front(); // a deque keeps it in place while others are added
+        const Job job = std::move(mJobs.front());
+        mJobs.pop_front();
         lock.unlock();
         std::exception_ptr error;
         try {
-            writePngFile(job.path, job.image.view());
+            write(job);
         } catch (...) {
             error = std::current_exception();
         }
         lock.lock();
-        mWaitingBytes -= job.image.pixels.size();
-        mJobs.pop_front();
-        if (error) {
+        mMemory -= memoryOf(job.frame);
+        if (error && !mError) {
             mError = error;
             mEnded = true;
         }

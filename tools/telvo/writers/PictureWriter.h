@@ -1,7 +1,8 @@
 #ifndef TELVO_TOOLS_TELVO_WRITERS_PICTUREWRITER_H
 #define TELVO_TOOLS_TELVO_WRITERS_PICTUREWRITER_H
 
-#include "GrayImage.h"
+#include "OutputFile.h"
+#include "PictureStyle.h"
 
 #include <condition_variable>
 #include <cstddef>
@@ -10,28 +11,29 @@
 #include <filesystem>
 #include <mutex>
 #include <thread>
+#include <vector>
 
 namespace telvo
 {
 
 /**
- * Writes pictures on a thread of its own, so that compressing one does not make the camera's next
- * be missed. At most kQueueBytes wait; put() then waits for the writer.
+ * Writes frames as PNG files on all of the machine's cores, so that compressing one does not make
+ * the camera's next be missed. What waits and is worked on takes kMemory at most; put() then waits.
  * Threads: put() and finish() on one thread; mLock guards the members below it.
  */
 class PictureWriter
 {
   public:
-    static constexpr std::size_t kQueueBytes = std::size_t{256} << 20;
+    static constexpr std::size_t kMemory = std::size_t{128} << 20; // bytes
 
-    PictureWriter();
-    /// Drops the pictures that still wait.
+    explicit PictureWriter(const PictureStyle& style = {}, IfThere ifThere = IfThere::Refuse);
+    /// Drops the frames that still wait.
     ~PictureWriter();
     PictureWriter(const PictureWriter&) = delete;
     PictureWriter& operator=(const PictureWriter&) = delete;
 
-    /// Takes the picture for writing. Throws the Failure of an earlier one.
-    void put(std::filesystem::path path, GrayImage image);
+    /// Takes the frame for writing. Throws the Failure of an earlier one.
+    void put(std::filesystem::path path, GrayImage frame);
 
     /// Waits until all are written. Throws the first Failure.
     void finish();
@@ -39,19 +41,23 @@ class PictureWriter
   private:
     struct Job {
         std::filesystem::path path;
-        GrayImage image;
+        GrayImage frame;
     };
 
     void run();
+    void write(const Job& job) const;
+    std::size_t memoryOf(const GrayImage& frame) const;
     void throwError();
 
+    const PictureStyle mStyle;
+    const IfThere mIfThere;
     std::mutex mLock;
     std::condition_variable mChanged;
-    std::deque<Job> mJobs; // the front one is being written
-    std::size_t mWaitingBytes = 0;
+    std::deque<Job> mJobs;   // waiting
+    std::size_t mMemory = 0; // of those that wait and those being written
     std::exception_ptr mError;
     bool mEnded = false;
-    std::thread mThread; // last: it uses all of the above
+    std::vector<std::jthread> mThreads; // last: they use all of the above
 };
 
 } // namespace telvo

@@ -1,7 +1,8 @@
 #ifndef TELVO_TOOLS_TELVO_WRITERS_PNGFILE_H
 #define TELVO_TOOLS_TELVO_WRITERS_PNGFILE_H
 
-#include "GrayImage.h"
+#include "OutputFile.h"
+#include "Picture.h"
 
 #include <cstdint>
 #include <filesystem>
@@ -10,12 +11,13 @@
 namespace telvo
 {
 
-/// The picture as a PNG file's bytes: 8-bit gray, every pixel kept, compressed for speed.
-/// Throws Failure for a picture of no size or fewer pixels than width * height.
-std::vector<std::uint8_t> encodePng(GrayView image);
+/// The picture as a PNG file's bytes: 8 bits a channel, every pixel kept, compressed for speed.
+/// Throws Failure for a picture of no size or of fewer bytes than its size takes.
+std::vector<std::uint8_t> encodePng(PictureView picture);
 
 /// Writes the picture; the file appears under its name only when complete. Throws Failure.
-void writePngFile(const std::filesystem::path& path, GrayView image);
+void writePngFile(const std::filesystem::path& path, PictureView picture,
+                  IfThere ifThere = IfThere::Refuse);
 
 } // namespace telvo
 

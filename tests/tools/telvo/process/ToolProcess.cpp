@@ -48,7 +48,7 @@ pid_t spawn(const std::vector<std::string>& command, int input, int output, int 
     posix_spawn_file_actions_adddup2(&actions, output, STDOUT_FILENO);
     posix_spawn_file_actions_adddup2(&actions, errors, STDERR_FILENO);
     pid_t process = -1;
-    EXPECT_EQ(posix_spawn(&process, argv[0], &actions, nullptr, argv.data(), environ), 0)
+    EXPECT_EQ(posix_spawnp(&process, argv[0], &actions, nullptr, argv.data(), environ), 0)
         << command.front();
     posix_spawn_file_actions_destroy(&actions);
     return process;

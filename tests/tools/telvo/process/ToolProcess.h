@@ -19,7 +19,7 @@ class ToolProcess
 {
   public:
     explicit ToolProcess(std::vector<std::string> arguments, const std::string& input = "");
-    /// Any program, with the path in front.
+    /// Any program, its name or path in front.
     struct Program {
         std::vector<std::string> command;
     };

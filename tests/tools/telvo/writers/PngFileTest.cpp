@@ -1,6 +1,6 @@
 #include "PngFile.h"
+#include "Failure.h"
 #include "TemporaryFolder.h"
-#include "ToolError.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -46,9 +46,9 @@ TEST(PngFile, IsEightBitGray)
 
 TEST(PngFile, RefusesAPictureWithoutPixels)
 {
-    EXPECT_THROW(encodePng({.width = 0, .height = 0, .pixels = {}}), Failure);
+    EXPECT_THROW(encodePng(PictureView{0, 0, 1, {}}), Failure);
     const std::array<std::uint8_t, 3> tooFew{};
-    EXPECT_THROW(encodePng({.width = 2, .height = 2, .pixels = tooFew}), Failure);
+    EXPECT_THROW(encodePng(PictureView{2, 2, 1, tooFew}), Failure);
 }
 
 TEST(PngFile, LeavesOnlyTheFinishedFile)

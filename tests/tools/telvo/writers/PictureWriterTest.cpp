@@ -1,6 +1,6 @@
 #include "PictureWriter.h"
+#include "Failure.h"
 #include "TemporaryFolder.h"
-#include "ToolError.h"
 
 #include <gtest/gtest.h>
 

@@ -52,4 +52,34 @@ TEST(FrameCounter, NoticesARepeatedFrame)
     EXPECT_EQ(counter.missing(), 0U);
 }
 
+TEST(FrameCounter, TellsWhereTheGapsAre)
+{
+    const FrameCounter counter = counted({7, 9, 10, 10, 13});
+    const std::vector<FrameGap> gaps{{1, 7, 9, 1}, {3, 10, 10, 0}, {4, 10, 13, 2}};
+    EXPECT_EQ(counter.gaps(), gaps);
+    EXPECT_EQ(counter.gapCount(), 3U);
+    EXPECT_FALSE(counter.isContinuous());
+    EXPECT_TRUE(counted({65535, 0, 1}).isContinuous());
+}
+
+TEST(FrameCounter, ExpectsOnlyEveryNthFrame)
+{
+    FrameCounter counter(10);
+    counter.add(65530);
+    counter.add(4);
+    EXPECT_TRUE(counter.isContinuous());
+    counter.add(15);
+    EXPECT_EQ(counter.missing(), 1U);
+}
+
+TEST(FrameCounter, KeepsNoMoreGapsThanAreWorthReading)
+{
+    FrameCounter counter;
+    for (std::uint32_t i = 0; i < 20'000; ++i) {
+        counter.add(static_cast<std::uint16_t>(2 * i));
+    }
+    EXPECT_EQ(counter.gapCount(), 19'999U);
+    EXPECT_EQ(counter.gaps().size(), FrameCounter::kMostGaps);
+}
+
 } // namespace

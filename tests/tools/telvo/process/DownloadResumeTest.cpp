@@ -1,0 +1,153 @@
+/// Downloads that end before their last frame, and how they go on.
+#include "RecordedCamera.h"
+
+#include <csignal>
+#include <gmock/gmock.h>
+#include <numeric>
+
+namespace
+{
+
+namespace fs = std::filesystem;
+using testing::HasSubstr;
+
+constexpr std::uint32_t kFrames = 3000; // three blocks
+constexpr std::uint64_t kLinkRate = 100'000'000;
+
+/// Bytes in a folder and below it.
+std::uint64_t sizeOf(const fs::path& folder)
+{
+    std::uint64_t size = 0;
+    for (const auto& entry : fs::recursive_directory_iterator(folder)) {
+        std::error_code gone; // a partial file may have been renamed since
+        const std::uint64_t bytes = entry.file_size(gone);
+        size += gone || entry.is_directory(gone) ? 0 : bytes;
+    }
+    return size;
+}
+
+class DownloadResume : public RecordedCamera
+{
+  protected:
+    void SetUp() override
+    {
+        camera::CameraOptions options = recordedCamera(kFrames);
+        options.settings[camera::FeatureId::AcquisitionFrameRateRaw] = 10'000;
+        options.linkRate = kLinkRate; // slow enough to come in between
+        start(options);
+    }
+
+    static std::vector<std::string> withFormat(const char* format, std::vector<std::string> more)
+    {
+        more.insert(more.end(), {"--format", format});
+        return more;
+    }
+
+    /// Starts it and sends the signal as soon as some frames are written.
+    ToolOutcome interrupted(const std::string& name, const char* format, int signal = SIGINT) const
+    {
+        ToolProcess process(download(name, withFormat(format, {})));
+        EXPECT_TRUE(eventually([&] { return sizeOf(folder.path()) > 200'000; }));
+        process.signal(signal);
+        return process.wait();
+    }
+
+    /// Interrupts a download and continues it; the output is as that of one that was not.
+    void expectContinued(const std::string& name, const char* format)
+    {
+        const ToolOutcome result = interrupted(name, format);
+        EXPECT_EQ(result.exitStatus, 1);
+        EXPECT_THAT(result.errors, HasSubstr("of 3000 frames, --resume continues"));
+        const fs::path sidecar =
+            folder.path() / (name + (std::string(format) == "png" ? "/recording.json" : ".json"));
+        const nlohmann::json before = jsonOf(sidecar);
+        EXPECT_EQ(before["complete"], false);
+        EXPECT_EQ(before["counter-check"]["whole"], false);
+        EXPECT_EQ(before["counter-check"]["expected"], kFrames);
+        EXPECT_GT(before["frames"].size(), 0U);
+        EXPECT_LT(before["frames"].size(), kFrames);
+
+        const ToolOutcome rest = downloads(name, withFormat(format, {"--resume", "--json"}));
+        EXPECT_EQ(nlohmann::json::parse(rest.output)["transferred"],
+                  kFrames - before["frames"].size());
+        const nlohmann::json after = jsonOf(sidecar);
+        EXPECT_EQ(after["complete"], true);
+        EXPECT_EQ(after["counter-check"]["whole"], true);
+        EXPECT_EQ(after["frames"].size(), kFrames);
+    }
+};
+
+TEST_F(DownloadResume, ARawFileHoldsWhatCameAndGoesOn)
+{
+    expectContinued("a.raw", "raw");
+    EXPECT_TRUE(contents(folder / "a.raw") == recorded(0, kFrames));
+    EXPECT_EQ(entries(folder.path()), 2U);
+    EXPECT_THAT(downloads("a.raw", {"--resume"}).output, HasSubstr("3000 of 3000 frames"));
+}
+
+TEST_F(DownloadResume, ATiffFileGoesOn)
+{
+    expectContinued("a.tif", "tiff");
+    const ToolOutcome pages =
+        runProgram({"convert-im6.q16", (folder / "a.tif").string() + "[995-1004,2999]", "-depth",
+                    "8", "gray:-"});
+    EXPECT_TRUE(pages.output ==
+                withoutHeaders(recorded(995, 10) + recorded(2999, 1), 64, frameSize()));
+}
+
+TEST_F(DownloadResume, AFolderOfPicturesGoesOn)
+{
+    expectContinued("a", "png");
+    EXPECT_EQ(entries(folder / "a"), kFrames + 1U);
+    const ToolOutcome last =
+        runProgram({"convert-im6.q16", folder / "a/frame-002999.png", "-depth", "8", "gray:-"});
+    EXPECT_TRUE(last.output == withoutHeaders(recorded(2999, 1), 64, frameSize()));
+}
+
+TEST_F(DownloadResume, AVideoThatWasInterruptedPlaysAsFarAsItGoes)
+{
+    const ToolOutcome result = interrupted("a.mkv", "mkv", SIGTERM);
+    EXPECT_EQ(result.exitStatus, 1);
+    const std::size_t frames = jsonOf(folder / "a.mkv.json")["frames"].size();
+    const ToolOutcome played = runProgram({"ffmpeg", "-v", "error", "-i", folder / "a.mkv", "-f",
+                                           "rawvideo", "-pix_fmt", "gray", "-"});
+    EXPECT_EQ(played.output.size(), frames * frameSize());
+}
+
+TEST_F(DownloadResume, GoesOnAfterALostLink)
+{
+    const std::vector<std::string> quick{"--set", "heartbeat-timeout=1000", "--set",
+                                         "heartbeat-interval=200"};
+    ToolProcess process(download("a", quick));
+    EXPECT_TRUE(eventually([&] { return sizeOf(folder.path()) > 200'000; }));
+    camera->faults().setSilent(true);
+    const ToolOutcome result = process.wait();
+    EXPECT_EQ(result.exitStatus, 1);
+    EXPECT_THAT(result.errors, HasSubstr("the connection to the camera was lost"));
+    camera->faults().setSilent(false);
+    downloads("a", {"--resume"});
+    EXPECT_TRUE(contents(folder / "a") == recorded(0, kFrames));
+}
+
+TEST_F(DownloadResume, DoesNotMixOneRecordingWithAnother)
+{
+    EXPECT_EQ(interrupted("a", "raw").exitStatus, 1);
+    const std::string before = contents(folder / "a");
+    EXPECT_THAT(runTool(download("a", {"--resume", "--first", "1"})).errors,
+                HasSubstr("the interrupted download differs in its selection"));
+    camera->stop();
+    camera::CameraOptions options = recordedCamera(kFrames);
+    options.settings[camera::FeatureId::AcquisitionFrameRateRaw] = 9000;
+    start(options);
+    EXPECT_THAT(runTool(download("a", {"--resume"})).errors,
+                HasSubstr("recording is not that of the interrupted download"));
+    EXPECT_TRUE(contents(folder / "a") == before);
+}
+
+TEST_F(DownloadResume, BeginsWhereNothingIsThere)
+{
+    downloads("a", {"--resume", "--count", "10"});
+    EXPECT_TRUE(contents(folder / "a") == recorded(0, 10));
+}
+
+} // namespace

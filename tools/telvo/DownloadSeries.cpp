@@ -1,0 +1,38 @@
+#include "DownloadSeries.h"
+
+#include "Json.h"
+#include "ToolError.h"
+
+#include <string>
+
+namespace telvo
+{
+
+namespace
+{
+
+bool holdsStill(const ListedFrame& frame, const CameraSession& camera, const RecordingInfo& info)
+{
+    return decodeFrameHeader(readFrame(camera, info, frame.frame)) == frame.header;
+}
+
+} // namespace
+
+void continueSeries(DownloadSeries& series, const Sidecar& earlier, const CameraSession& camera,
+                    const RecordingInfo& info)
+{
+    for (const char* member : {"recording", "selection", "pictures"}) {
+        if (earlier.about.value(member, Json()) != series.sidecar.about[member]) {
+            throw Failure(std::string("the interrupted download differs in its ") + member +
+                          "; give the same options, or download anew");
+        }
+    }
+    if (!earlier.frames.empty() && !holdsStill(earlier.frames.back(), camera, info)) {
+        throw Failure("the camera's recording is not that of the interrupted download");
+    }
+    for (const ListedFrame& frame : earlier.frames) {
+        series.add(frame);
+    }
+}
+
+} // namespace telvo

@@ -1,0 +1,116 @@
+#include "FileFormat.h"
+
+#include "PngFolderSink.h"
+#include "RawFileSink.h"
+#include "TiffFileSink.h"
+#include "ToolError.h"
+#include "VideoFileSink.h"
+
+#include <array>
+#include <utility>
+
+namespace telvo
+{
+
+namespace
+{
+
+struct Format {
+    FileFormat format;
+    const char* name;
+    bool isFolder;
+    bool isVideo;
+    std::uint32_t squeeze; // a camera's pictures hardly ever take less than one part in so many
+};
+
+constexpr Format kFormats[] = {
+    {FileFormat::Raw, "raw", false, false, 1},   {FileFormat::Tiff, "tiff", false, false, 1},
+    {FileFormat::Png, "png", true, false, 4},    {FileFormat::Mkv, "mkv", false, true, 8},
+    {FileFormat::Mp4, "mp4", false, true, 1000},
+};
+
+const Format& rowOf(FileFormat format)
+{
+    return kFormats[static_cast<std::size_t>(format)];
+}
+
+void requireFolder(const std::filesystem::path& path)
+{
+    const TargetKind kind = kindOf(path);
+    if (kind == TargetKind::Folder) {
+        requireEmpty(path);
+    } else if (kind != TargetKind::Free) {
+        throw Failure(path.string() + " is no folder; pictures go into one");
+    }
+}
+
+} // namespace
+
+FileFormat parseFileFormat(const std::string& name)
+{
+    for (const Format& row : kFormats) {
+        if (name == row.name) {
+            return row.format;
+        }
+    }
+    throw UsageError("there is no format '" + name + "'");
+}
+
+bool isFolder(FileFormat format)
+{
+    return rowOf(format).isFolder;
+}
+
+bool isVideo(FileFormat format)
+{
+    return rowOf(format).isVideo;
+}
+
+OutputPlace::OutputPlace(FileFormat format, std::filesystem::path path, IfThere ifThere,
+                         const std::stop_token& stop)
+    : mFormat(format), mPath(std::move(path)), mIfThere(ifThere)
+{
+    if (!isFolder(format)) {
+        mFile = std::make_unique<OutputFile>(mPath, mIfThere, stop);
+    } else if (ifThere != IfThere::Continue) {
+        requireFolder(mPath);
+        makeFolder(mPath);
+    }
+}
+
+std::uint64_t OutputPlace::bytesOf(const Series& series, const PictureStyle& style) const
+{
+    const std::uint64_t page = mFormat == FileFormat::Tiff ? TiffFileSink::kPageOverhead : 0;
+    return series.count * (series.frameSize * style.channels() + page) / rowOf(mFormat).squeeze;
+}
+
+std::unique_ptr<FrameSink> OutputPlace::begin(const Series& series, const PictureStyle& style)
+{
+    const std::uint64_t bytes = bytesOf(series, style);
+    if (isFileOrFolder()) {
+        requireSpace(mPath, bytes);
+    }
+    switch (mFormat) {
+    case FileFormat::Tiff:
+        if (series.there + series.count > TiffFileSink::kMostPages) {
+            throw Failure("a TIFF file takes " + std::to_string(TiffFileSink::kMostPages) +
+                          " frames at most; use raw or png, or --every");
+        }
+        return mIfThere == IfThere::Continue
+                   ? TiffFileSink::resume(std::move(mFile), style,
+                                          static_cast<std::uint32_t>(series.there))
+                   : std::make_unique<TiffFileSink>(std::move(mFile), style, bytes);
+    case FileFormat::Png:
+        return std::make_unique<PngFolderSink>(mPath, style, mIfThere);
+    case FileFormat::Mkv:
+    case FileFormat::Mp4:
+        return makeVideoSink(std::move(mFile),
+                             mFormat == FileFormat::Mkv ? VideoKind::Lossless : VideoKind::Report,
+                             style, series.fps);
+    default:
+        return std::make_unique<RawFileSink>(std::move(mFile), style,
+                                             series.there * series.frameSize * style.channels());
+    }
+}
+
+} // namespace telvo

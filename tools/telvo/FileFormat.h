@@ -1,0 +1,60 @@
+#ifndef TELVO_TOOLS_TELVO_FILEFORMAT_H
+#define TELVO_TOOLS_TELVO_FILEFORMAT_H
+
+#include "FrameSink.h"
+#include "OutputFile.h"
+#include "PictureStyle.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <stop_token>
+#include <string>
+
+namespace telvo
+{
+
+/// What a download can be written as.
+enum class FileFormat : std::uint8_t { Raw, Tiff, Png, Mkv, Mp4 };
+
+/// "raw", "tiff", "png", "mkv", "mp4", as on the command line.
+FileFormat parseFileFormat(const std::string& name);
+
+bool isFolder(FileFormat format);
+bool isVideo(FileFormat format);
+
+/// A place for frames, held from before the camera is connected: what cannot be written to is
+/// found before anything is transferred.
+class OutputPlace
+{
+  public:
+    /// Throws Failure where nothing may or can be written to the path in this format.
+    /// @param stop  ends the wait for the reader of a FIFO
+    OutputPlace(FileFormat format, std::filesystem::path path, IfThere ifThere,
+                const std::stop_token& stop = {});
+
+    /// False for a FIFO or a device.
+    bool isFileOrFolder() const { return mFile == nullptr || mFile->isFile(); }
+
+    struct Series {
+        std::uint64_t frameSize; // bytes of a frame as the camera delivers it
+        std::uint64_t there;     // frames that are there already, to be continued
+        std::uint64_t count;     // frames to come
+        std::uint32_t fps;       // of a video when it is played
+    };
+
+    /// The place is used up. Throws Failure where the series does not fit.
+    std::unique_ptr<FrameSink> begin(const Series& series, const PictureStyle& style);
+
+  private:
+    std::uint64_t bytesOf(const Series& series, const PictureStyle& style) const;
+
+    FileFormat mFormat;
+    std::filesystem::path mPath;
+    IfThere mIfThere;
+    std::unique_ptr<OutputFile> mFile; // null for a folder
+};
+
+} // namespace telvo
+
+#endif

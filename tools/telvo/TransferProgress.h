@@ -1,0 +1,38 @@
+#ifndef TELVO_TOOLS_TELVO_TRANSFERPROGRESS_H
+#define TELVO_TOOLS_TELVO_TRANSFERPROGRESS_H
+
+#include "ProgressBar.h"
+
+#include <chrono>
+#include <cstdint>
+#include <string>
+
+namespace telvo
+{
+
+/// "  412.3 MB/s, 0:07 left" behind a bar; nothing before there is a speed.
+/// @param done   frames so far
+/// @param total  frames in all
+std::string speedNote(std::uint64_t done, std::uint64_t total, std::uint64_t frameSize,
+                      std::chrono::duration<double> elapsed);
+
+/// A bar on the terminal with frames, speed and time left.
+class TransferProgress
+{
+  public:
+    TransferProgress(std::uint64_t total, std::uint64_t frameSize);
+
+    void show(std::uint64_t done);
+
+  private:
+    using Clock = std::chrono::steady_clock;
+
+    ProgressBar mBar;
+    std::uint64_t mTotal;
+    std::uint64_t mFrameSize;
+    Clock::time_point mStart = Clock::now();
+};
+
+} // namespace telvo
+
+#endif

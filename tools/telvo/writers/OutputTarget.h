@@ -1,0 +1,42 @@
+#ifndef TELVO_TOOLS_TELVO_WRITERS_OUTPUTTARGET_H
+#define TELVO_TOOLS_TELVO_WRITERS_OUTPUTTARGET_H
+
+#include <cstdint>
+#include <filesystem>
+
+namespace telvo
+{
+
+/// What lies at a path at which something is to be written; links are followed.
+enum class TargetKind : std::uint8_t {
+    Free, ///< nothing
+    File, ///< a regular file
+    Folder,
+    Stream, ///< a FIFO, a device: written to as it is, never replaced
+};
+
+/// What becomes of a regular file that is there already.
+enum class IfThere : std::uint8_t {
+    Refuse,
+    Replace,
+    Continue, ///< it is written to in place, from its start on until seek() says otherwise
+};
+
+/// Throws Failure for a link that leads nowhere, and where the path cannot be followed.
+TargetKind kindOf(const std::filesystem::path& path);
+
+/// Throws Failure where a file may not be written to the path.
+void requireWritable(const std::filesystem::path& path, IfThere ifThere);
+
+/// Throws Failure unless so many bytes fit where the path is, or will be.
+void requireSpace(const std::filesystem::path& path, std::uint64_t bytes);
+
+/// Makes the folder and those above it. Throws Failure.
+void makeFolder(const std::filesystem::path& folder);
+
+/// Throws Failure if there is anything in the folder.
+void requireEmpty(const std::filesystem::path& folder);
+
+} // namespace telvo
+
+#endif

@@ -1,0 +1,52 @@
+#include "TiffFileSink.h"
+
+#include "TiffDocument.h"
+
+#include <utility>
+
+namespace telvo
+{
+
+namespace
+{
+
+/// Classic TIFF counts its bytes with 32 bits.
+constexpr std::uint64_t kMostClassicBytes = (std::uint64_t{1} << 32) - (std::uint64_t{1} << 20);
+
+} // namespace
+
+TiffFileSink::TiffFileSink(std::unique_ptr<OutputFile> file, const PictureStyle& style,
+                           std::uint64_t expected)
+    : TiffFileSink(std::make_unique<TiffDocument>(
+                       std::move(file), expected > kMostClassicBytes ? TiffDocument::Mode::WriteBig
+                                                                     : TiffDocument::Mode::Write),
+                   style)
+{
+}
+
+TiffFileSink::TiffFileSink(std::unique_ptr<TiffDocument> document, const PictureStyle& style)
+    : mDocument(std::move(document)), mStyle(style)
+{
+}
+
+TiffFileSink::~TiffFileSink() = default;
+
+std::unique_ptr<TiffFileSink> TiffFileSink::resume(std::unique_ptr<OutputFile> file,
+                                                   const PictureStyle& style, std::uint32_t pages)
+{
+    auto document = std::make_unique<TiffDocument>(std::move(file), TiffDocument::Mode::Append);
+    document->keepPages(pages);
+    return std::unique_ptr<TiffFileSink>(new TiffFileSink(std::move(document), style));
+}
+
+void TiffFileSink::put(std::uint64_t /*number*/, GrayView frame)
+{
+    mDocument->addPage(renderPicture(frame, mStyle).view());
+}
+
+void TiffFileSink::finish()
+{
+    mDocument->commit();
+}
+
+} // namespace telvo
