@@ -22,10 +22,10 @@ struct FaultSetup {
         host.write(FeatureId::Height, 64); // 4096 bytes: three data packets, trailer 4
         host.write(FeatureId::AcquisitionMode, 1);
     }
-    ReceivedBlock single(std::chrono::milliseconds patience = 3000ms)
+    ReceivedBlock single(std::chrono::milliseconds patience = 3000ms, std::size_t mostPackets = 10)
     {
         host.execute(FeatureId::AcquisitionStart);
-        return host.receiveBlock(patience);
+        return host.receiveBlock(patience, mostPackets);
     }
 
     VirtualCamera camera;
@@ -61,7 +61,8 @@ TEST(CameraFault, StopsInTheMiddleOfAFrame)
 {
     FaultSetup setup("127.0.4.63");
     setup.camera.faults().add(FrameFault{.kind = FrameFaultKind::StopMiddle, .amount = 2});
-    EXPECT_THAT(setup.single(200ms).order, ElementsAre(0, 1));
+    EXPECT_THAT(setup.single(3000ms, 2).order, ElementsAre(0, 1));
+    EXPECT_THAT(setup.single().order, ElementsAre(0, 1, 2, 3, 4)); // nothing of the first before
 }
 
 TEST(CameraFault, LetsACounterJump)

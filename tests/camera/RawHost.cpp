@@ -192,11 +192,11 @@ Datagram RawHost::receivePacket(std::chrono::milliseconds patience)
     return receive(mStream, patience);
 }
 
-ReceivedBlock RawHost::receiveBlock(std::chrono::milliseconds patience)
+ReceivedBlock RawHost::receiveBlock(std::chrono::milliseconds patience, std::size_t mostPackets)
 {
     const std::size_t perPacket = mPacketSize - kIpAndUdp - kStreamHeader;
     ReceivedBlock block;
-    while (!block.hasTrailer) {
+    while (!block.hasTrailer && block.order.size() < mostPackets) {
         const Datagram packet = receivePacket(patience);
         if (packet.size() < kStreamHeader) {
             return block;

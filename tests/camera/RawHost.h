@@ -63,8 +63,9 @@ class RawHost
     /** Takes control and lets the camera send here. */
     void openStream(std::uint32_t packetSize = 1440);
     Datagram receivePacket(std::chrono::milliseconds patience = kPatience);
-    /** The next block until its trailer, or until nothing more comes. */
-    ReceivedBlock receiveBlock(std::chrono::milliseconds patience = kPatience);
+    /** The next block until its trailer, so many packets, or until nothing more comes. */
+    ReceivedBlock receiveBlock(std::chrono::milliseconds patience = kPatience,
+                               std::size_t mostPackets = SIZE_MAX);
     void askResend(std::uint16_t blockId, std::uint32_t first, std::uint32_t last);
     /** Playback: source "Memory", acquisition started. */
     void startPlayback();
