@@ -20,8 +20,8 @@ target_compile_options(telvo_test_warnings INTERFACE
   $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict -Wno-stringop-overflow -Wno-array-bounds>)
 
 # GoogleTest's headers, parsed once for all test programs.
-file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/empty.cpp CONTENT "int main() {}\n")
-add_executable(telvo_test_headers ${CMAKE_BINARY_DIR}/empty.cpp)
+file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/empty_main.cpp CONTENT "int main() {}\n")
+add_executable(telvo_test_headers ${CMAKE_BINARY_DIR}/empty_main.cpp)
 target_link_libraries(telvo_test_headers PRIVATE GTest::gtest GTest::gmock telvo_test_warnings)
 target_precompile_headers(telvo_test_headers PRIVATE <gmock/gmock.h> <gtest/gtest.h>)
 
