@@ -2,7 +2,7 @@
 BUILD ?= release
 SOURCES = $(shell git ls-files '*.h' '*.c' '*.cpp')
 
-.PHONY: demo test check fuzz soak bench build windows test-windows package reproducible format lint clean
+.PHONY: demo test check fuzz soak bench bench-programs build windows test-windows package reproducible format lint clean
 
 demo:
 	scripts/setup.sh build
@@ -13,10 +13,10 @@ demo:
 
 # The Windows suites meet the virtual camera of the release build, which so comes first.
 test:
-	scripts/setup.sh build test windows bench
+	scripts/setup.sh build test windows
 	scripts/test.sh release windows
 
-# What takes longer: every suite under the sanitizers, the fuzz targets' fixed runs included.
+# What takes longer: the suites under the sanitizers, and the fuzz targets' fixed runs.
 check:
 	scripts/setup.sh build test
 	scripts/test.sh asan tsan
@@ -36,11 +36,17 @@ soak:
 	cmake --build --preset $(BUILD) --target soak
 	scripts/in-own-network.sh build/$(BUILD)/bin/soak $$(($(MINUTES) * 60))
 
-bench: build
-	scripts/bench.sh build/$(BUILD)
+bench: bench-programs
+	scripts/bench.sh build/release
+
+bench-programs:
+	scripts/setup.sh build test bench
+	mkdir -p build
+	cmake --preset bench >build/configure-bench.log || { cat build/configure-bench.log; false; }
+	cmake --build --preset bench
 
 build:
-	scripts/setup.sh build test bench
+	scripts/setup.sh build test
 	mkdir -p build
 	cmake --preset $(BUILD) >build/configure-$(BUILD).log || { cat build/configure-$(BUILD).log; false; }
 	cmake --build --preset $(BUILD)
@@ -52,7 +58,7 @@ windows:
 	cmake --build --preset windows --target TelvoDll telvo telvo-camera
 
 test-windows:
-	scripts/setup.sh build test windows bench
+	scripts/setup.sh build test windows
 	mkdir -p build
 	cmake --preset release >build/configure-release.log || { cat build/configure-release.log; false; }
 	cmake --build --preset release --target telvo-camera
@@ -68,10 +74,9 @@ reproducible: windows
 format:
 	clang-format -i $(SOURCES)
 
-lint: build
-	scripts/setup.sh lint
-	clang-format --dry-run --Werror $(SOURCES)
-	run-clang-tidy -quiet -p build/$(BUILD) '^$(CURDIR)/(src|gige|platform|camera|tools|tests|bench)/'
+lint:
+	scripts/setup.sh build test windows bench lint
+	scripts/lint.sh
 
 clean:
 	rm -rf build

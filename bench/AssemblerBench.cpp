@@ -173,7 +173,7 @@ void withoutLosses(benchmark::State& state, const Stream& stream)
 {
     Bench bench(stream);
     Sender sender(bench, 0);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         sender.sendNext();
     }
     report(state, bench);
@@ -188,7 +188,7 @@ void lossesAnswered(benchmark::State& state, const Stream& stream)
     Sender sender(bench, 100);
     std::uint64_t packets = 0;
     std::deque<std::uint64_t> due;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         auto& requests = bench.host().requests;
         due.resize(requests.size(), packets + 100);
         if (!due.empty() && due.front() <= packets) {
@@ -211,7 +211,7 @@ void lossesUnanswered(benchmark::State& state, const Stream& stream)
 {
     Bench bench(stream);
     Sender sender(bench, 100);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         bench.host().requests.clear();
         sender.sendNext();
     }
@@ -227,7 +227,7 @@ void trailersAlone(benchmark::State& state)
     stream.step = 1s / 300;
     Bench bench(stream);
     wire::GvspHeader header{.format = wire::GvspFormat::Trailer, .packetId = 0xFF'FFFF};
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         bench.host().requests.clear();
         header.blockId = wire::nextBlockId(header.blockId, false);
         bench.feed(header, {});

@@ -29,7 +29,7 @@ void registerRoundTrip(benchmark::State& state)
         return;
     }
     auto& temperature = dynamic_cast<PvGenInteger&>(*device.GetGenParameters()->Get("Temperature"));
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         std::int64_t value = 0;
         benchmark::DoNotOptimize(temperature.GetValue(value));
     }
@@ -52,7 +52,7 @@ void connectAndInitialise(benchmark::State& state)
     const auto camera = startCamera();
     const TelvoConnectionSettings settings = hostSettings(1500);
     double total = 0;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         const auto start = std::chrono::steady_clock::now();
         const bool ready =
             camera != nullptr &&
@@ -80,7 +80,7 @@ void exportWithoutDevice(benchmark::State& state)
         state.SkipWithError("no camera");
         return;
     }
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         std::uint8_t isColour = 0;
         double factors[3] = {};
         benchmark::DoNotOptimize(

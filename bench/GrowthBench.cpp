@@ -10,6 +10,7 @@
 #include "Require.h"
 
 #include <chrono>
+#include <cinttypes>
 #include <cstdio>
 #include <cstdlib>
 #include <list>
@@ -76,11 +77,10 @@ void report(int count, std::chrono::seconds time)
     const double used = cpuSeconds() - before;
     const double memory = residentBytes() - memoryBefore;
     std::printf("%d cameras: %.3f CPU s/GB, %.1f MB per camera, of which %.1f MB are the host's "
-                "buffers; %lld of %lld frames lost\n",
+                "buffers; %" PRId64 " of %" PRId64 " frames lost\n",
                 count, used / figures.bytes * 1e9, memory / count * 1e-6,
                 static_cast<double>(kBuffers * kWidth * kHeight) * 1e-6,
-                static_cast<long long>(figures.failed + figures.dropped),
-                static_cast<long long>(figures.failed + figures.dropped + figures.whole));
+                figures.failed + figures.dropped, figures.failed + figures.dropped + figures.whole);
 }
 
 /// In a process of its own, so that nothing is left of the one before.

@@ -40,7 +40,7 @@ void copyBlocks(benchmark::State& state, Use use)
 {
     Recording recording;
     std::size_t next = 0;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         use(recording.block(next), recording.copy, next == 0);
         benchmark::ClobberMemory();
         next = (next + 1) % kBlocks;

@@ -14,6 +14,7 @@
 #include "Require.h"
 
 #include <chrono>
+#include <cinttypes>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -67,12 +68,13 @@ void reportOurs(const Way& way, bool ring)
     const double receiver = host.receiverSeconds() - receiverBefore;
     const std::int64_t lost = figures.failed + figures.dropped;
     const bool inUse = host.reading("PacketRingInUse") != 0;
-    std::printf("  ours, %-22s %.3f CPU s/GB (receiving thread %.3f), %lld of %lld frames lost\n",
+    std::printf("  ours, %-22s %.3f CPU s/GB (receiving thread %.3f), %" PRId64 " of %" PRId64
+                " frames lost\n",
                 inUse  ? "ring:"
                 : ring ? "ring allowed, socket:"
                        : "socket:",
-                used / figures.bytes * 1e9, receiver / figures.bytes * 1e9,
-                static_cast<long long>(lost), static_cast<long long>(lost + figures.whole));
+                used / figures.bytes * 1e9, receiver / figures.bytes * 1e9, lost,
+                lost + figures.whole);
 }
 
 std::string lineWith(const std::string& text, const std::string& word)

@@ -22,6 +22,7 @@ namespace
     dup2(output, STDOUT_FILENO);
     dup2(output, STDERR_FILENO);
     std::vector<char*> words;
+    words.reserve(command.size() + 1);
     for (const std::string& word : command) {
         words.push_back(const_cast<char*>(word.c_str())); // as execvp's signature demands
     }
@@ -57,10 +58,11 @@ PeerProgram::~PeerProgram()
 
 bool PeerProgram::isInstalled(const std::string& name)
 {
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): no thread of ours changes the environment
     const char* const path = std::getenv("PATH");
     std::istringstream folders(path == nullptr ? "" : path);
     for (std::string folder; std::getline(folders, folder, ':');) {
-        if (access((folder + "/" + name).c_str(), X_OK) == 0) {
+        if (access(std::filesystem::path(folder).append(name).c_str(), X_OK) == 0) {
             return true;
         }
     }

@@ -45,8 +45,8 @@ struct CameraOptions {
     std::uint64_t unpacedLimit = 0; ///< bytes a second that an unpaced camera sends; 0: no limit
     std::uint64_t linkRate = 0;     ///< bits a second of the camera's cable; 0: no limit
     gige::net::SendMode send = gige::net::SendMode::Joined; ///< stream packets' way out
-    std::chrono::milliseconds flashBusy{0}; ///< writes its flash card for so long from the start
     DescriptionForm description = DescriptionForm::Xml;
+    std::chrono::milliseconds flashBusy{0}; ///< writes its flash card for so long from the start
 
     std::set<FeatureId> missing{};                ///< not in the description
     std::set<FeatureId> unavailable{};            ///< there, but not available at first

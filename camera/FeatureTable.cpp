@@ -69,7 +69,7 @@ template <auto Function>
 GvcpStatus act(CameraCore& core, std::uint32_t value)
 {
     auto& part = partOf(core, Function);
-    const auto run = [&part, value] {
+    const auto run = [&] {
         if constexpr (std::is_invocable_v<decltype(Function), decltype(part)>) {
             return std::invoke(Function, part);
         } else {
@@ -86,6 +86,16 @@ GvcpStatus act(CameraCore& core, std::uint32_t value)
 
 /** A row under construction: each call sets one thing and returns the row. */
 struct Row : Feature {
+  private:
+    // Before its users: clang wants to know it when the rows are made at compile time.
+    template <typename Field>
+    constexpr Row& set(Field& field, std::type_identity_t<Field> value)
+    {
+        field = value;
+        return *this;
+    }
+
+  public:
     constexpr Row(FeatureKind rowKind, std::string_view tip)
     {
         kind = rowKind;
@@ -134,14 +144,6 @@ struct Row : Feature {
     constexpr Row& writes()
     {
         return set(write, act<Function>);
-    }
-
-  private:
-    template <typename Field>
-    constexpr Row& set(Field& field, std::type_identity_t<Field> value)
-    {
-        field = value;
-        return *this;
     }
 };
 

@@ -90,9 +90,9 @@ std::string defaultSerial(const std::string& address)
 } // namespace
 
 struct VirtualCamera::Running {
-    Running(VirtualCamera& camera, const NetworkIdentity& identity, const NetworkInterface& home,
+    Running(VirtualCamera& camera, const NetworkIdentity& identity, NetworkInterface home,
             DescriptionFile description, UdpSocket control, UdpSocket stream)
-        : network(home),
+        : network(std::move(home)),
           device(camera.mOptions, camera.mFaults),
           bootstrap(camera.mOptions, identity, description.url, device, camera.mFaults),
           registers(bootstrap, device, std::move(description.bytes)),

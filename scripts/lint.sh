@@ -7,7 +7,7 @@ set -eu
 
 cd "$(dirname "$0")/.."
 root=$PWD
-work=build/lint
+work=build/lint/work
 mkdir -p "$work"
 
 configure()
@@ -54,14 +54,14 @@ else
     git ls-files '*.c' '*.cpp' '*.h'
 fi | sort -u >"$work/all"
 
-for preset in release windows; do
+for preset in lint windows; do
     configure "$preset"
     compiled_by "$preset" >"$work/$preset.compiled"
     translate_commands "$preset"
 done
 grep -v '\.h$' "$work/all" >"$work/sources" || true
-comm -12 "$work/sources" "$work/release.compiled" >"$work/release"
-comm -23 "$work/sources" "$work/release.compiled" >"$work/left"
+comm -12 "$work/sources" "$work/lint.compiled" >"$work/lint"
+comm -23 "$work/sources" "$work/lint.compiled" >"$work/left"
 comm -12 "$work/left" "$work/windows.compiled" >"$work/windows"
 comm -23 "$work/left" "$work/windows.compiled" >"$work/left-again"
 grep '^scripts/' "$work/left-again" >"$work/scripts" || true # which those compile that need it
@@ -69,7 +69,7 @@ grep -v '^scripts/' "$work/left-again" >"$work/uncompiled" || true
 
 failed=0
 xargs -r clang-format --dry-run --Werror <"$work/all" || failed=1
-tidy release || failed=1
+tidy lint || failed=1
 tidy windows || failed=1
 xargs -r -I FILE clang-tidy -quiet FILE -- <"$work/scripts" || failed=1
 if [ -s "$work/uncompiled" ]; then

@@ -161,7 +161,7 @@ class BrowserDialog final : public WindowsDialog
     /// Enter leads from the tree to the list, from the list to the value, and there sets it.
     void confirm()
     {
-        HWND const focus = GetFocus();
+        auto* const focus = GetFocus();
         if (focus == control(kTree)) {
             SetFocus(control(kList));
         } else if (focus == control(kList)) {
@@ -174,7 +174,7 @@ class BrowserDialog final : public WindowsDialog
     void enterEditor()
     {
         for (const int id : {int{kEdit}, int{kChoice}, int{IDOK}}) {
-            HWND const window = control(id);
+            auto* const window = control(id);
             if (IsWindowVisible(window) != 0 && IsWindowEnabled(window) != 0) {
                 SetFocus(window);
                 SendMessageW(window, EM_SETSEL, 0, -1); // of use to the edit control alone
@@ -243,7 +243,7 @@ class BrowserDialog final : public WindowsDialog
         mVisible =
             tree.visibleItems(kVisibilityLevels.at(static_cast<std::size_t>(level)).visibility);
         SendMessageW(control(kTree), TVM_DELETEITEM, 0, reinterpret_cast<LPARAM>(TVI_ROOT));
-        HTREEITEM const all = addToTree(TVI_ROOT, "All features", kAll);
+        auto* const all = addToTree(TVI_ROOT, "All features", kAll);
         std::vector<HTREEITEM> handles(tree.items().size(), all);
         HTREEITEM chosen = all;
         for (const std::size_t index : mVisible) {

@@ -168,8 +168,8 @@ void WindowsDialog::measureFont()
     mFont = CreateFontIndirectW(&metrics.lfMessageFont);
 
     constexpr std::wstring_view kLetters = L"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
-    HDC const context = GetDC(mWindow);
-    HGDIOBJ const before = SelectObject(context, mFont);
+    auto* const context = GetDC(mWindow);
+    auto* const before = SelectObject(context, mFont);
     SIZE extent{};
     GetTextExtentPoint32W(context, kLetters.data(), static_cast<int>(kLetters.size()), &extent);
     SelectObject(context, before);
@@ -205,7 +205,7 @@ void WindowsDialog::postNews()
 HWND WindowsDialog::add(const wchar_t* windowClass, const wchar_t* text, DWORD style, int id,
                         DWORD extendedStyle)
 {
-    HWND const window = CreateWindowExW(
+    auto* const window = CreateWindowExW(
         extendedStyle, windowClass, text, WS_CHILD | WS_VISIBLE | style, 0, 0, 0, 0, mWindow,
         reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), ownModule(), nullptr);
     SendMessageW(window, WM_SETFONT, reinterpret_cast<WPARAM>(mFont), FALSE);
@@ -226,7 +226,7 @@ void WindowsDialog::setText(int id, const std::string& utf8)
 
 std::string WindowsDialog::text(int id) const
 {
-    HWND const window = control(id);
+    auto* const window = control(id);
     std::wstring wide(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
     const int length = GetWindowTextW(window, wide.data(), static_cast<int>(wide.size()));
     wide.resize(static_cast<std::size_t>(length));

@@ -13,6 +13,7 @@ namespace gige::wire
 /// Hardware address of a network interface, first byte first.
 struct MacAddress {
     std::array<std::uint8_t, 6> bytes{};
+    // NOLINTNEXTLINE(modernize-use-nullptr): clang-tidy 14 sees a null pointer in what is generated
     auto operator<=>(const MacAddress&) const = default;
 };
 

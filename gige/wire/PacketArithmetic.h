@@ -23,10 +23,11 @@ constexpr std::size_t dataBytesPerPacket(std::size_t packetSize, bool extendedId
     return packetSize > overhead ? packetSize - overhead : 0;
 }
 
-/// N, the number of data packets. @param dataBytes  per full packet, not 0
+/// N, the number of data packets. @param dataBytes  per full packet
+/// @return 0 for packets that hold no data
 constexpr std::uint64_t dataPacketCount(std::uint64_t blockBytes, std::size_t dataBytes)
 {
-    return blockBytes / dataBytes + (blockBytes % dataBytes != 0 ? 1 : 0);
+    return dataBytes == 0 ? 0 : blockBytes / dataBytes + (blockBytes % dataBytes != 0 ? 1 : 0);
 }
 
 /// Where data packet `packetId` (1..N) lies in the block.

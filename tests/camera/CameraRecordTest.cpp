@@ -2,6 +2,7 @@
 #include "RawHost.h"
 #include "VirtualCamera.h"
 
+#include <array>
 #include <gtest/gtest.h>
 
 #include <thread>
@@ -347,11 +348,11 @@ TEST(CameraRecord, LosesAndRepeatsFramesInARange)
     setup.camera.faults().add(FrameFault{.kind = FrameFaultKind::Lose, .position = 1});
     setup.camera.faults().add(FrameFault{.kind = FrameFaultKind::Repeat, .position = 3});
     setup.host.writeSerial(":GW07b000000004:GW07a800000000:GW07f8");
-    std::vector<std::uint32_t> numbers;
-    for (int i = 0; i < 5; ++i) {
-        numbers.push_back(little(setup.host.receiveBlock().image, 0));
+    std::array<std::uint32_t, 5> numbers{};
+    for (std::uint32_t& number : numbers) {
+        number = little(setup.host.receiveBlock().image, 0);
     }
-    EXPECT_EQ(numbers, (std::vector<std::uint32_t>{0, 2, 3, 3, 4}));
+    EXPECT_EQ(numbers, (std::array<std::uint32_t, 5>{0, 2, 3, 3, 4}));
 }
 
 TEST(CameraRecord, SendsAFrameOfARangeBehindTheNext)
@@ -364,11 +365,11 @@ TEST(CameraRecord, SendsAFrameOfARangeBehindTheNext)
             FrameFault{.kind = FrameFaultKind::Reorder, .position = position});
     }
     setup.host.writeSerial(":GW07b000000004:GW07a800000000:GW07f8");
-    std::vector<std::uint32_t> numbers;
-    for (int i = 0; i < 5; ++i) {
-        numbers.push_back(little(setup.host.receiveBlock().image, 0));
+    std::array<std::uint32_t, 5> numbers{};
+    for (std::uint32_t& number : numbers) {
+        number = little(setup.host.receiveBlock().image, 0);
     }
-    EXPECT_EQ(numbers, (std::vector<std::uint32_t>{0, 2, 1, 3, 4}));
+    EXPECT_EQ(numbers, (std::array<std::uint32_t, 5>{0, 2, 1, 3, 4}));
 }
 
 } // namespace

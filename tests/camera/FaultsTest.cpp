@@ -17,6 +17,7 @@ std::vector<std::uint32_t> order(Faults& faults, std::uint32_t lastPacket)
     std::vector<PacketStep> steps;
     faults.packetSteps(lastPacket, steps);
     std::vector<std::uint32_t> ids;
+    ids.reserve(steps.size());
     for (const PacketStep& step : steps) {
         ids.push_back(step.packetId);
     }

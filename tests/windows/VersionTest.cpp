@@ -21,7 +21,7 @@ std::string versionText(const std::vector<char>& resource, const std::string& na
 {
     void* text = nullptr;
     UINT size = 0; // characters, the NUL among them
-    const std::string path = "\\StringFileInfo\\040904E4\\" + name;
+    const std::string path = R"(\StringFileInfo\040904E4\)" + name;
     if (VerQueryValueA(resource.data(), path.c_str(), &text, &size) == FALSE || size == 0) {
         return {};
     }
