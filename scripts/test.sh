@@ -27,7 +27,7 @@ run_tests()
     case $1 in
     windows) at_once=$(nproc) ;;
     # More at once than there are cores: many of them wait for a camera most of their time.
-    *) at_once=$((2 * $(nproc))) ;;
+    *) at_once=$((3 * $(nproc))) ;;
     esac
     ctest --preset "$1" --parallel "$at_once"
 }
