@@ -10,7 +10,9 @@ build="build-essential cmake ninja-build pkgconf git
     libavformat-dev libavcodec-dev libswscale-dev"
 # The suites, the independent programs that they meet, and namespaces for their networks.
 test="libgtest-dev libgmock-dev aravis-tools aravis-tools-cli iproute2
-    libtiff-tools imagemagick ffmpeg python3"
+    libtiff-tools imagemagick ffmpeg python3
+    python3-numpy python3-matplotlib python3-pytest
+    python3-build python3-pip python3-setuptools python3-wheel"
 # The cross-compiler, and a system to run what it makes.
 windows="g++-mingw-w64-x86-64-posix libz-mingw-w64-dev googletest wine wine64 xvfb xdotool"
 bench="libbenchmark-dev"
