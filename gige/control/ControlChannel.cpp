@@ -57,7 +57,7 @@ ControlChannel::ControlChannel(net::UdpSocket socket, net::Endpoint device,
 {
 }
 
-ControlValue<wire::Bytes> ControlChannel::execute(const Command& command, TimePoint deadline)
+Result<wire::Bytes> ControlChannel::execute(const Command& command, TimePoint deadline)
 {
     const Patience& patience = this->patience();
     const TimePoint end = Clock::now() + patience.silence + patience.pending;
@@ -66,14 +66,14 @@ ControlValue<wire::Bytes> ControlChannel::execute(const Command& command, TimePo
         Exchange done = exchange(command, allowance);
         // BUSY says that the command was not run, so that it may be asked anew. But if it was sent
         // twice, the first one may run now, and be what the device is busy with.
-        const bool askAgain = done.answer.result().refused(wire::GvcpStatus::Busy) &&
+        const bool askAgain = done.answer.status() == deviceError(wire::GvcpStatus::Busy) &&
                               retries < mSettings.commandRetryCount &&
                               (done.sendings == 1 || !writes(command.code));
         if (!askAgain) {
             return std::move(done.answer);
         }
         if (!sleep(kBusyPause)) {
-            return ControlStatus::NotConnected;
+            return Status::NotConnected;
         }
     }
 }
@@ -94,12 +94,12 @@ const Patience& ControlChannel::patience() const
 
 ControlChannel::Exchange ControlChannel::exchange(const Command& command, Allowance& allowance)
 {
-    Exchange done{.answer = ControlStatus::Timeout};
+    Exchange done{.answer = Status::Timeout};
     {
         const TimePoint turnEnd = Clock::now() + allowance.patience.silence;
         const Turn turn(mTurns, std::min(allowance.deadline, turnEnd));
         if (!turn.granted()) {
-            return {.answer = mClosed ? ControlStatus::NotConnected : ControlStatus::Timeout};
+            return {.answer = mClosed ? Status::NotConnected : Status::Timeout};
         }
         done = sendUntilAnswered(command, allowance);
     }
@@ -120,10 +120,10 @@ ControlChannel::Exchange ControlChannel::sendUntilAnswered(const Command& comman
         const TimePoint now = Clock::now();
         const Clock::duration time = sendingTime(allowance);
         if (now >= allowance.deadline || time <= Clock::duration::zero()) {
-            return {.answer = ControlStatus::Timeout, .sendings = sendings};
+            return {.answer = Status::Timeout, .sendings = sendings};
         }
         if (!mSocket.send(datagram, mDevice)) {
-            return {.answer = ControlStatus::NetworkError, .sendings = sendings};
+            return {.answer = Status::NetworkError, .sendings = sendings};
         }
         ++sendings;
         const TimePoint end = std::min(allowance.deadline, now + time);
@@ -133,7 +133,7 @@ ControlChannel::Exchange ControlChannel::sendUntilAnswered(const Command& comman
         }
         mWaitedInVain = mWaitedInVain.load() + (Clock::now() - now);
     }
-    return {.answer = ControlStatus::Timeout, .sendings = sendings, .triesUsedUp = true};
+    return {.answer = Status::Timeout, .sendings = sendings, .triesUsedUp = true};
 }
 
 ControlChannel::Clock::duration ControlChannel::sendingTime(const Allowance& allowance) const
@@ -156,9 +156,9 @@ ControlChannel::Answer ControlChannel::awaitAnswer(const Command& command, TimeP
         case net::ReceiveStatus::TimedOut:
             return std::nullopt;
         case net::ReceiveStatus::Woken:
-            return ControlStatus::NotConnected;
+            return Status::NotConnected;
         case net::ReceiveStatus::Failed:
-            return ControlStatus::NetworkError;
+            return Status::NetworkError;
         case net::ReceiveStatus::Data:
             break;
         }
@@ -223,14 +223,14 @@ bool ControlChannel::close()
     return true;
 }
 
-ControlResult ControlChannel::executeLast(const Command& command)
+Status ControlChannel::executeLast(const Command& command)
 {
     mTurns.drain();
     mWaker.clear();
     mWaitedInVain = Clock::duration::zero();
     Allowance allowance{.patience = mLimits.leaving,
                         .deadline = Clock::now() + mLimits.leaving.silence};
-    return sendUntilAnswered(command, allowance).answer.result();
+    return sendUntilAnswered(command, allowance).answer.status();
 }
 
 } // namespace gige::control

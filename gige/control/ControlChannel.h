@@ -3,7 +3,7 @@
 
 #include "ByteOrder.h"
 #include "ControlLimits.h"
-#include "ControlResult.h"
+#include "ControlStatus.h"
 #include "GvcpHeader.h"
 #include "Ipv4Address.h"
 #include "LinkSettings.h"
@@ -62,8 +62,7 @@ class ControlChannel
      *                  PENDING_ACK promises
      * @return the acknowledge's payload
      */
-    [[nodiscard]] ControlValue<wire::Bytes> execute(const Command& command,
-                                                    TimePoint deadline = TimePoint::max());
+    Result<wire::Bytes> execute(const Command& command, TimePoint deadline = TimePoint::max());
 
     /// While it lives a connection is being made, with the patience for that.
     class Opening
@@ -90,7 +89,7 @@ class ControlChannel
     bool close();
     /// One command after close(), for taking leave: waits for the commands that end, then for the
     /// answer, less long than usual.
-    ControlResult executeLast(const Command& command);
+    Status executeLast(const Command& command);
     [[nodiscard]] bool isClosed() const { return mClosed; }
 
     /// Waits, without keeping others from the channel. @return false: the channel is closed
@@ -105,11 +104,11 @@ class ControlChannel
   private:
     /// Answer to one request id, and how often the command was sent under it.
     struct Exchange {
-        ControlValue<wire::Bytes> answer;
+        Result<wire::Bytes> answer;
         std::uint32_t sendings = 0;
         bool triesUsedUp = false; // unanswered to the last
     };
-    using Answer = std::optional<ControlValue<wire::Bytes>>; // none: the time passed
+    using Answer = std::optional<Result<wire::Bytes>>; // none: the time passed
     /// What time a command has, under all the request ids that it is sent with.
     struct Allowance {
         Patience patience;

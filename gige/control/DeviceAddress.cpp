@@ -27,7 +27,7 @@ bool answers(const DeviceAddress& address)
         return false;
     }
     const auto value = DeviceRegisters(*channel).readRegister(wire::kRegStreamChannelCount);
-    return value.ok() || value.result().status == ControlStatus::DeviceError;
+    return value || isDeviceError(value.status());
 }
 
 } // namespace

@@ -10,24 +10,25 @@
 namespace gige::control
 {
 
-ControlValue<std::unique_ptr<DeviceConnection>>
-DeviceConnection::open(const DeviceAddress& address, AccessType access,
-                       const LinkSettings& settings, std::function<void()> linkLost,
-                       const ControlLimits& limits)
+Result<std::unique_ptr<DeviceConnection>> DeviceConnection::open(const DeviceAddress& address,
+                                                                 AccessType access,
+                                                                 const LinkSettings& settings,
+                                                                 std::function<void()> linkLost,
+                                                                 const ControlLimits& limits)
 {
     auto channel = ControlChannel::open(address.interface.address, address.ip, settings, limits);
     if (!channel) {
-        return ControlStatus::NetworkError;
+        return Status::NetworkError;
     }
     std::unique_ptr<DeviceConnection> device(
         new DeviceConnection(address, access, std::move(channel)));
     const auto opening = device->opening();
-    if (const ControlResult read = device->mRegisters.readTraits(); !read.ok()) {
+    if (const Status read = device->mRegisters.readTraits(); read != Status::Ok) {
         return read;
     }
     device->mMayHaveControl =
         access != AccessType::Open; // also if there is no memory for the answer
-    if (const ControlResult taken = device->takeControl(); !taken.ok()) {
+    if (const Status taken = device->takeControl(); taken != Status::Ok) {
         device->mMayHaveControl = false;
         return taken;
     }
@@ -37,7 +38,7 @@ DeviceConnection::open(const DeviceAddress& address, AccessType access,
     device->mHeartbeat = Heartbeat::start(*device->mChannel, device->mRegisters, settings, duty,
                                           std::move(linkLost));
     if (!device->mHeartbeat) {
-        return ControlStatus::NetworkError;
+        return Status::NetworkError;
     }
     return device;
 }
@@ -74,26 +75,26 @@ void DeviceConnection::release() noexcept
 {
     try {
         const wire::WriteRegister release{{{wire::kRegControlPrivilege, wire::kPrivilegeOpen}}};
-        mChannel->executeLast(
+        (void)mChannel->executeLast(
             {.code = wire::GvcpCommand::WriteRegister, .payload = encode(release)});
     } catch (const std::bad_alloc&) {
         // The device frees itself when it has missed the heartbeat for long enough.
     }
 }
 
-ControlResult DeviceConnection::takeControl()
+Status DeviceConnection::takeControl()
 {
     if (mAccess == AccessType::Open) {
-        return kOk;
+        return Status::Ok;
     }
-    const ControlResult written =
+    const Status written =
         mRegisters.writeRegister(wire::kRegControlPrivilege, static_cast<std::uint32_t>(mAccess));
-    if (written.status != ControlStatus::Timeout) {
+    if (written != Status::Timeout) {
         return written;
     }
     // Some devices drop what another host writes, but answer its reads.
     const auto privilege = mRegisters.readRegister(wire::kRegControlPrivilege);
-    const bool held = privilege.ok() && *privilege != wire::kPrivilegeOpen;
+    const bool held = privilege && *privilege != wire::kPrivilegeOpen;
     return held ? deviceError(wire::GvcpStatus::AccessDenied) : written;
 }
 
@@ -104,15 +105,15 @@ HeartbeatDuty DeviceConnection::agreeOnHeartbeat(std::uint32_t timeout,
         return {.timeout = bounds.believed(timeout), .bounds = bounds};
     }
     // A device may clamp the value, or not let it be written. What counts is what it has then.
-    mRegisters.writeRegister(wire::kRegHeartbeatTimeout, timeout);
+    (void)mRegisters.writeRegister(wire::kRegHeartbeatTimeout, timeout);
     const auto agreed = mRegisters.readRegister(wire::kRegHeartbeatTimeout);
-    if (agreed.ok() && *agreed != 0) {
+    if (agreed && *agreed != 0) {
         timeout = *agreed;
     }
     return {.ownsControl = true,
             .owner = readOwner(),
             .timeout = bounds.believed(timeout),
-            .timeoutReadable = agreed.ok(),
+            .timeoutReadable = agreed.status() == Status::Ok,
             .bounds = bounds};
 }
 
@@ -123,7 +124,7 @@ std::optional<PrimaryApplication> DeviceConnection::readOwner()
     }
     const auto values = mRegisters.readRegisters(
         std::array{wire::kRegPrimaryApplicationPort, wire::kRegPrimaryApplicationAddress});
-    if (!values.ok()) {
+    if (!values) {
         return std::nullopt;
     }
     return PrimaryApplication{.port = (*values)[0], .address = (*values)[1]};
@@ -143,9 +144,9 @@ void DeviceConnection::enableOptions()
         return;
     }
     const auto present = mRegisters.readRegister(wire::kRegGvcpConfiguration);
-    if (present.ok() && (*present & wanted) != wanted) {
+    if (present && (*present & wanted) != wanted) {
         // An option that cannot be switched on is one that we do without.
-        mRegisters.writeRegister(wire::kRegGvcpConfiguration, *present | wanted);
+        (void)mRegisters.writeRegister(wire::kRegGvcpConfiguration, *present | wanted);
     }
 }
 

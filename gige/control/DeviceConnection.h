@@ -2,7 +2,7 @@
 #define TELVO_GIGE_CONTROL_DEVICECONNECTION_H
 
 #include "ControlChannel.h"
-#include "ControlResult.h"
+#include "ControlStatus.h"
 #include "DeviceAddress.h"
 #include "DeviceRegisters.h"
 #include "Heartbeat.h"
@@ -40,9 +40,9 @@ class DeviceConnection
      *                  control to another host; on a thread of this connection, never by
      *                  disconnect(); it may outlive the connection, throws nothing
      * A device that falls silent meanwhile makes this fail within ControlLimits::opening.
-     * @return refused with AccessDenied: another host holds the device; Timeout; NetworkError
+     * @return the device's error AccessDenied: another host holds the device; Timeout; NetworkError
      */
-    static ControlValue<std::unique_ptr<DeviceConnection>>
+    static Result<std::unique_ptr<DeviceConnection>>
     open(const DeviceAddress& address, AccessType access, const LinkSettings& settings,
          std::function<void()> linkLost, const ControlLimits& limits = {});
     /// Disconnects.
@@ -70,7 +70,7 @@ class DeviceConnection
                      std::unique_ptr<ControlChannel> channel);
 
     /// Takes the privilege, if the access type asks for it.
-    ControlResult takeControl();
+    Status takeControl();
     HeartbeatDuty agreeOnHeartbeat(std::uint32_t timeout, const HeartbeatBounds& bounds);
     /// Gives the privilege back over the closed channel.
     void release() noexcept;

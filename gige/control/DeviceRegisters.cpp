@@ -26,11 +26,10 @@ bool validBlock(std::uint32_t address, std::size_t length)
 }
 
 /// The device is there, but does not know what it was asked for.
-bool lacks(const ControlResult& result)
+bool lacks(Status status)
 {
-    return result.status == ControlStatus::DeviceError &&
-           result.deviceStatus != wire::GvcpStatus::AccessDenied &&
-           result.deviceStatus != wire::GvcpStatus::Busy;
+    return isDeviceError(status) && status != deviceError(wire::GvcpStatus::AccessDenied) &&
+           status != deviceError(wire::GvcpStatus::Busy);
 }
 
 /// The number that WRITEREG takes for four bytes of memory.
@@ -45,43 +44,41 @@ std::uint32_t registerValue(const std::uint8_t* bytes, bool bigEndian)
 
 } // namespace
 
-ControlResult DeviceRegisters::readTraits()
+Status DeviceRegisters::readTraits()
 {
     const auto version = readOptional(wire::kRegVersion, mTraits.version);
-    const auto mode =
-        version.ok() ? readOptional(wire::kRegDeviceMode, wire::kModeBigEndian) : version;
-    const auto capability = mode.ok() ? readOptional(wire::kRegGvcpCapability, 0) : mode;
-    if (!capability.ok()) {
-        return capability.result();
+    const auto mode = version ? readOptional(wire::kRegDeviceMode, wire::kModeBigEndian) : version;
+    const auto capability = mode ? readOptional(wire::kRegGvcpCapability, 0) : mode;
+    if (!capability) {
+        return capability.status();
     }
     mTraits = {.version = *version,
                .bigEndianRegisters = (*mode & wire::kModeBigEndian) != 0,
                .capability = *capability};
     mWriteMemoryMissing = !mTraits.has(wire::kCapabilityWriteMemory);
-    return kOk;
+    return Status::Ok;
 }
 
-ControlValue<std::uint32_t> DeviceRegisters::readOptional(std::uint32_t address,
-                                                          std::uint32_t fallback)
+Result<std::uint32_t> DeviceRegisters::readOptional(std::uint32_t address, std::uint32_t fallback)
 {
     const auto value = readRegister(address);
-    return lacks(value.result()) ? fallback : value;
+    return lacks(value.status()) ? fallback : value;
 }
 
-ControlValue<std::uint32_t> DeviceRegisters::readRegister(std::uint32_t address)
+Result<std::uint32_t> DeviceRegisters::readRegister(std::uint32_t address)
 {
     const auto values = readRegisters(std::array{address});
-    if (!values.ok()) {
-        return values.result();
+    if (!values) {
+        return values.status();
     }
     return values->front();
 }
 
-ControlValue<std::vector<std::uint32_t>>
+Result<std::vector<std::uint32_t>>
 DeviceRegisters::readRegisters(std::span<const std::uint32_t> addresses, TimePoint deadline)
 {
     if (!std::ranges::all_of(addresses, aligned)) {
-        return ControlStatus::InvalidParameter;
+        return Status::InvalidParameter;
     }
     const std::size_t most =
         mTraits.has(wire::kCapabilityConcatenation) ? wire::kMaxReadRegisters : 1;
@@ -89,7 +86,7 @@ DeviceRegisters::readRegisters(std::span<const std::uint32_t> addresses, TimePoi
     while (!addresses.empty()) {
         const std::size_t count = std::min(addresses.size(), most);
         auto group = readRegisterGroup(addresses.first(count), deadline);
-        if (!group.ok()) {
+        if (!group) {
             return group;
         }
         values.insert(values.end(), group->begin(), group->end());
@@ -98,7 +95,7 @@ DeviceRegisters::readRegisters(std::span<const std::uint32_t> addresses, TimePoi
     return values;
 }
 
-ControlValue<std::vector<std::uint32_t>>
+Result<std::vector<std::uint32_t>>
 DeviceRegisters::readRegisterGroup(std::span<const std::uint32_t> addresses, TimePoint deadline)
 {
     const wire::ReadRegister command{{addresses.begin(), addresses.end()}};
@@ -108,8 +105,8 @@ DeviceRegisters::readRegisterGroup(std::span<const std::uint32_t> addresses, Tim
          .payload = encode(command),
          .acceptable = [length](wire::ByteView ack) { return ack.size() >= length; }},
         deadline);
-    if (!payload.ok()) {
-        return payload.result();
+    if (!payload) {
+        return payload.status();
     }
     std::vector<std::uint32_t> values;
     for (std::size_t at = 0; at < length; at += sizeof(std::uint32_t)) {
@@ -118,22 +115,22 @@ DeviceRegisters::readRegisterGroup(std::span<const std::uint32_t> addresses, Tim
     return values;
 }
 
-ControlResult DeviceRegisters::writeRegister(std::uint32_t address, std::uint32_t value)
+Status DeviceRegisters::writeRegister(std::uint32_t address, std::uint32_t value)
 {
     if (!aligned(address)) {
-        return {ControlStatus::InvalidParameter};
+        return Status::InvalidParameter;
     }
     return mChannel
         .execute({.code = wire::GvcpCommand::WriteRegister,
                   .payload = encode(wire::WriteRegister{{{address, value}}})})
-        .result();
+        .status();
 }
 
-ControlResult DeviceRegisters::readMemory(std::uint32_t address, std::span<std::uint8_t> into,
-                                          TimePoint deadline)
+Status DeviceRegisters::readMemory(std::uint32_t address, std::span<std::uint8_t> into,
+                                   TimePoint deadline)
 {
     if (!validBlock(address, into.size())) {
-        return {ControlStatus::InvalidParameter};
+        return Status::InvalidParameter;
     }
     while (!into.empty()) {
         const std::size_t count = std::min(into.size(), wire::kMaxMemoryBytes);
@@ -147,35 +144,34 @@ ControlResult DeviceRegisters::readMemory(std::uint32_t address, std::span<std::
                                                .payload = encode(command),
                                                .acceptable = acceptable},
                                               deadline);
-        if (!payload.ok()) {
-            return payload.result();
+        if (!payload) {
+            return payload.status();
         }
         std::ranges::copy_n(payload->begin() + sizeof address, static_cast<std::ptrdiff_t>(count),
                             into.begin());
         address += static_cast<std::uint32_t>(count);
         into = into.subspan(count);
     }
-    return kOk;
+    return Status::Ok;
 }
 
-ControlResult DeviceRegisters::writeMemory(std::uint32_t address,
-                                           std::span<const std::uint8_t> bytes)
+Status DeviceRegisters::writeMemory(std::uint32_t address, std::span<const std::uint8_t> bytes)
 {
     if (!validBlock(address, bytes.size())) {
-        return {ControlStatus::InvalidParameter};
+        return Status::InvalidParameter;
     }
     while (!bytes.empty() && !mWriteMemoryMissing) {
         const auto piece = bytes.first(std::min(bytes.size(), wire::kMaxMemoryBytes));
-        const ControlResult written =
+        const Status written =
             mChannel
                 .execute({.code = wire::GvcpCommand::WriteMemory,
                           .payload = encode(wire::MemoryBlock{.address = address, .data = piece})})
-                .result();
-        if (written.refused(wire::GvcpStatus::NotImplemented)) {
+                .status();
+        if (written == deviceError(wire::GvcpStatus::NotImplemented)) {
             mWriteMemoryMissing = true;
             break;
         }
-        if (!written.ok()) {
+        if (written != Status::Ok) {
             return written;
         }
         address += static_cast<std::uint32_t>(piece.size());
@@ -184,23 +180,23 @@ ControlResult DeviceRegisters::writeMemory(std::uint32_t address,
     return writeMemoryAsRegisters(address, bytes);
 }
 
-ControlResult DeviceRegisters::writeMemoryAsRegisters(std::uint32_t address,
-                                                      std::span<const std::uint8_t> bytes)
+Status DeviceRegisters::writeMemoryAsRegisters(std::uint32_t address,
+                                               std::span<const std::uint8_t> bytes)
 {
     for (; !bytes.empty(); bytes = bytes.subspan(kAlignment), address += kAlignment) {
-        const ControlResult written =
+        const Status written =
             writeRegister(address, registerValue(bytes.data(), mTraits.bigEndianRegisters));
-        if (!written.ok()) {
+        if (written != Status::Ok) {
             return written;
         }
     }
-    return kOk;
+    return Status::Ok;
 }
 
-ControlValue<std::string> DeviceRegisters::readString(std::uint32_t address, std::size_t length)
+Result<std::string> DeviceRegisters::readString(std::uint32_t address, std::size_t length)
 {
     std::vector<std::uint8_t> field((length + kAlignment - 1) / kAlignment * kAlignment);
-    if (const ControlResult read = readMemory(address, field); !read.ok()) {
+    if (const Status read = readMemory(address, field); read != Status::Ok) {
         return read;
     }
     return wire::getText(wire::ByteView(field).first(length));

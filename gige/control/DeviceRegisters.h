@@ -2,7 +2,7 @@
 #define TELVO_GIGE_CONTROL_DEVICEREGISTERS_H
 
 #include "ControlChannel.h"
-#include "ControlResult.h"
+#include "ControlStatus.h"
 
 #include <atomic>
 #include <cstdint>
@@ -39,34 +39,32 @@ class DeviceRegisters
     /// Reads version, device mode and capability. A device of an old standard may lack some.
     /// Once, before other threads use the object.
     /// @return an error only when the device does not answer, or refuses access
-    ControlResult readTraits();
+    Status readTraits();
     [[nodiscard]] const DeviceTraits& traits() const { return mTraits; }
 
-    [[nodiscard]] ControlValue<std::uint32_t> readRegister(std::uint32_t address);
+    Result<std::uint32_t> readRegister(std::uint32_t address);
     /// In as few commands as the device allows. Either all values or an error.
     /// @param deadline  gives up with a timeout then, however many tries are left
-    [[nodiscard]] ControlValue<std::vector<std::uint32_t>>
-    readRegisters(std::span<const std::uint32_t> addresses, TimePoint deadline = TimePoint::max());
-    ControlResult writeRegister(std::uint32_t address, std::uint32_t value);
+    Result<std::vector<std::uint32_t>> readRegisters(std::span<const std::uint32_t> addresses,
+                                                     TimePoint deadline = TimePoint::max());
+    Status writeRegister(std::uint32_t address, std::uint32_t value);
 
     /// Bytes in address order. On an error the contents of `into` are undefined.
     /// @param deadline  gives up with a timeout then, however much has been read
-    [[nodiscard]] ControlResult readMemory(std::uint32_t address, std::span<std::uint8_t> into,
-                                           TimePoint deadline = TimePoint::max());
+    Status readMemory(std::uint32_t address, std::span<std::uint8_t> into,
+                      TimePoint deadline = TimePoint::max());
     /// A device without WRITEMEM gets the bytes register by register.
     /// On an error in a later piece the earlier ones are written.
-    ControlResult writeMemory(std::uint32_t address, std::span<const std::uint8_t> bytes);
+    Status writeMemory(std::uint32_t address, std::span<const std::uint8_t> bytes);
     /// A text up to its NUL, or of the full length where the device sends none.
-    [[nodiscard]] ControlValue<std::string> readString(std::uint32_t address, std::size_t length);
+    Result<std::string> readString(std::uint32_t address, std::size_t length);
 
   private:
     /// The fallback if the device has no such register.
-    [[nodiscard]] ControlValue<std::uint32_t> readOptional(std::uint32_t address,
-                                                           std::uint32_t fallback);
-    [[nodiscard]] ControlValue<std::vector<std::uint32_t>>
-    readRegisterGroup(std::span<const std::uint32_t> addresses, TimePoint deadline);
-    ControlResult writeMemoryAsRegisters(std::uint32_t address,
-                                         std::span<const std::uint8_t> bytes);
+    Result<std::uint32_t> readOptional(std::uint32_t address, std::uint32_t fallback);
+    Result<std::vector<std::uint32_t>> readRegisterGroup(std::span<const std::uint32_t> addresses,
+                                                         TimePoint deadline);
+    Status writeMemoryAsRegisters(std::uint32_t address, std::span<const std::uint8_t> bytes);
 
     ControlChannel& mChannel;
     DeviceTraits mTraits;

@@ -20,8 +20,8 @@ constexpr std::chrono::milliseconds kLookTime{500};
 constexpr std::chrono::milliseconds kLookPause{100};
 
 /// @param before  where the device was heard, if it was: nobody else refuses for it
-std::optional<ControlResult> refusalIn(const std::optional<HeardDatagram>& heard,
-                                       const std::optional<DiscoveredDevice>& before)
+std::optional<Status> refusalIn(const std::optional<HeardDatagram>& heard,
+                                const std::optional<DiscoveredDevice>& before)
 {
     const auto ack = heard ? wire::decodeAck(heard->bytes) : std::nullopt;
     const bool isForeign = heard && before && heard->source.address != before->ip();
@@ -34,9 +34,8 @@ std::optional<ControlResult> refusalIn(const std::optional<HeardDatagram>& heard
 
 } // namespace
 
-ControlResult forceIp(const wire::ForceIp& request,
-                      const std::vector<net::NetworkInterface>& interfaces,
-                      std::chrono::milliseconds time)
+Status forceIp(const wire::ForceIp& request, const std::vector<net::NetworkInterface>& interfaces,
+               std::chrono::milliseconds time)
 {
     const auto before = findDevice(request.mac, interfaces);
     const std::vector<net::NetworkInterface> reaching =
@@ -54,13 +53,13 @@ ControlResult forceIp(const wire::ForceIp& request,
         const auto look = std::chrono::ceil<std::chrono::milliseconds>(end - now);
         const auto device = findDevice(request.mac, reaching, std::min(kLookTime, look));
         if (device && (request.address == 0 || device->info.address == request.address)) {
-            return kOk;
+            return Status::Ok;
         }
         if (const auto refusal = refusalIn(query.next(Clock::now() + kLookPause), before)) {
             return *refusal;
         }
     }
-    return {ControlStatus::Timeout};
+    return Status::Timeout;
 }
 
 } // namespace gige::control

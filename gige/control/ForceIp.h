@@ -1,7 +1,7 @@
 #ifndef TELVO_GIGE_CONTROL_FORCEIP_H
 #define TELVO_GIGE_CONTROL_FORCEIP_H
 
-#include "ControlResult.h"
+#include "ControlStatus.h"
 #include "Discovery.h"
 #include "GvcpPayloads.h"
 #include "NetworkInterface.h"
@@ -25,9 +25,8 @@ inline constexpr std::chrono::milliseconds kForceIpTime{3000};
  * @return Ok; an error of the device, such as AccessDenied when a host controls it; Timeout: it
  * does not answer, or not under the address
  */
-ControlResult forceIp(const wire::ForceIp& request,
-                      const std::vector<net::NetworkInterface>& interfaces,
-                      std::chrono::milliseconds time = kForceIpTime);
+Status forceIp(const wire::ForceIp& request, const std::vector<net::NetworkInterface>& interfaces,
+               std::chrono::milliseconds time = kForceIpTime);
 
 } // namespace gige::control
 

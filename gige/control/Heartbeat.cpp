@@ -114,12 +114,12 @@ Heartbeat::Beat Heartbeat::beatOrFail()
 Heartbeat::Beat Heartbeat::beat()
 {
     const auto values = mRegisters.readRegisters(watchedRegisters(), silenceEnds());
-    if (values.ok()) {
+    if (values) {
         return judge(*values);
     }
-    if (values.result().status == ControlStatus::DeviceError) {
+    if (isDeviceError(values.status())) {
         const bool taken =
-            mDuty.ownsControl && values.result().refused(wire::GvcpStatus::AccessDenied);
+            mDuty.ownsControl && values.status() == deviceError(wire::GvcpStatus::AccessDenied);
         return taken ? Beat::LinkLost : Beat::Answered;
     }
     return unanswered();

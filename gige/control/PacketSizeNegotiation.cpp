@@ -70,9 +70,9 @@ class Search
     Probe probe(std::uint32_t size)
     {
         for (int i = 0; i < kTriesPerSize; ++i) {
-            if (const ControlResult fired = mChannel.fireTestPacket(size); !fired.ok()) {
+            if (const Status fired = mChannel.fireTestPacket(size); fired != Status::Ok) {
                 // A device may refuse a size that it cannot send. That is an answer.
-                return fired.status == ControlStatus::DeviceError ? Probe::Lost : Probe::Failed;
+                return isDeviceError(fired) ? Probe::Lost : Probe::Failed;
             }
             if (mWait(size - kIpUdpHeaders, kTestPacketTimeout)) {
                 return Probe::Arrived;
@@ -90,17 +90,15 @@ class Search
 
 } // namespace
 
-ControlValue<std::uint32_t> negotiatePacketSize(StreamChannel& channel,
-                                                const PacketSizeLimits& limits,
-                                                std::uint32_t defaultSize,
-                                                const TestPacketWait& wait)
+Result<std::uint32_t> negotiatePacketSize(StreamChannel& channel, const PacketSizeLimits& limits,
+                                          std::uint32_t defaultSize, const TestPacketWait& wait)
 {
     const auto before = channel.packetSizeRegister();
-    if (!before.ok()) {
+    if (!before) {
         return before;
     }
     const std::uint32_t found = Search(channel, limits, wait).run();
-    ControlResult set;
+    Status set = Status::Ok;
     if (found != 0) {
         set = channel.setPacketSize(found);
     } else if ((*before & wire::kPacketSizeMask) != 0) {
@@ -108,7 +106,7 @@ ControlValue<std::uint32_t> negotiatePacketSize(StreamChannel& channel,
     } else {
         set = channel.setPacketSize(defaultSize);
     }
-    return set.ok() ? channel.packetSize() : set;
+    return set == Status::Ok ? channel.packetSize() : set;
 }
 
 } // namespace gige::control

@@ -1,7 +1,7 @@
 #ifndef TELVO_GIGE_CONTROL_PACKETSIZENEGOTIATION_H
 #define TELVO_GIGE_CONTROL_PACKETSIZENEGOTIATION_H
 
-#include "ControlResult.h"
+#include "ControlStatus.h"
 #include "StreamChannel.h"
 
 #include <chrono>
@@ -43,10 +43,8 @@ using TestPacketWait =
  * @param defaultSize  bytes; set when the device sends no test packet and has no size of its own
  * @return the size that the device has in the end, read back
  */
-ControlValue<std::uint32_t> negotiatePacketSize(StreamChannel& channel,
-                                                const PacketSizeLimits& limits,
-                                                std::uint32_t defaultSize,
-                                                const TestPacketWait& wait);
+Result<std::uint32_t> negotiatePacketSize(StreamChannel& channel, const PacketSizeLimits& limits,
+                                          std::uint32_t defaultSize, const TestPacketWait& wait);
 
 } // namespace gige::control
 

@@ -3,76 +3,75 @@
 namespace gige::control
 {
 
-ControlResult StreamChannel::setDestination(net::Ipv4Address address, std::uint16_t port)
+Status StreamChannel::setDestination(net::Ipv4Address address, std::uint16_t port)
 {
-    const ControlResult result =
-        mDevice.writeRegister(mRegisters.destinationAddress(), address.value);
-    return result.ok() ? mDevice.writeRegister(mRegisters.port(), port) : result;
+    const Status result = mDevice.writeRegister(mRegisters.destinationAddress(), address.value);
+    return result == Status::Ok ? mDevice.writeRegister(mRegisters.port(), port) : result;
 }
 
-ControlResult StreamChannel::resetDestination()
+Status StreamChannel::resetDestination()
 {
     return mDevice.writeRegister(mRegisters.port(), 0);
 }
 
-ControlValue<std::uint16_t> StreamChannel::sourcePort()
+Result<std::uint16_t> StreamChannel::sourcePort()
 {
     const auto value = mDevice.readRegister(mRegisters.sourcePort());
-    if (!value.ok()) {
-        return value.result();
+    if (!value) {
+        return value.status();
     }
     return static_cast<std::uint16_t>(*value & wire::kPortMask);
 }
 
-ControlValue<std::uint32_t> StreamChannel::packetSize()
+Result<std::uint32_t> StreamChannel::packetSize()
 {
     const auto value = packetSizeRegister();
-    if (!value.ok()) {
+    if (!value) {
         return value;
     }
     return *value & wire::kPacketSizeMask;
 }
 
-ControlResult StreamChannel::setPacketSize(std::uint32_t size)
+Status StreamChannel::setPacketSize(std::uint32_t size)
 {
     return writePacketSize(size, 0);
 }
 
-ControlResult StreamChannel::fireTestPacket(std::uint32_t size)
+Status StreamChannel::fireTestPacket(std::uint32_t size)
 {
     return writePacketSize(size, wire::kFireTestPacket | wire::kDoNotFragment);
 }
 
-ControlValue<std::uint32_t> StreamChannel::packetSizeRegister()
+Result<std::uint32_t> StreamChannel::packetSizeRegister()
 {
     return mDevice.readRegister(mRegisters.packetSize());
 }
 
-ControlResult StreamChannel::setPacketSizeRegister(std::uint32_t value)
+Status StreamChannel::setPacketSizeRegister(std::uint32_t value)
 {
     return mDevice.writeRegister(mRegisters.packetSize(), value);
 }
 
-ControlResult StreamChannel::writePacketSize(std::uint32_t size, std::uint32_t newFlags)
+Status StreamChannel::writePacketSize(std::uint32_t size, std::uint32_t newFlags)
 {
     if (size == 0 || size > wire::kPacketSizeMask) {
-        return {ControlStatus::InvalidParameter};
+        return Status::InvalidParameter;
     }
     const auto before = packetSizeRegister();
-    if (!before.ok()) {
-        return before.result();
+    if (!before) {
+        return before.status();
     }
     // Some devices read the fire bit back; written again it would send another packet.
     const std::uint32_t flags = *before & (wire::kDoNotFragment | wire::kPixelsBigEndian);
     return setPacketSizeRegister(size | flags | newFlags);
 }
 
-ControlValue<std::uint32_t> StreamChannel::packetDelay()
+Result<std::uint32_t> StreamChannel::packetDelay()
 {
     return mDevice.readRegister(mRegisters.packetDelay());
 }
 
-ControlResult StreamChannel::setPacketDelay(std::uint32_t ticks)
+Status StreamChannel::setPacketDelay(std::uint32_t ticks)
 {
     return mDevice.writeRegister(mRegisters.packetDelay(), ticks);
 }

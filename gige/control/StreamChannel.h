@@ -2,7 +2,7 @@
 #define TELVO_GIGE_CONTROL_STREAMCHANNEL_H
 
 #include "BootstrapRegisters.h"
-#include "ControlResult.h"
+#include "ControlStatus.h"
 #include "DeviceRegisters.h"
 #include "Ipv4Address.h"
 
@@ -25,30 +25,30 @@ class StreamChannel
     }
 
     /// Opens the channel: images go to this address and UDP port (SCDA, then SCP).
-    ControlResult setDestination(net::Ipv4Address address, std::uint16_t port);
+    Status setDestination(net::Ipv4Address address, std::uint16_t port);
     /// Closes the channel: SCP = 0.
-    ControlResult resetDestination();
+    Status resetDestination();
 
     /// @return the port that the device sends from (SCSP); 0 or an error: the device does not tell
-    [[nodiscard]] ControlValue<std::uint16_t> sourcePort();
+    Result<std::uint16_t> sourcePort();
 
     /// Bytes of one IP datagram (SCPS, low 16 bits); 0: none set yet.
-    [[nodiscard]] ControlValue<std::uint32_t> packetSize();
+    Result<std::uint32_t> packetSize();
     /// Sets the size and leaves the flags as they are. The device may round or clamp: read back.
     /// @param size  1..65535; else INVALID_PARAMETER
-    ControlResult setPacketSize(std::uint32_t size);
+    Status setPacketSize(std::uint32_t size);
     /// Sets the size and makes the device send one test packet of it, not to be fragmented.
-    ControlResult fireTestPacket(std::uint32_t size);
+    Status fireTestPacket(std::uint32_t size);
     /// SCPS with its flags (kDoNotFragment, kPixelsBigEndian).
-    [[nodiscard]] ControlValue<std::uint32_t> packetSizeRegister();
-    ControlResult setPacketSizeRegister(std::uint32_t value);
+    Result<std::uint32_t> packetSizeRegister();
+    Status setPacketSizeRegister(std::uint32_t value);
 
     /// Pause between two packets in ticks of the device's timestamp (SCPD).
-    [[nodiscard]] ControlValue<std::uint32_t> packetDelay();
-    ControlResult setPacketDelay(std::uint32_t ticks);
+    Result<std::uint32_t> packetDelay();
+    Status setPacketDelay(std::uint32_t ticks);
 
   private:
-    ControlResult writePacketSize(std::uint32_t size, std::uint32_t newFlags);
+    Status writePacketSize(std::uint32_t size, std::uint32_t newFlags);
 
     DeviceRegisters& mDevice;
     wire::StreamChannelRegisters mRegisters;

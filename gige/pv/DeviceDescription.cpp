@@ -27,7 +27,8 @@ std::optional<std::vector<std::uint8_t>> readFile(DeviceRegisters& registers,
         return std::nullopt;
     }
     std::vector<std::uint8_t> words(end - start);
-    if (!registers.readMemory(static_cast<std::uint32_t>(start), words, deadline).ok()) {
+    if (registers.readMemory(static_cast<std::uint32_t>(start), words, deadline) !=
+        gige::control::Status::Ok) {
         return std::nullopt;
     }
     const auto first = words.begin() + static_cast<std::ptrdiff_t>(location.address - start);
@@ -39,7 +40,7 @@ bool tryUrl(DeviceRegisters& registers, std::uint32_t urlRegister,
             DeviceRegisters::TimePoint deadline)
 {
     const auto url = registers.readString(urlRegister, gige::wire::kUrlLength);
-    if (!url.ok()) {
+    if (!url) {
         return false;
     }
     const auto location = gige::genapi::parseDescriptionUrl(*url);

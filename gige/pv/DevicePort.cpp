@@ -39,7 +39,7 @@ Status DevicePort::readRegister(std::uint64_t address, std::uint32_t& value)
     }
     const auto read = mRegisters.readRegister(static_cast<std::uint32_t>(address));
     value = read.valueOr(0);
-    return toPortStatus(read.result());
+    return toPortStatus(read.status());
 }
 
 Status DevicePort::writeRegister(std::uint64_t address, std::uint32_t value)

@@ -77,8 +77,8 @@ PvResult DeviceSession::open(const gige::control::DeviceAddress& address, PvAcce
 {
     auto connection = DeviceConnection::open(
         address, static_cast<gige::control::AccessType>(access), settings, std::move(linkLost));
-    if (!connection.ok()) {
-        return toPvResult(connection.result());
+    if (!connection) {
+        return toPvResult(connection.status());
     }
     const std::shared_ptr<DeviceSession> opened(new DeviceSession(std::move(*connection)));
     if (!opened->loadFeatures()) {
@@ -120,7 +120,7 @@ PvResult DeviceSession::negotiatePacketSize(std::uint32_t channel, std::uint32_t
     StreamChannel stream = streamChannel(channel);
     const auto opened =
         stream.setDestination(socket->localEndpoint().address, socket->localEndpoint().port);
-    if (!opened.ok()) {
+    if (opened != gige::control::Status::Ok) {
         return toPvResult(opened);
     }
     const auto wait = [&](std::uint32_t udpPayload, std::chrono::milliseconds timeout) {
@@ -130,7 +130,7 @@ PvResult DeviceSession::negotiatePacketSize(std::uint32_t channel, std::uint32_t
         stream, packetSizeLimits(address.interface, *mNodes), defaultSize, wait);
     const auto closed = stream.resetDestination();
     mNodes->invalidate(); // registers were written past the feature tree
-    return toPvResult(size.ok() ? closed : size.result());
+    return toPvResult(size ? closed : size.status());
 }
 
 PvResult DeviceSession::setStreamDestination(const gige::net::Endpoint& destination,
@@ -142,7 +142,7 @@ PvResult DeviceSession::setStreamDestination(const gige::net::Endpoint& destinat
     StreamChannel stream = streamChannel(channel);
     const auto result = stream.setDestination(destination.address, destination.port);
     mNodes->invalidate();
-    if (result.ok()) {
+    if (result == gige::control::Status::Ok) {
         OpenStreams::instance().setDevicePort(destination, stream.sourcePort().valueOr(0));
     }
     return toPvResult(result);

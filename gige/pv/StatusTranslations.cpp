@@ -1,7 +1,6 @@
 #include "StatusTranslations.h"
 
-using gige::control::ControlResult;
-using gige::control::ControlStatus;
+using ControlStatus = gige::control::Status;
 using gige::genapi::Status;
 using gige::stream::BlockResult;
 using gige::wire::GvcpStatus;
@@ -46,25 +45,21 @@ Status toPortStatus(GvcpStatus status)
 
 } // namespace
 
-PvResult toPvResult(const ControlResult& result)
+PvResult toPvResult(ControlStatus status)
 {
-    switch (result.status) {
+    switch (status) {
     case ControlStatus::Ok:
         return PvResult::Code::Ok;
-    case ControlStatus::DeviceError:
-        return toPvResult(result.deviceStatus);
     case ControlStatus::Timeout:
         return PvResult::Code::Timeout;
     case ControlStatus::NetworkError:
         return PvResult::Code::NetworkError;
     case ControlStatus::NotConnected:
         return PvResult::Code::NotConnected;
-    case ControlStatus::NotFound:
-        return PvResult::Code::NotFound;
     case ControlStatus::InvalidParameter:
         return PvResult::Code::InvalidParameter;
     }
-    return PvResult::Code::GenericError;
+    return toPvResult(static_cast<GvcpStatus>(status)); // a device error
 }
 
 PvResult toPvResult(Status status)
@@ -117,13 +112,11 @@ PvResult toPvResult(BlockResult result)
     return PvResult::Code::GenericError;
 }
 
-Status toPortStatus(const ControlResult& result)
+Status toPortStatus(ControlStatus status)
 {
-    switch (result.status) {
+    switch (status) {
     case ControlStatus::Ok:
         return Status::Ok;
-    case ControlStatus::DeviceError:
-        return toPortStatus(result.deviceStatus);
     case ControlStatus::Timeout:
         return Status::PortTimeout;
     case ControlStatus::NotConnected:
@@ -131,8 +124,7 @@ Status toPortStatus(const ControlResult& result)
     case ControlStatus::InvalidParameter:
         return Status::PortBadAddress;
     case ControlStatus::NetworkError:
-    case ControlStatus::NotFound:
         return Status::PortError;
     }
-    return Status::PortError;
+    return toPortStatus(static_cast<GvcpStatus>(status)); // a device error
 }

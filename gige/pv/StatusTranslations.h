@@ -2,13 +2,13 @@
 #ifndef TELVO_GIGE_PV_STATUSTRANSLATIONS_H
 #define TELVO_GIGE_PV_STATUSTRANSLATIONS_H
 
-#include "ControlResult.h"
+#include "ControlStatus.h"
 #include "GenApiStatus.h"
 #include "PvResult.h"
 #include "StreamBuffer.h"
 
 /// An outcome of the control link, towards the library.
-PvResult toPvResult(const gige::control::ControlResult& result);
+PvResult toPvResult(gige::control::Status status);
 
 /// An outcome of the feature tree, towards the library.
 PvResult toPvResult(gige::genapi::Status status);
@@ -17,6 +17,6 @@ PvResult toPvResult(gige::genapi::Status status);
 PvResult toPvResult(gige::stream::BlockResult result);
 
 /// An outcome of the control link, towards the feature tree.
-gige::genapi::Status toPortStatus(const gige::control::ControlResult& result);
+gige::genapi::Status toPortStatus(gige::control::Status status);
 
 #endif

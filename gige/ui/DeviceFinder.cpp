@@ -36,13 +36,13 @@ ListedDevice listed(const control::DiscoveredDevice& device)
             .state = stateHeard(device)};
 }
 
-DeviceState stateIn(const control::ControlValue<std::uint32_t>& privilege)
+DeviceState stateIn(const control::Result<std::uint32_t>& privilege)
 {
     // Under exclusive access some devices refuse others even this register.
-    if (privilege.result().refused(wire::GvcpStatus::AccessDenied)) {
+    if (privilege.status() == control::deviceError(wire::GvcpStatus::AccessDenied)) {
         return DeviceState::InUse;
     }
-    if (!privilege.ok()) {
+    if (!privilege) {
         return DeviceState::Silent;
     }
     const bool isHeld = (*privilege & (wire::kPrivilegeExclusive | wire::kPrivilegeControl)) != 0;

@@ -87,7 +87,7 @@ std::optional<std::string> CameraLook::controllingHost() const
         return std::nullopt;
     }
     const auto host = registers.readRegister(wire::kRegPrimaryApplicationAddress);
-    return host.ok() && *host != 0 ? gige::net::toText(gige::net::Ipv4Address{*host}) : "";
+    return host && *host != 0 ? gige::net::toText(gige::net::Ipv4Address{*host}) : "";
 }
 
 std::string heldByOther(const CameraAddress& address, const std::string& host)

@@ -28,7 +28,7 @@ class DeviceConnectionTest : public testing::Test
         mSettings.heartbeatInterval = 20;
     }
 
-    ControlValue<std::unique_ptr<DeviceConnection>> open(AccessType access = AccessType::Exclusive)
+    Result<std::unique_ptr<DeviceConnection>> open(AccessType access = AccessType::Exclusive)
     {
         return DeviceConnection::open(
             {.ip = {0x7F00021F}, .interface = loopback()}, access, mSettings,
@@ -43,8 +43,8 @@ class DeviceConnectionTest : public testing::Test
     std::unique_ptr<DeviceConnection> connected(AccessType access = AccessType::Exclusive)
     {
         auto opened = open(access);
-        EXPECT_TRUE(opened.ok()) << resultText(opened.result());
-        return opened.ok() ? std::move(*opened) : nullptr;
+        EXPECT_TRUE(opened);
+        return opened ? std::move(*opened) : nullptr;
     }
 
     /// The device then loses its patience, and we ours, within this time of silence.
@@ -152,7 +152,7 @@ TEST_F(DeviceConnectionTest, ADeviceHeldByAnotherHostIsAccessDeniedAtOnce)
         return std::vector<FakeAnswer>{{write ? errorAck(command, 0x8006) : command.ack}};
     });
     const auto opened = open();
-    EXPECT_TRUE(opened.result().refused(wire::GvcpStatus::AccessDenied));
+    EXPECT_EQ(opened.status(), deviceError(wire::GvcpStatus::AccessDenied));
     EXPECT_EQ(mDevice.count(kWriteRegisterCommand), 1U);
 }
 
@@ -168,13 +168,13 @@ TEST_F(DeviceConnectionTest, ADeviceThatDropsForeignWritesIsAccessDeniedToo)
         }
         return std::vector<FakeAnswer>{{ack}};
     });
-    EXPECT_TRUE(open().result().refused(wire::GvcpStatus::AccessDenied));
+    EXPECT_EQ(open().status(), deviceError(wire::GvcpStatus::AccessDenied));
 }
 
 TEST_F(DeviceConnectionTest, AnAbsentDeviceIsATimeout)
 {
     mDevice.setSilent(true);
-    EXPECT_EQ(open().result().status, ControlStatus::Timeout);
+    EXPECT_EQ(open().status(), Status::Timeout);
 }
 
 TEST_F(DeviceConnectionTest, AnInterfaceThatIsGoneIsANetworkError)
@@ -183,7 +183,7 @@ TEST_F(DeviceConnectionTest, AnInterfaceThatIsGoneIsANetworkError)
     gone.address = {0xC0000201};
     const auto opened = DeviceConnection::open({.ip = {0x7F00021F}, .interface = gone},
                                                AccessType::Control, mSettings, [] {});
-    EXPECT_EQ(opened.result().status, ControlStatus::NetworkError);
+    EXPECT_EQ(opened.status(), Status::NetworkError);
 }
 
 TEST_F(DeviceConnectionTest, BeatsAtItsIntervalAndFollowsAChange)
@@ -219,8 +219,8 @@ TEST_F(DeviceConnectionTest, SilenceForTheHeartbeatTimeoutLosesTheLink)
     EXPECT_GE(elapsed(start), 1000);
     EXPECT_FALSE(device->isConnected());
     EXPECT_NE(mLostOn.load(), std::this_thread::get_id());
-    EXPECT_EQ(device->registers().readRegister(0).result().status, ControlStatus::NotConnected);
-    EXPECT_EQ(device->registers().writeRegister(kCcp, 1).status, ControlStatus::NotConnected);
+    EXPECT_EQ(device->registers().readRegister(0).status(), Status::NotConnected);
+    EXPECT_EQ(device->registers().writeRegister(kCcp, 1), Status::NotConnected);
     mDevice.setSilent(false);
     const std::size_t sent = mDevice.commands().size();
     device->disconnect();
@@ -247,7 +247,7 @@ TEST_F(DeviceConnectionTest, ATimeoutThatAFeatureSetsCountsFromThenOn)
 {
     setHeartbeatTimeout(60'000);
     const auto device = connected();
-    ASSERT_TRUE(device->registers().writeRegister(kHeartbeatTimeout, 1500).ok());
+    ASSERT_EQ(device->registers().writeRegister(kHeartbeatTimeout, 1500), Status::Ok);
     const std::size_t before = heartbeats();
     ASSERT_TRUE(waitForHeartbeats(before + 2));
     mDevice.setSilent(true);
@@ -289,11 +289,12 @@ TEST_F(DeviceConnectionTest, DisconnectingFromADeviceThatOnlyPromisesIsQuick)
     mDevice.setScript([](const FakeCommand& command) {
         return std::vector<FakeAnswer>{{pendingAck(command, 10'000)}};
     });
-    std::thread waiting([&] { EXPECT_FALSE(device->registers().writeRegister(0x0904, 1).ok()); });
+    std::thread waiting(
+        [&] { EXPECT_NE(device->registers().writeRegister(0x0904, 1), Status::Ok); });
     ASSERT_TRUE(waitForWrite(0x0904));
     const auto start = std::chrono::steady_clock::now();
     device->hurry();
-    EXPECT_FALSE(device->registers().writeRegister(0x0D00, 0).ok());
+    EXPECT_NE(device->registers().writeRegister(0x0D00, 0), Status::Ok);
     device->disconnect();
     EXPECT_LT(elapsed(start), 4'000) << "nominally 800 ms";
     waiting.join();
@@ -363,7 +364,7 @@ TEST_F(DeviceConnectionTest, BusyFeatureCallsDoNotStarveTheHeartbeat)
     for (int i = 0; i < 3; ++i) {
         threads.emplace_back([&] {
             while (!stop) {
-                EXPECT_TRUE(device->registers().readRegister(0).ok());
+                EXPECT_TRUE(device->registers().readRegister(0));
             }
         });
     }
@@ -386,7 +387,7 @@ TEST_F(DeviceConnectionTest, AnyAnswerCountsAsAHeartbeat)
     const auto start = std::chrono::steady_clock::now();
     int answers = 0;
     while (elapsed(start) < 3000) {
-        answers += device->registers().readRegister(0).ok() ? 1 : 0;
+        answers += device->registers().readRegister(0) ? 1 : 0;
     }
     EXPECT_GT(answers, 3);
     EXPECT_EQ(mLost, 0);
@@ -405,7 +406,7 @@ TEST_F(DeviceConnectionTest, AWaitingPromiseKeepsTheLink)
             {pendingAck(command, 5000)},
             {.datagram = command.ack, .delay = milliseconds(2500)}}; // more than the timeout
     });
-    EXPECT_TRUE(device->registers().writeRegister(0x0904, 1).ok());
+    EXPECT_EQ(device->registers().writeRegister(0x0904, 1), Status::Ok);
     EXPECT_EQ(mLost, 0);
     EXPECT_TRUE(device->isConnected());
 }
@@ -417,7 +418,7 @@ TEST_F(DeviceConnectionTest, AnUnansweredCommandLosesTheLinkIfSoWanted)
     mSettings.heartbeatInterval = 60'000;
     const auto device = connected();
     mDevice.setSilent(true);
-    EXPECT_EQ(device->registers().readRegister(0).result().status, ControlStatus::Timeout);
+    EXPECT_EQ(device->registers().readRegister(0).status(), Status::Timeout);
     EXPECT_FALSE(device->isConnected());
     EXPECT_TRUE(waitForLoss());
     EXPECT_NE(mLostOn.load(), std::this_thread::get_id());
@@ -437,8 +438,7 @@ TEST_F(DeviceConnectionTest, DisconnectingEndsAWaitingCommandAtOnce)
     const auto start = std::chrono::steady_clock::now();
     std::thread waiting([&] {
         Bytes bytes(4);
-        EXPECT_EQ(device->registers().readMemory(0x10000, bytes).status,
-                  ControlStatus::NotConnected);
+        EXPECT_EQ(device->registers().readMemory(0x10000, bytes), Status::NotConnected);
     });
     ASSERT_TRUE(mDevice.waitForCount(kReadMemoryCommand, before + 1));
     device->disconnect();
@@ -474,7 +474,7 @@ void loseTo(FakeDevice& fake, const LinkSettings& settings, Action action)
                                               action(device);
                                               done = true;
                                           });
-    ASSERT_TRUE(opening.ok());
+    ASSERT_TRUE(opening);
     device = std::move(*opening);
     opened = true;
     fake.setRegister(kCcp, 0);
@@ -505,7 +505,7 @@ TEST_F(DeviceConnectionTest, ALossThatNeverReturnsKeepsNobodyFromEndingTheObject
                                              mayReturn.get_future().wait();
                                              returned.set_value();
                                          });
-    ASSERT_TRUE(device.ok());
+    ASSERT_TRUE(device);
     mDevice.setRegister(kCcp, 0);
     told.get_future().wait();
     const auto start = std::chrono::steady_clock::now();
@@ -525,7 +525,7 @@ TEST_F(DeviceConnectionTest, ALossThatReturnsSoonIsWaitedFor)
                                              std::this_thread::sleep_for(milliseconds(20));
                                              hasReturned = true;
                                          });
-    ASSERT_TRUE(device.ok());
+    ASSERT_TRUE(device);
     mDevice.setRegister(kCcp, 0);
     told.get_future().wait();
     device->reset();

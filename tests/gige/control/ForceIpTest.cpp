@@ -29,7 +29,7 @@ std::vector<FakeAnswer> elsewhere(const FakeCommand& command)
 TEST(ForceIp, SendsTheStandardsBytes)
 {
     const FakeDevice device("127.0.2.21");
-    EXPECT_TRUE(forceIp(kRequest, {loopback()}).ok());
+    EXPECT_EQ(forceIp(kRequest, {loopback()}), Status::Ok);
     ASSERT_TRUE(device.waitForCount(kForceIpCommand, 1));
     Bytes expected(64, 0);
     const Bytes header{0x42, 0x11, 0, 4, 0, 56};
@@ -47,7 +47,7 @@ TEST(ForceIp, ADeviceThatHasTheAddressAlreadyIsOkAndIsToldAllTheSame)
 {
     const FakeDevice device("127.0.2.21"); // ignores the command, as loopback devices do
     const auto start = std::chrono::steady_clock::now();
-    EXPECT_TRUE(forceIp(kRequest, {loopback()}, milliseconds(60'000)).ok());
+    EXPECT_EQ(forceIp(kRequest, {loopback()}, milliseconds(60'000)), Status::Ok);
     EXPECT_LT(elapsed(start), 20'000);
     EXPECT_TRUE(device.waitForCount(kForceIpCommand, 1));
 }
@@ -60,7 +60,7 @@ TEST(ForceIp, WaitsUntilTheDeviceAnswersUnderTheAddress)
                    ? elsewhere(command)
                    : std::vector<FakeAnswer>{{command.ack}};
     });
-    EXPECT_TRUE(forceIp(kRequest, {loopback()}, milliseconds(60'000)).ok());
+    EXPECT_EQ(forceIp(kRequest, {loopback()}, milliseconds(60'000)), Status::Ok);
     EXPECT_GE(device.count(kDiscoveryCommand), 4U);
 }
 
@@ -68,13 +68,13 @@ TEST(ForceIp, ADeviceThatStaysElsewhereIsATimeout)
 {
     FakeDevice device("127.0.2.21");
     device.setScript(elsewhere);
-    EXPECT_EQ(forceIp(kRequest, {loopback()}, milliseconds(200)).status, ControlStatus::Timeout);
+    EXPECT_EQ(forceIp(kRequest, {loopback()}, milliseconds(200)), Status::Timeout);
 }
 
 TEST(ForceIp, AnAbsentDeviceIsATimeout)
 {
     const auto start = std::chrono::steady_clock::now();
-    EXPECT_EQ(forceIp(kRequest, {loopback()}, milliseconds(100)).status, ControlStatus::Timeout);
+    EXPECT_EQ(forceIp(kRequest, {loopback()}, milliseconds(100)), Status::Timeout);
     EXPECT_LT(elapsed(start), 4'000) << "a second of discovery, and the time given";
 }
 
@@ -87,8 +87,8 @@ TEST(ForceIp, ARefusalIsAResult)
                                               .fromOtherAddress = true}}
                    : elsewhere(command);
     });
-    EXPECT_TRUE(forceIp(kRequest, {loopback()}, milliseconds(60'000))
-                    .refused(wire::GvcpStatus::AccessDenied));
+    EXPECT_EQ(forceIp(kRequest, {loopback()}, milliseconds(60'000)),
+              deviceError(wire::GvcpStatus::AccessDenied));
 }
 
 TEST(ForceIp, AForeignRefusalIsNone)
@@ -99,7 +99,7 @@ TEST(ForceIp, AForeignRefusalIsNone)
                    ? std::vector<FakeAnswer>{{.datagram = errorAck(command, 0x8006)}}
                    : elsewhere(command);
     });
-    EXPECT_EQ(forceIp(kRequest, {loopback()}, milliseconds(300)).status, ControlStatus::Timeout);
+    EXPECT_EQ(forceIp(kRequest, {loopback()}, milliseconds(300)), Status::Timeout);
 }
 
 } // namespace

@@ -32,7 +32,7 @@ TEST(WithoutThreads, OpeningAConnectionFailsAndLeavesTheDeviceFree)
         const LinkSettings settings;
         const auto opened = DeviceConnection::open({.ip = {0x7F000229}, .interface = loopback()},
                                                    AccessType::Exclusive, settings, [] {});
-        return opened.result().status == ControlStatus::NetworkError;
+        return opened.status() == Status::NetworkError;
     });
     const FakeDevice device("127.0.2.41");
     EXPECT_EQ(child.run(), ChildWithoutThreads::Outcome::Holds);

@@ -19,7 +19,7 @@ class PacketSizeNegotiationTest : public testing::Test
   protected:
     PacketSizeNegotiationTest() { mDevice.setRegister(kScps, 0x000005DC); }
 
-    ControlValue<std::uint32_t> negotiate(std::uint32_t defaultSize = 1440)
+    Result<std::uint32_t> negotiate(std::uint32_t defaultSize = 1440)
     {
         return negotiatePacketSize(
             mChannel, mLimits, defaultSize,
@@ -51,7 +51,7 @@ class PacketSizeNegotiationTest : public testing::Test
 TEST_F(PacketSizeNegotiationTest, TakesTheInterfacesSizeWhenItArrives)
 {
     const auto size = negotiate();
-    ASSERT_TRUE(size.ok());
+    ASSERT_TRUE(size);
     EXPECT_EQ(*size, 9000U);
     EXPECT_EQ(mDevice.registerValue(kScps), 0x40002328U) << "without the fire bit";
     EXPECT_EQ(mTried, (std::vector<std::uint32_t>{576, 9000}));
@@ -61,7 +61,7 @@ TEST_F(PacketSizeNegotiationTest, FindsTheLargestSizeThatThePathLetsThrough)
 {
     mPathLimit = 4321;
     const auto size = negotiate();
-    ASSERT_TRUE(size.ok());
+    ASSERT_TRUE(size);
     EXPECT_EQ(*size, 4320U);
     EXPECT_EQ(mDevice.registerValue(kScps), 0x400010E0U);
 }
@@ -73,7 +73,7 @@ TEST_F(PacketSizeNegotiationTest, KeepsToTheDevicesRangeAndIncrement)
     mLimits.increment = 16;
     mPathLimit = 3000;
     const auto size = negotiate();
-    ASSERT_TRUE(size.ok());
+    ASSERT_TRUE(size);
     EXPECT_EQ(*size, 220U + 16 * 173); // 2988
     for (const std::uint32_t tried : mTried) {
         EXPECT_EQ((tried - 220) % 16, 0U) << tried;
@@ -139,7 +139,7 @@ TEST_F(PacketSizeNegotiationTest, ASizeThatTheDeviceRefusesCountsAsLost)
     });
     mLimits.maximum = 8192;
     const auto size = negotiate();
-    ASSERT_TRUE(size.ok());
+    ASSERT_TRUE(size);
     EXPECT_EQ(*size, 4092U);
 }
 
@@ -147,7 +147,7 @@ TEST_F(PacketSizeNegotiationTest, EndsWhenTheDeviceNoLongerAnswers)
 {
     mSettings.answerTimeout = 10;
     mDevice.setSilent(true);
-    EXPECT_EQ(negotiate().result().status, ControlStatus::Timeout);
+    EXPECT_EQ(negotiate().status(), Status::Timeout);
     EXPECT_TRUE(mTried.empty());
 }
 

@@ -28,7 +28,7 @@ class StreamChannelTest : public testing::Test
 
 TEST_F(StreamChannelTest, OpensWithTheAddressBeforeThePort)
 {
-    ASSERT_TRUE(mChannel.setDestination({0x7F000001}, 50000).ok());
+    ASSERT_EQ(mChannel.setDestination({0x7F000001}, 50000), Status::Ok);
     EXPECT_EQ(mDevice.registerValue(0x0D58), 0x7F000001U);
     EXPECT_EQ(mDevice.registerValue(0x0D40), 50000U);
     const auto sent = mDevice.commands(kWriteRegisterCommand);
@@ -40,14 +40,14 @@ TEST_F(StreamChannelTest, OpensWithTheAddressBeforeThePort)
 TEST_F(StreamChannelTest, ClosesWithPortZero)
 {
     mDevice.setRegister(0x0D40, 50000);
-    ASSERT_TRUE(mChannel.resetDestination().ok());
+    ASSERT_EQ(mChannel.resetDestination(), Status::Ok);
     EXPECT_EQ(mDevice.registerValue(0x0D40), 0U);
 }
 
 TEST_F(StreamChannelTest, ARefusedAddressLeavesTheChannelClosed)
 {
     mDevice.removeRegister(0x0D58);
-    EXPECT_FALSE(mChannel.setDestination({0x7F000001}, 50000).ok());
+    EXPECT_NE(mChannel.setDestination({0x7F000001}, 50000), Status::Ok);
     EXPECT_EQ(mDevice.registerValue(0x0D40), 0U);
 }
 
@@ -55,7 +55,7 @@ TEST_F(StreamChannelTest, TellsThePortThatTheDeviceSendsFrom)
 {
     mDevice.setRegister(0x0D5C, 0xABCD1234);
     const auto port = mChannel.sourcePort();
-    ASSERT_TRUE(port.ok());
+    ASSERT_TRUE(port);
     EXPECT_EQ(*port, 0x1234);
 }
 
@@ -63,34 +63,34 @@ TEST_F(StreamChannelTest, ThePacketSizeIsTheLowHalfOfItsRegister)
 {
     mDevice.setRegister(0x0D44, 0x600005DC);
     const auto size = mChannel.packetSize();
-    ASSERT_TRUE(size.ok());
+    ASSERT_TRUE(size);
     EXPECT_EQ(*size, 1500U);
 }
 
 TEST_F(StreamChannelTest, SettingTheSizeKeepsTheFlagsButNeverFires)
 {
     mDevice.setRegister(0x0D44, 0xE00005DC);
-    ASSERT_TRUE(mChannel.setPacketSize(9000).ok());
+    ASSERT_EQ(mChannel.setPacketSize(9000), Status::Ok);
     EXPECT_EQ(mDevice.registerValue(0x0D44), 0x60002328U);
 }
 
 TEST_F(StreamChannelTest, ATestPacketIsFiredUnfragmented)
 {
     mDevice.setRegister(0x0D44, 0x200005DC);
-    ASSERT_TRUE(mChannel.fireTestPacket(1400).ok());
+    ASSERT_EQ(mChannel.fireTestPacket(1400), Status::Ok);
     EXPECT_EQ(mDevice.registerValue(0x0D44), 0xE0000578U);
 }
 
 TEST_F(StreamChannelTest, RefusesSizesThatTheRegisterCannotHold)
 {
-    EXPECT_EQ(mChannel.setPacketSize(0).status, ControlStatus::InvalidParameter);
-    EXPECT_EQ(mChannel.setPacketSize(70000).status, ControlStatus::InvalidParameter);
+    EXPECT_EQ(mChannel.setPacketSize(0), Status::InvalidParameter);
+    EXPECT_EQ(mChannel.setPacketSize(70000), Status::InvalidParameter);
     EXPECT_TRUE(mDevice.commands().empty());
 }
 
 TEST_F(StreamChannelTest, ReadsAndWritesThePacketDelay)
 {
-    ASSERT_TRUE(mChannel.setPacketDelay(12500).ok());
+    ASSERT_EQ(mChannel.setPacketDelay(12500), Status::Ok);
     EXPECT_EQ(mDevice.registerValue(0x0D48), 12500U);
     EXPECT_EQ(mChannel.packetDelay().valueOr(0), 12500U);
 }
