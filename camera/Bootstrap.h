@@ -54,9 +54,9 @@ class Bootstrap
   private:
     [[nodiscard]] std::optional<std::uint32_t> readText(std::uint32_t address) const;
     [[nodiscard]] std::optional<std::uint32_t> readStream(std::uint32_t address) const;
-    [[nodiscard]] Status writeStream(std::uint32_t address, std::uint32_t value);
-    [[nodiscard]] Status writePacketSize(std::uint32_t value);
-    [[nodiscard]] Status writePrivilege(std::uint32_t value, const Endpoint& from);
+    Status writeStream(std::uint32_t address, std::uint32_t value);
+    Status writePacketSize(std::uint32_t value);
+    Status writePrivilege(std::uint32_t value, const Endpoint& from);
     void writeUserName(std::uint32_t address, std::uint32_t value);
 
     const CameraOptions& mOptions;

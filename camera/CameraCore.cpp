@@ -43,7 +43,7 @@ void CameraCore::powerOn()
         flashCard.occupy(mNow + options.flashBusy);
     }
     if (options.recordAtPowerOn || settings.isOn(FeatureId::RecordStartAtPowerOn)) {
-        startRecording(); // refused while the flash card is written
+        (void)startRecording(); // refused while the flash card is written
     }
 }
 

@@ -76,8 +76,8 @@ class CameraCore
     UserSets userSets;
 
   private:
-    [[nodiscard]] Status check(const Feature& feature, std::int64_t value) const;
-    [[nodiscard]] Status acceptRange(std::uint32_t first, std::uint32_t last) const;
+    Status check(const Feature& feature, std::int64_t value) const;
+    Status acceptRange(std::uint32_t first, std::uint32_t last) const;
     void powerOn();
     void stopSending();
     void recordingEnded();

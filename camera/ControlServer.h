@@ -59,10 +59,9 @@ class ControlServer
     [[nodiscard]] Result writeRegisters(const Command& command, const Endpoint& from);
     [[nodiscard]] Result readMemory(const Command& command, const Endpoint& from);
     [[nodiscard]] Result writeMemory(const Command& command, const Endpoint& from);
-    [[nodiscard]] Status readBytes(std::uint32_t address, std::span<std::uint8_t> bytes,
-                                   const Endpoint& from);
-    [[nodiscard]] Status writeBytes(std::uint32_t address, std::span<const std::uint8_t> bytes,
-                                    const Endpoint& from, std::size_t& written);
+    Status readBytes(std::uint32_t address, std::span<std::uint8_t> bytes, const Endpoint& from);
+    Status writeBytes(std::uint32_t address, std::span<const std::uint8_t> bytes,
+                      const Endpoint& from, std::size_t& written);
     [[nodiscard]] bool mayWrite(std::uint32_t address, const Endpoint& from);
     void resend(const Command& command, const Endpoint& from);
     void answerDiscovery(const Command& command, const Endpoint& from);

@@ -26,21 +26,20 @@ class RegisterMap
     RegisterMap(Bootstrap& bootstrap, Device& device, std::vector<std::uint8_t> description);
 
     /** Fills bytes from the registers at address; stops at the first that does not exist. */
-    [[nodiscard]] Status read(std::uint32_t address, std::span<std::uint8_t> bytes) const;
+    Status read(std::uint32_t address, std::span<std::uint8_t> bytes) const;
     /** Writes word by word. @param written  out: bytes written before a failure */
-    [[nodiscard]] Status write(std::uint32_t address, std::span<const std::uint8_t> bytes,
-                               const Endpoint& from, std::size_t& written);
+    Status write(std::uint32_t address, std::span<const std::uint8_t> bytes, const Endpoint& from,
+                 std::size_t& written);
 
     /** The feature whose value lies there. */
     [[nodiscard]] static std::optional<FeatureId> featureAt(std::uint32_t address);
 
   private:
-    [[nodiscard]] Status readWord(std::uint32_t address, std::uint32_t& value) const;
-    [[nodiscard]] Status readFeature(FeatureId id, std::uint32_t& value) const;
+    Status readWord(std::uint32_t address, std::uint32_t& value) const;
+    Status readFeature(FeatureId id, std::uint32_t& value) const;
     [[nodiscard]] std::optional<std::uint32_t> readBuffer(std::uint32_t address) const;
-    [[nodiscard]] Status writeWord(std::uint32_t address, std::uint32_t value,
-                                   const Endpoint& from);
-    [[nodiscard]] Status writeDestination(std::uint32_t address, std::uint32_t value);
+    Status writeWord(std::uint32_t address, std::uint32_t value, const Endpoint& from);
+    Status writeDestination(std::uint32_t address, std::uint32_t value);
     [[nodiscard]] std::string destinationText() const;
 
     Bootstrap& mBootstrap;

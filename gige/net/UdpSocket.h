@@ -19,7 +19,7 @@ namespace gige::net
 /// Longest wait; none: without limit. Windows rounds up to milliseconds.
 using Timeout = std::optional<std::chrono::microseconds>;
 
-enum class ReceiveStatus : std::uint8_t {
+enum class [[nodiscard]] ReceiveStatus : std::uint8_t{
     Data,
     TimedOut,
     Woken, // by the waker, which stays signalled until it is cleared
@@ -27,7 +27,7 @@ enum class ReceiveStatus : std::uint8_t {
 };
 
 /// Result of a receive. Size and source count with ReceiveStatus::Data only.
-struct Received {
+struct [[nodiscard]] Received {
     ReceiveStatus status = ReceiveStatus::Failed;
     std::size_t size = 0; // bytes stored; a longer datagram is cut at the buffer's end
     Endpoint source{};

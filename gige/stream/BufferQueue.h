@@ -27,9 +27,9 @@ class BufferChain
     StreamBuffer* mLast = nullptr;
 };
 
-enum class RetrieveStatus : std::uint8_t { Buffer, TimedOut, Woken };
+enum class [[nodiscard]] RetrieveStatus : std::uint8_t{Buffer, TimedOut, Woken};
 
-struct Retrieved {
+struct [[nodiscard]] Retrieved {
     RetrieveStatus status = RetrieveStatus::TimedOut;
     StreamBuffer* buffer = nullptr; // with RetrieveStatus::Buffer only; its info tells the rest
 };

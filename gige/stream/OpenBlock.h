@@ -13,7 +13,7 @@
 namespace gige::stream
 {
 
-enum class Placement : std::uint8_t { Stored, Duplicate, Refused };
+enum class [[nodiscard]] Placement : std::uint8_t{Stored, Duplicate, Refused};
 
 /// What the previous block tells about the next.
 struct BlockHint {

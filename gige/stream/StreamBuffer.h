@@ -13,7 +13,7 @@ namespace gige::stream
 {
 
 /// How a block ended.
-enum class BlockResult : std::uint8_t {
+enum class [[nodiscard]] BlockResult : std::uint8_t{
     Ok,             // all of it is there
     ImageError,     // packets missing at its time limit, or contradictory
     ResendsFailure, // packets missing although they were asked for again

@@ -10,7 +10,7 @@ namespace gige::wire
 
 /// Status of an acknowledge or of a stream packet (GEV_STATUS_…). Bit 15: error; other values than
 /// those named here occur.
-enum class GvcpStatus : std::uint16_t {
+enum class [[nodiscard]] GvcpStatus : std::uint16_t{
     Success = 0x0000,
     PacketResend = 0x0100, // stream only: a resent packet, no error
     NotImplemented = 0x8001,

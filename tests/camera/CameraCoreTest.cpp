@@ -33,10 +33,10 @@ class CameraCoreTest : public testing::Test
     }
     void recordThreeFrames()
     {
-        write(FeatureId::AcquisitionFrameRateRaw, 100);
-        write(FeatureId::RecordStart);
+        (void)write(FeatureId::AcquisitionFrameRateRaw, 100);
+        (void)write(FeatureId::RecordStart);
         mCore.advance(mCore.now() + 25ms);
-        write(FeatureId::RecordStop);
+        (void)write(FeatureId::RecordStop);
     }
 
     CameraOptions mOptions;
@@ -71,8 +71,8 @@ TEST_F(CameraCoreTest, ARefusedValueIsNotSet)
     recordThreeFrames();
     EXPECT_EQ(write(FeatureId::StreamSingleFrame, 2), Status::AccessDenied);
     EXPECT_EQ(read(FeatureId::StreamSingleFrame), 0);
-    write(FeatureId::AcquisitionSource, kSourceMemory);
-    write(FeatureId::AcquisitionStart);
+    (void)write(FeatureId::AcquisitionSource, kSourceMemory);
+    (void)write(FeatureId::AcquisitionStart);
     EXPECT_EQ(write(FeatureId::StreamSingleFrame, 2), Status::Success);
     EXPECT_EQ(read(FeatureId::StreamSingleFrame), 2);
     EXPECT_EQ(nextFrame(), 2);
@@ -121,9 +121,9 @@ TEST_F(CameraCoreTest, TheOnlyImageIsTheFirstHoweverLateItIsTaken)
 
 TEST_F(CameraCoreTest, LosingItsHostEndsSendingButNotRecording)
 {
-    write(FeatureId::AcquisitionStart);
-    write(FeatureId::TLParamsLocked, 1);
-    write(FeatureId::RecordStart);
+    (void)write(FeatureId::AcquisitionStart);
+    (void)write(FeatureId::TLParamsLocked, 1);
+    (void)write(FeatureId::RecordStart);
     mCore.dropHost();
     EXPECT_EQ(read(FeatureId::CameraState), kStateRecording);
     EXPECT_EQ(read(FeatureId::TLParamsLocked), 0);
@@ -144,17 +144,17 @@ TEST_F(CameraCoreTest, GetsWarmWithTime)
 TEST_F(CameraCoreTest, TheSerialLineSelectsAndStartsARange)
 {
     recordThreeFrames();
-    write(FeatureId::AcquisitionSource, kSourceMemory);
-    write(FeatureId::AcquisitionStart);
+    (void)write(FeatureId::AcquisitionSource, kSourceMemory);
+    (void)write(FeatureId::AcquisitionStart);
     const std::string command = ":GW07A80001:GW07B00002:GW07F8";
     mCore.serial.write(
         0, std::span(reinterpret_cast<const std::uint8_t*>(command.data()), command.size()));
     mFaults.limitSerial(22);
-    write(FeatureId::SerialPort0TransmitLength, static_cast<std::int64_t>(command.size()));
+    (void)write(FeatureId::SerialPort0TransmitLength, static_cast<std::int64_t>(command.size()));
     EXPECT_EQ(read(FeatureId::SerialPort0TransmitLength), 22);
     EXPECT_EQ(nextFrame(), -1);
     mFaults.limitSerial(kForever);
-    write(FeatureId::SerialPort0TransmitLength, static_cast<std::int64_t>(command.size()));
+    (void)write(FeatureId::SerialPort0TransmitLength, static_cast<std::int64_t>(command.size()));
     EXPECT_EQ(nextFrame(), 1);
     EXPECT_EQ(nextFrame(), 2);
     EXPECT_EQ(nextFrame(), -1);

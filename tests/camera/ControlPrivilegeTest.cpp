@@ -43,7 +43,7 @@ TEST(ControlPrivilege, ExclusiveKeepsReadersOut)
 TEST(ControlPrivilege, TheOwnerMayChangeAndRelease)
 {
     ControlPrivilege privilege;
-    privilege.write(2, kHost, 0s);
+    (void)privilege.write(2, kHost, 0s);
     EXPECT_EQ(privilege.write(1, kHost, 0s), GvcpStatus::Success);
     EXPECT_EQ(privilege.value(), 1U);
     EXPECT_EQ(privilege.write(0, kHost, 0s), GvcpStatus::Success);
@@ -55,7 +55,7 @@ TEST(ControlPrivilege, ExpiresInSilence)
 {
     ControlPrivilege privilege;
     EXPECT_FALSE(privilege.isExpired(1h, 3s));
-    privilege.write(2, kHost, 10s);
+    (void)privilege.write(2, kHost, 10s);
     privilege.heard(kOther, 12s);
     EXPECT_FALSE(privilege.isExpired(13s, 3s));
     EXPECT_TRUE(privilege.isExpired(13s + 1ms, 3s));

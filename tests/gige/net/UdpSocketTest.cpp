@@ -158,7 +158,7 @@ TEST(Waker, EndsAWaitFromAnotherThread)
     std::atomic<ReceiveStatus> status{ReceiveStatus::Failed};
     std::thread waiting([&] {
         Bytes buffer(16);
-        status = socket->receive(buffer, std::nullopt, &waker).status;
+        status.store(socket->receive(buffer, std::nullopt, &waker).status);
     });
     waker.wake();
     waiting.join();
