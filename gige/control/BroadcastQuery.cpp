@@ -78,10 +78,10 @@ void BroadcastQuery::repeat()
     }
 }
 
-std::optional<HeardDatagram> BroadcastQuery::next(TimePoint deadline)
+std::optional<HeardDatagram> BroadcastQuery::next(Clock::TimePoint deadline)
 {
     std::unique_lock lock(mLock);
-    if (!mArrived.wait_until(lock, deadline, [this] { return !mHeard.empty(); })) {
+    if (!mClock.waitUntil(lock, mArrived, deadline, [this] { return !mHeard.empty(); })) {
         return std::nullopt;
     }
     HeardDatagram heard = std::move(mHeard.front());

@@ -2,11 +2,11 @@
 #define TELVO_GIGE_CONTROL_BROADCASTQUERY_H
 
 #include "ByteOrder.h"
+#include "Clock.h"
 #include "NetworkInterface.h"
 #include "UdpSocket.h"
 #include "Waker.h"
 
-#include <chrono>
 #include <condition_variable>
 #include <cstddef>
 #include <deque>
@@ -38,9 +38,11 @@ struct HeardDatagram {
 class BroadcastQuery
 {
   public:
-    using TimePoint = std::chrono::steady_clock::time_point;
-
-    explicit BroadcastQuery(wire::Bytes command) : mCommand(std::move(command)) {}
+    /// @param clock  borrowed for the object's life
+    explicit BroadcastQuery(wire::Bytes command, Clock& clock = systemClock())
+        : mClock(clock), mCommand(std::move(command))
+    {
+    }
     ~BroadcastQuery();
     BroadcastQuery(const BroadcastQuery&) = delete;
     BroadcastQuery& operator=(const BroadcastQuery&) = delete;
@@ -50,7 +52,7 @@ class BroadcastQuery
     /// Sends the command once more on every interface asked.
     void repeat();
     /// The next datagram, in order of arrival. None: the time passed.
-    std::optional<HeardDatagram> next(TimePoint deadline);
+    std::optional<HeardDatagram> next(Clock::TimePoint deadline);
 
   private:
     /// One socket and the thread that listens to it. Stays where it is, for the thread's sake.
@@ -68,6 +70,7 @@ class BroadcastQuery
     void hear(Listener& listener);
     void send(Listener& listener) const;
 
+    Clock& mClock;
     wire::Bytes mCommand;
     net::Waker mWaker;
     std::list<Listener> mListeners;

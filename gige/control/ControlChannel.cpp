@@ -38,18 +38,20 @@ std::unique_ptr<ControlChannel> ControlChannel::open(net::Ipv4Address local,
                                                      const LinkSettings& settings,
                                                      const ControlLimits& limits)
 {
-    auto socket = net::UdpSocket::open({.address = local});
-    if (!socket) {
+    auto socket = openControlSocket(local);
+    if (socket == nullptr) {
         return nullptr;
     }
-    std::unique_ptr<ControlChannel> channel(new ControlChannel(
-        std::move(*socket), {.address = device, .port = wire::kGvcpPort}, settings, limits));
-    return channel->mWaker.isValid() ? std::move(channel) : nullptr;
+    return std::make_unique<ControlChannel>(
+        std::move(socket), net::Endpoint{.address = device, .port = wire::kGvcpPort}, settings,
+        limits, systemClock());
 }
 
-ControlChannel::ControlChannel(net::UdpSocket socket, net::Endpoint device,
-                               const LinkSettings& settings, const ControlLimits& limits)
-    : mSocket(std::move(socket)),
+ControlChannel::ControlChannel(std::unique_ptr<ControlSocket> socket, net::Endpoint device,
+                               const LinkSettings& settings, const ControlLimits& limits,
+                               Clock& clock)
+    : mClock(clock),
+      mSocket(std::move(socket)),
       mDevice(device),
       mSettings(settings),
       mLimits(limits),
@@ -60,7 +62,7 @@ ControlChannel::ControlChannel(net::UdpSocket socket, net::Endpoint device,
 Result<wire::Bytes> ControlChannel::execute(const Command& command, TimePoint deadline)
 {
     const Patience& patience = this->patience();
-    const TimePoint end = Clock::now() + patience.silence + patience.pending;
+    const TimePoint end = mClock.now() + patience.silence + patience.pending;
     Allowance allowance{.patience = patience, .deadline = std::min(deadline, end)};
     for (std::uint32_t retries = 0;; ++retries) {
         Exchange done = exchange(command, allowance);
@@ -80,13 +82,13 @@ Result<wire::Bytes> ControlChannel::execute(const Command& command, TimePoint de
 
 void ControlChannel::hurry()
 {
-    mWaitedInVain = Clock::duration::zero();
-    mHurryUntil = Clock::now() + mLimits.leavingTime;
+    mWaitedInVain = Clock::Duration::zero();
+    mHurryUntil = mClock.now() + mLimits.leavingTime;
 }
 
 const Patience& ControlChannel::patience() const
 {
-    if (Clock::now() < mHurryUntil.load()) {
+    if (mClock.now() < mHurryUntil.load()) {
         return mLimits.leaving;
     }
     return mIsOpening ? mLimits.opening : mLimits.connected;
@@ -96,7 +98,7 @@ ControlChannel::Exchange ControlChannel::exchange(const Command& command, Allowa
 {
     Exchange done{.answer = Status::Timeout};
     {
-        const TimePoint turnEnd = Clock::now() + allowance.patience.silence;
+        const TimePoint turnEnd = mClock.now() + allowance.patience.silence;
         const Turn turn(mTurns, std::min(allowance.deadline, turnEnd));
         if (!turn.granted()) {
             return {.answer = mClosed ? Status::NotConnected : Status::Timeout};
@@ -117,30 +119,30 @@ ControlChannel::Exchange ControlChannel::sendUntilAnswered(const Command& comman
         wire::commandDatagram(command.code, wire::kGvcpAckRequired, mRequestId, command.payload);
     std::uint32_t sendings = 0;
     while (sendings <= mSettings.commandRetryCount) {
-        const TimePoint now = Clock::now();
-        const Clock::duration time = sendingTime(allowance);
-        if (now >= allowance.deadline || time <= Clock::duration::zero()) {
+        const TimePoint now = mClock.now();
+        const Clock::Duration time = sendingTime(allowance);
+        if (now >= allowance.deadline || time <= Clock::Duration::zero()) {
             return {.answer = Status::Timeout, .sendings = sendings};
         }
-        if (!mSocket.send(datagram, mDevice)) {
+        if (!mSocket->send(datagram, mDevice)) {
             return {.answer = Status::NetworkError, .sendings = sendings};
         }
         ++sendings;
         const TimePoint end = std::min(allowance.deadline, now + time);
         if (Answer answer = awaitAnswer(command, end, allowance)) {
-            mWaitedInVain = Clock::duration::zero();
+            mWaitedInVain = Clock::Duration::zero();
             return {.answer = std::move(*answer), .sendings = sendings};
         }
-        mWaitedInVain = mWaitedInVain.load() + (Clock::now() - now);
+        mWaitedInVain = mWaitedInVain.load() + (mClock.now() - now);
     }
     return {.answer = Status::Timeout, .sendings = sendings, .triesUsedUp = true};
 }
 
-ControlChannel::Clock::duration ControlChannel::sendingTime(const Allowance& allowance) const
+Clock::Duration ControlChannel::sendingTime(const Allowance& allowance) const
 {
     const milliseconds answerTimeout(mSettings.answerTimeout.load());
-    const Clock::duration silenceLeft = allowance.patience.silence - mWaitedInVain.load();
-    return std::min<Clock::duration>(std::min(answerTimeout, allowance.patience.sending),
+    const Clock::Duration silenceLeft = allowance.patience.silence - mWaitedInVain.load();
+    return std::min<Clock::Duration>(std::min(answerTimeout, allowance.patience.sending),
                                      silenceLeft);
 }
 
@@ -149,9 +151,7 @@ ControlChannel::Answer ControlChannel::awaitAnswer(const Command& command, TimeP
 {
     std::array<std::uint8_t, kReceiveBufferSize> buffer{};
     for (;;) {
-        const auto left = std::chrono::ceil<std::chrono::microseconds>(deadline - Clock::now());
-        const net::Received received =
-            mSocket.receive(buffer, std::max(left, std::chrono::microseconds(0)), &mWaker);
+        const net::Received received = mSocket->receive(buffer, deadline);
         switch (received.status) {
         case net::ReceiveStatus::TimedOut:
             return std::nullopt;
@@ -169,7 +169,7 @@ ControlChannel::Answer ControlChannel::awaitAnswer(const Command& command, TimeP
         if (ack->header.command == wire::GvcpCommand::PendingAck) {
             deadline = std::max(deadline, promisedEnd(ack->payload, allowance));
         } else if (Answer answer = answerIn(*ack, command)) {
-            mLastAnswer = Clock::now();
+            mLastAnswer = mClock.now();
             mAnsweredUntil = mLastAnswer;
             return answer;
         }
@@ -179,7 +179,7 @@ ControlChannel::Answer ControlChannel::awaitAnswer(const Command& command, TimeP
 ControlChannel::TimePoint ControlChannel::promisedEnd(wire::ByteView payload, Allowance& allowance)
 {
     const auto pending = wire::decodePendingAck(payload);
-    const TimePoint now = Clock::now();
+    const TimePoint now = mClock.now();
     if (!pending) {
         return now;
     }
@@ -210,7 +210,7 @@ ControlChannel::Answer ControlChannel::answerIn(const wire::GvcpAckPacket& ack,
 
 bool ControlChannel::sleep(milliseconds time)
 {
-    return mTurns.sleepUntil(Clock::now() + time);
+    return mTurns.sleepUntil(mClock.now() + time);
 }
 
 bool ControlChannel::close()
@@ -219,17 +219,17 @@ bool ControlChannel::close()
         return false;
     }
     mTurns.close();
-    mWaker.wake();
+    mSocket->wake();
     return true;
 }
 
 Status ControlChannel::executeLast(const Command& command)
 {
     mTurns.drain();
-    mWaker.clear();
-    mWaitedInVain = Clock::duration::zero();
+    mSocket->clear();
+    mWaitedInVain = Clock::Duration::zero();
     Allowance allowance{.patience = mLimits.leaving,
-                        .deadline = Clock::now() + mLimits.leaving.silence};
+                        .deadline = mClock.now() + mLimits.leaving.silence};
     return sendUntilAnswered(command, allowance).answer.status();
 }
 

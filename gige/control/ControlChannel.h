@@ -2,14 +2,14 @@
 #define TELVO_GIGE_CONTROL_CONTROLCHANNEL_H
 
 #include "ByteOrder.h"
+#include "Clock.h"
 #include "ControlLimits.h"
+#include "ControlSocket.h"
 #include "ControlStatus.h"
 #include "GvcpHeader.h"
 #include "Ipv4Address.h"
 #include "LinkSettings.h"
 #include "TurnQueue.h"
-#include "UdpSocket.h"
-#include "Waker.h"
 
 #include <atomic>
 #include <chrono>
@@ -42,8 +42,7 @@ struct Command {
 class ControlChannel
 {
   public:
-    using Clock = std::chrono::steady_clock;
-    using TimePoint = Clock::time_point;
+    using TimePoint = Clock::TimePoint;
 
     /**
      * @param local     address of the interface that leads to the device
@@ -55,6 +54,10 @@ class ControlChannel
     static std::unique_ptr<ControlChannel> open(net::Ipv4Address local, net::Ipv4Address device,
                                                 const LinkSettings& settings,
                                                 const ControlLimits& limits = {});
+    /// @param socket  how to reach the device
+    /// @param clock   the one that the socket waits by; borrowed for the channel's life
+    ControlChannel(std::unique_ptr<ControlSocket> socket, net::Endpoint device,
+                   const LinkSettings& settings, const ControlLimits& limits, Clock& clock);
 
     /**
      * Sends the command and waits for its answer.
@@ -99,7 +102,7 @@ class ControlChannel
     /// that a PENDING_ACK named, which counts for so long only as one command may be pending. At
     /// first: when the channel was opened.
     [[nodiscard]] TimePoint answeredUntil() const { return mAnsweredUntil; }
-    [[nodiscard]] net::Endpoint localEndpoint() const { return mSocket.localEndpoint(); }
+    [[nodiscard]] Clock& clock() const { return mClock; }
 
   private:
     /// Answer to one request id, and how often the command was sent under it.
@@ -116,30 +119,27 @@ class ControlChannel
         std::optional<TimePoint> pendingEnd{}; // from the first PENDING_ACK on
     };
 
-    ControlChannel(net::UdpSocket socket, net::Endpoint device, const LinkSettings& settings,
-                   const ControlLimits& limits);
-
     [[nodiscard]] const Patience& patience() const;
     Exchange exchange(const Command& command, Allowance& allowance);
     Exchange sendUntilAnswered(const Command& command, Allowance& allowance);
     /// How long the next sending may wait; none left: zero or less.
-    [[nodiscard]] Clock::duration sendingTime(const Allowance& allowance) const;
+    [[nodiscard]] Clock::Duration sendingTime(const Allowance& allowance) const;
     Answer awaitAnswer(const Command& command, TimePoint deadline, Allowance& allowance);
     /// Up to when a PENDING_ACK may be waited for; now, if it is malformed or the time is used up.
     TimePoint promisedEnd(wire::ByteView payload, Allowance& allowance);
     /// None: the acknowledge does not answer the command.
     static Answer answerIn(const wire::GvcpAckPacket& ack, const Command& command);
 
-    net::UdpSocket mSocket;
+    Clock& mClock;
+    std::unique_ptr<ControlSocket> mSocket;
     net::Endpoint mDevice;
     const LinkSettings& mSettings;
     const ControlLimits mLimits;
-    net::Waker mWaker;
-    TurnQueue mTurns;
+    TurnQueue mTurns{mClock};
     std::uint16_t mRequestId;
-    TimePoint mLastAnswer = Clock::now();
+    TimePoint mLastAnswer = mClock.now();
     std::atomic<TimePoint> mAnsweredUntil{mLastAnswer};
-    std::atomic<Clock::duration> mWaitedInVain{Clock::duration::zero()}; // since the last answer
+    std::atomic<Clock::Duration> mWaitedInVain{Clock::Duration::zero()}; // since the last answer
     std::atomic<TimePoint> mHurryUntil{TimePoint::min()};
     std::atomic<bool> mIsOpening{false};
     std::atomic<bool> mClosed{false};

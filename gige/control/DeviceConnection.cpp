@@ -17,9 +17,16 @@ Result<std::unique_ptr<DeviceConnection>> DeviceConnection::open(const DeviceAdd
                                                                  const ControlLimits& limits)
 {
     auto channel = ControlChannel::open(address.interface.address, address.ip, settings, limits);
-    if (!channel) {
-        return Status::NetworkError;
-    }
+    return channel
+               ? open(std::move(channel), address, access, settings, std::move(linkLost), limits)
+               : Status::NetworkError;
+}
+
+Result<std::unique_ptr<DeviceConnection>>
+DeviceConnection::open(std::unique_ptr<ControlChannel> channel, const DeviceAddress& address,
+                       AccessType access, const LinkSettings& settings,
+                       std::function<void()> linkLost, const ControlLimits& limits)
+{
     std::unique_ptr<DeviceConnection> device(
         new DeviceConnection(address, access, std::move(channel)));
     const auto opening = device->opening();

@@ -45,6 +45,10 @@ class DeviceConnection
     static Result<std::unique_ptr<DeviceConnection>>
     open(const DeviceAddress& address, AccessType access, const LinkSettings& settings,
          std::function<void()> linkLost, const ControlLimits& limits = {});
+    /// The same over a channel to that address.
+    static Result<std::unique_ptr<DeviceConnection>>
+    open(std::unique_ptr<ControlChannel> channel, const DeviceAddress& address, AccessType access,
+         const LinkSettings& settings, std::function<void()> linkLost, const ControlLimits& limits);
     /// Disconnects.
     ~DeviceConnection();
     DeviceConnection(const DeviceConnection&) = delete;

@@ -14,7 +14,6 @@ namespace gige::control
 namespace
 {
 
-using Clock = std::chrono::steady_clock;
 using std::chrono_literals::operator""ms;
 
 /// How often a discovery looks whether it is to end early.
@@ -27,12 +26,14 @@ class Search
     using Take = std::function<void(const DiscoveredDevice&)>;
 
     /// @param take  gets every answer
-    explicit Search(Take take, std::stop_token stop = {})
-        : mTake(std::move(take)),
+    explicit Search(Take take, Clock& clock, std::stop_token stop = {})
+        : mClock(clock),
+          mTake(std::move(take)),
           mStop(std::move(stop)),
           mQuery(wire::commandDatagram(wire::GvcpCommand::Discovery,
                                        wire::kGvcpAckRequired | wire::kGvcpBroadcastAckAllowed,
-                                       kDiscoveryId))
+                                       kDiscoveryId),
+                 clock)
     {
     }
 
@@ -44,15 +45,15 @@ class Search
     }
 
     /// No answer is taken from this time on.
-    void endBy(Clock::time_point time) { mEnd = std::min(mEnd, time); }
+    void endBy(Clock::TimePoint time) { mEnd = std::min(mEnd, time); }
 
-    [[nodiscard]] bool isEnding() const { return mEnd != Clock::time_point::max(); }
+    [[nodiscard]] bool isEnding() const { return mEnd != Clock::TimePoint::max(); }
 
     /// @return false: the search has ended
-    bool collectUntil(Clock::time_point time)
+    bool collectUntil(Clock::TimePoint time)
     {
         for (;;) {
-            const auto now = Clock::now();
+            const auto now = mClock.now();
             if (mStop.stop_requested() || now >= mEnd) {
                 return false;
             }
@@ -67,7 +68,7 @@ class Search
     }
 
     /// Asks again half-way.
-    void collectBetween(Clock::time_point start, Clock::time_point end)
+    void collectBetween(Clock::TimePoint start, Clock::TimePoint end)
     {
         if (collectUntil(start + (end - start) / 2)) {
             mQuery.repeat();
@@ -76,10 +77,11 @@ class Search
     }
 
   private:
+    Clock& mClock;
     Take mTake;
     std::stop_token mStop;
     BroadcastQuery mQuery;
-    Clock::time_point mEnd = Clock::time_point::max();
+    Clock::TimePoint mEnd = Clock::TimePoint::max();
 };
 
 } // namespace
@@ -93,18 +95,18 @@ std::vector<net::NetworkInterface> usableInterfaces()
 
 std::vector<DiscoveredDevice> discover(const std::vector<net::NetworkInterface>& interfaces,
                                        std::chrono::milliseconds time, const DeviceFound& found,
-                                       const std::stop_token& stop)
+                                       const std::stop_token& stop, Clock& clock)
 {
-    const auto start = Clock::now();
+    const auto start = clock.now();
     DiscoveryList list;
     Search search(
         [&](const DiscoveredDevice& answer) {
             const DiscoveredDevice* const news = list.add(answer);
             if (news != nullptr && found && !found(*news)) {
-                search.endBy(Clock::now());
+                search.endBy(clock.now());
             }
         },
-        stop);
+        clock, stop);
     search.ask(interfaces);
     search.collectBetween(start, start + time);
     return list.devices();
@@ -113,22 +115,24 @@ std::vector<DiscoveredDevice> discover(const std::vector<net::NetworkInterface>&
 std::optional<DiscoveredDevice> findDevice(const wire::MacAddress& mac,
                                            const std::vector<net::NetworkInterface>& interfaces,
                                            std::chrono::milliseconds time,
-                                           std::chrono::milliseconds rivalTime)
+                                           std::chrono::milliseconds rivalTime, Clock& clock)
 {
     DiscoveryList list; // of this one MAC, so that no others fill it
-    Search search([&](const DiscoveredDevice& answer) {
-        const DiscoveredDevice* const news = answer.info.mac == mac ? list.add(answer) : nullptr;
-        if (news != nullptr && (news->hasRival || news->inSubnet())) {
-            // Not in its subnet: an interface that is may hear it, too.
-            search.endBy(Clock::now() + (news->hasRival ? 0ms : rivalTime));
-        }
-    });
+    Search search(
+        [&](const DiscoveredDevice& answer) {
+            const auto* const news = answer.info.mac == mac ? list.add(answer) : nullptr;
+            if (news != nullptr && (news->hasRival || news->inSubnet())) {
+                // Not in its subnet: an interface that is may hear it, too.
+                search.endBy(clock.now() + (news->hasRival ? 0ms : rivalTime));
+            }
+        },
+        clock);
     std::vector<net::NetworkInterface> loopback;
     std::vector<net::NetworkInterface> network;
     std::ranges::partition_copy(interfaces, std::back_inserter(loopback),
                                 std::back_inserter(network), &net::NetworkInterface::isLoopback);
 
-    const auto start = Clock::now();
+    const auto start = clock.now();
     search.ask(loopback);
     if (!loopback.empty()) {
         search.collectUntil(start + std::min(kLoopbackHeadStart, time));

@@ -1,6 +1,7 @@
 #ifndef TELVO_GIGE_CONTROL_DISCOVERY_H
 #define TELVO_GIGE_CONTROL_DISCOVERY_H
 
+#include "Clock.h"
 #include "DiscoveryList.h"
 #include "MacAddress.h"
 #include "NetworkInterface.h"
@@ -40,7 +41,8 @@ std::vector<net::NetworkInterface> usableInterfaces();
 std::vector<DiscoveredDevice> discover(const std::vector<net::NetworkInterface>& interfaces,
                                        std::chrono::milliseconds time = kDiscoveryTime,
                                        const DeviceFound& found = nullptr,
-                                       const std::stop_token& stop = {});
+                                       const std::stop_token& stop = {},
+                                       Clock& clock = systemClock());
 
 /**
  * Looks for one device, on loopback interfaces first, and returns soon after its first answer.
@@ -50,7 +52,8 @@ std::vector<DiscoveredDevice> discover(const std::vector<net::NetworkInterface>&
 std::optional<DiscoveredDevice> findDevice(const wire::MacAddress& mac,
                                            const std::vector<net::NetworkInterface>& interfaces,
                                            std::chrono::milliseconds time = kDiscoveryTime,
-                                           std::chrono::milliseconds rivalTime = kRivalTime);
+                                           std::chrono::milliseconds rivalTime = kRivalTime,
+                                           Clock& clock = systemClock());
 
 } // namespace gige::control
 

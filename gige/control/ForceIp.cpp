@@ -12,8 +12,6 @@ namespace gige::control
 namespace
 {
 
-using Clock = std::chrono::steady_clock;
-
 constexpr std::uint16_t kForceIpId = 0xFFFE; // the request id of every FORCEIP
 /// Longest look for the device, and the pause before the next, while it takes its address.
 constexpr std::chrono::milliseconds kLookTime{500};
@@ -35,27 +33,30 @@ std::optional<Status> refusalIn(const std::optional<HeardDatagram>& heard,
 } // namespace
 
 Status forceIp(const wire::ForceIp& request, const std::vector<net::NetworkInterface>& interfaces,
-               std::chrono::milliseconds time)
+               std::chrono::milliseconds time, Clock& clock)
 {
-    const auto before = findDevice(request.mac, interfaces);
+    const auto before = findDevice(request.mac, interfaces, kDiscoveryTime, kRivalTime, clock);
     const std::vector<net::NetworkInterface> reaching =
         before ? std::vector{before->interface} : interfaces;
 
-    BroadcastQuery query(wire::commandDatagram(
-        wire::GvcpCommand::ForceIp, wire::kGvcpAckRequired | wire::kGvcpBroadcastAckAllowed,
-        kForceIpId, encode(request)));
+    BroadcastQuery query(
+        wire::commandDatagram(wire::GvcpCommand::ForceIp,
+                              wire::kGvcpAckRequired | wire::kGvcpBroadcastAckAllowed, kForceIpId,
+                              encode(request)),
+        clock);
     for (const net::NetworkInterface& interface : reaching) {
         query.ask(interface);
     }
     // The acknowledge is often lost together with the old address: only a discovery tells.
-    const auto end = Clock::now() + time;
-    for (auto now = Clock::now(); now < end; now = Clock::now()) {
+    const auto end = clock.now() + time;
+    for (auto now = clock.now(); now < end; now = clock.now()) {
         const auto look = std::chrono::ceil<std::chrono::milliseconds>(end - now);
-        const auto device = findDevice(request.mac, reaching, std::min(kLookTime, look));
+        const auto device =
+            findDevice(request.mac, reaching, std::min(kLookTime, look), kRivalTime, clock);
         if (device && (request.address == 0 || device->info.address == request.address)) {
             return Status::Ok;
         }
-        if (const auto refusal = refusalIn(query.next(Clock::now() + kLookPause), before)) {
+        if (const auto refusal = refusalIn(query.next(clock.now() + kLookPause), before)) {
             return *refusal;
         }
     }

@@ -26,7 +26,7 @@ inline constexpr std::chrono::milliseconds kForceIpTime{3000};
  * does not answer, or not under the address
  */
 Status forceIp(const wire::ForceIp& request, const std::vector<net::NetworkInterface>& interfaces,
-               std::chrono::milliseconds time = kForceIpTime);
+               std::chrono::milliseconds time = kForceIpTime, Clock& clock = systemClock());
 
 } // namespace gige::control
 

@@ -128,7 +128,7 @@ Heartbeat::Beat Heartbeat::beat()
 Heartbeat::Beat Heartbeat::unanswered() const
 {
     // Looked up anew, since another thread's command may have been answered in the meantime.
-    return ControlChannel::Clock::now() >= silenceEnds() ? Beat::LinkLost : Beat::Unanswered;
+    return mChannel.clock().now() >= silenceEnds() ? Beat::LinkLost : Beat::Unanswered;
 }
 
 ControlChannel::TimePoint Heartbeat::silenceEnds() const

@@ -10,7 +10,8 @@ bool TurnQueue::enter(TimePoint deadline)
     std::unique_lock lock(mLock);
     const std::uint64_t ticket = mNextTicket++;
     mTickets.push_back(ticket);
-    mChanged.wait_until(lock, deadline, [&] { return mClosed || mTickets.front() == ticket; });
+    mClock.waitUntil(lock, mChanged, deadline,
+                     [&] { return mClosed || mTickets.front() == ticket; });
     if (!mClosed && mTickets.front() == ticket) {
         return true;
     }
@@ -42,7 +43,7 @@ void TurnQueue::drain()
 bool TurnQueue::sleepUntil(TimePoint end)
 {
     std::unique_lock lock(mLock);
-    return !mChanged.wait_until(lock, end, [this] { return mClosed; });
+    return !mClock.waitUntil(lock, mChanged, end, [this] { return mClosed; });
 }
 
 } // namespace gige::control

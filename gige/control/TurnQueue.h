@@ -1,7 +1,8 @@
 #ifndef TELVO_GIGE_CONTROL_TURNQUEUE_H
 #define TELVO_GIGE_CONTROL_TURNQUEUE_H
 
-#include <chrono>
+#include "Clock.h"
+
 #include <condition_variable>
 #include <cstdint>
 #include <deque>
@@ -18,7 +19,10 @@ namespace gige::control
 class TurnQueue
 {
   public:
-    using TimePoint = std::chrono::steady_clock::time_point;
+    using TimePoint = Clock::TimePoint;
+
+    /// @param clock  borrowed for the object's life
+    explicit TurnQueue(Clock& clock) : mClock(clock) {}
 
     /// Waits for the turn. @return false: the time passed, or the queue is closed
     [[nodiscard]] bool enter(TimePoint deadline);
@@ -32,6 +36,7 @@ class TurnQueue
     [[nodiscard]] bool sleepUntil(TimePoint end);
 
   private:
+    Clock& mClock;
     std::mutex mLock;
     std::condition_variable mChanged;
     std::deque<std::uint64_t> mTickets; // the front one has its turn

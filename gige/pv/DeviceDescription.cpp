@@ -61,7 +61,7 @@ bool readDescription(DeviceRegisters& registers,
                      const std::function<bool(const std::string& xml)>& use,
                      std::chrono::milliseconds time)
 {
-    const auto deadline = gige::control::ControlChannel::Clock::now() + time;
+    const auto deadline = gige::control::systemClock().now() + time;
     return tryUrl(registers, gige::wire::kRegFirstUrl, use, deadline) ||
            tryUrl(registers, gige::wire::kRegSecondUrl, use, deadline);
 }

@@ -20,7 +20,7 @@ TEST(BroadcastQuery, TellsWhoSentWhatItHeard)
     const FakeDevice device("127.0.2.15");
     BroadcastQuery query(kDiscovery);
     query.ask(loopback());
-    const auto heard = query.next(BroadcastQuery::TimePoint::clock::now() + milliseconds(20'000));
+    const auto heard = query.next(systemClock().now() + milliseconds(20'000));
     ASSERT_TRUE(heard);
     EXPECT_EQ(heard->source, (net::Endpoint{.address = {0x7F00020F}, .port = 3956}));
     EXPECT_EQ(heard->interface.name, "lo");
@@ -47,7 +47,7 @@ TEST(BroadcastQuery, KeepsNoMoreThanItsLimitForWhoeverDoesNotTakeIt)
     }
     ASSERT_TRUE(done);
     std::size_t kept = 0;
-    while (query.next(BroadcastQuery::TimePoint::clock::now() + milliseconds(50))) {
+    while (query.next(systemClock().now() + milliseconds(50))) {
         ++kept;
     }
     EXPECT_GT(kept, 0U);

@@ -1,6 +1,8 @@
 #include "ControlChannel.h"
 
 #include "ControlFixture.h"
+#include "DirectLine.h"
+#include "TestClock.h"
 
 #include <gtest/gtest.h>
 #include <thread>
@@ -13,11 +15,11 @@ namespace
 
 using std::chrono::milliseconds;
 
-/// A device at 127.0.2.1, and a channel to it that is patient unless a test needs it otherwise.
-class ControlChannelTest : public testing::Test
+/// A channel to a device that is patient unless a test needs it otherwise.
+class ControlChannelFixture : public testing::Test
 {
   protected:
-    ControlChannelTest()
+    ControlChannelFixture()
     {
         mSettings.answerTimeout = 5000;
         mSettings.commandRetryCount = 3;
@@ -25,6 +27,23 @@ class ControlChannelTest : public testing::Test
 
     Result<wire::Bytes> readVersion() { return mChannel->execute(kReadVersion); }
     Result<wire::Bytes> takeControl() { return mChannel->execute(kTakeControl); }
+
+    const Command kReadVersion{.code = wire::GvcpCommand::ReadRegister,
+                               .payload = {0, 0, 0, 0},
+                               .acceptable = [](wire::ByteView ack) { return ack.size() >= 4; }};
+    const Command kTakeControl{.code = wire::GvcpCommand::WriteRegister,
+                               .payload = {0, 0, 0x0A, 0, 0, 0, 0, 2}};
+    const wire::Bytes kVersion{0, 1, 0, 2};
+
+    LinkSettings mSettings;
+    std::unique_ptr<ControlChannel> mChannel;
+};
+
+/// Over no network, in a time that only waiting lets pass.
+class ControlChannelTest : public ControlChannelFixture
+{
+  protected:
+    ControlChannelTest() { reopen({}); }
 
     /// Every command gets what the script makes of its faultless answer.
     void answerWith(std::vector<FakeAnswer> (*script)(const FakeCommand&))
@@ -34,7 +53,10 @@ class ControlChannelTest : public testing::Test
 
     void reopen(const ControlLimits& limits)
     {
-        mChannel = ControlChannel::open(kHost, {0x7F000201}, mSettings, limits);
+        const net::Endpoint device{.address = {0x7F000201}, .port = 3956};
+        mChannel =
+            std::make_unique<ControlChannel>(std::make_unique<DirectLine>(mDevice, device, mClock),
+                                             device, mSettings, limits, mClock);
     }
 
     void reopenWithPendingTime(milliseconds time)
@@ -49,16 +71,22 @@ class ControlChannelTest : public testing::Test
             30, {.datagram = pendingAck(command, 10'000), .delay = milliseconds(20)});
     }
 
-    const Command kReadVersion{.code = wire::GvcpCommand::ReadRegister,
-                               .payload = {0, 0, 0, 0},
-                               .acceptable = [](wire::ByteView ack) { return ack.size() >= 4; }};
-    const Command kTakeControl{.code = wire::GvcpCommand::WriteRegister,
-                               .payload = {0, 0, 0x0A, 0, 0, 0, 0, 2}};
-    const wire::Bytes kVersion{0, 1, 0, 2};
+    [[nodiscard]] std::int64_t elapsed(Clock::TimePoint since) const
+    {
+        return std::chrono::duration_cast<milliseconds>(mClock.now() - since).count();
+    }
+
+    DeviceModel mDevice{0x7F000201};
+    TestClock mClock;
+};
+
+/// A device at 127.0.2.1, and a channel to it over the network.
+class ControlChannelNetworkTest : public ControlChannelFixture
+{
+  protected:
+    ControlChannelNetworkTest() { mChannel = ControlChannel::open(kHost, {0x7F000201}, mSettings); }
 
     FakeDevice mDevice{"127.0.2.1"};
-    LinkSettings mSettings;
-    std::unique_ptr<ControlChannel> mChannel = ControlChannel::open(kHost, {0x7F000201}, mSettings);
 };
 
 TEST_F(ControlChannelTest, SendsTheStandardsBytesAndReturnsTheAnswersPayload)
@@ -104,7 +132,7 @@ TEST_F(ControlChannelTest, GivesUpAfterTheRetriesWithATimeout)
 {
     mSettings.answerTimeout = 100;
     mDevice.setSilent(true);
-    const auto start = ControlChannel::Clock::now();
+    const auto start = mClock.now();
     EXPECT_EQ(readVersion().status(), Status::Timeout);
     EXPECT_GE(elapsed(start), 4 * 100);
     EXPECT_TRUE(mDevice.waitForCount(kReadRegisterCommand, 4));
@@ -125,14 +153,14 @@ TEST_F(ControlChannelTest, PatienceChangesWhileConnected)
 TEST_F(ControlChannelTest, ADeadlineEndsTheTriesEarly)
 {
     mDevice.setSilent(true);
-    const auto start = ControlChannel::Clock::now();
+    const auto start = mClock.now();
     const auto answer = mChannel->execute(kReadVersion, start + milliseconds(50));
     EXPECT_EQ(answer.status(), Status::Timeout);
     EXPECT_TRUE(mDevice.waitForCount(kReadRegisterCommand, 1));
     EXPECT_EQ(mDevice.count(kReadRegisterCommand), 1U);
 }
 
-TEST_F(ControlChannelTest, ADeviceThatIsNotThereIsATimeout)
+TEST_F(ControlChannelNetworkTest, ADeviceThatIsNotThereIsATimeout)
 {
     mSettings.answerTimeout = 20;
     const auto nobody = ControlChannel::open(kHost, {0x7F0002FA}, mSettings);
@@ -140,7 +168,7 @@ TEST_F(ControlChannelTest, ADeviceThatIsNotThereIsATimeout)
     EXPECT_EQ(nobody->execute(kReadVersion).status(), Status::Timeout);
 }
 
-TEST_F(ControlChannelTest, NeedsAnAddressOfThisMachine)
+TEST_F(ControlChannelNetworkTest, NeedsAnAddressOfThisMachine)
 {
     EXPECT_EQ(ControlChannel::open({0xC0000201}, {0x7F000201}, mSettings), nullptr);
 }
@@ -159,9 +187,9 @@ TEST_F(ControlChannelTest, DropsAnswersToOtherCommands)
     EXPECT_EQ(*answer, kVersion);
 }
 
-TEST_F(ControlChannelTest, DropsAnswersFromAnotherPortOrAddress)
+TEST_F(ControlChannelNetworkTest, DropsAnswersFromAnotherPortOrAddress)
 {
-    answerWith([](const FakeCommand& command) {
+    mDevice.setScript([](const FakeCommand& command) {
         Bytes wrong = command.ack;
         wrong.back() = 0xEE;
         return std::vector<FakeAnswer>{{.datagram = wrong, .fromOtherPort = true},
@@ -269,7 +297,7 @@ TEST_F(ControlChannelTest, AfterABrokenPendingPromiseTheSameIdIsSentAgain)
         return std::vector{std::exchange(first, false) ? FakeAnswer{pendingAck(command, 1000)}
                                                        : FakeAnswer{command.ack}};
     });
-    const auto start = ControlChannel::Clock::now();
+    const auto start = mClock.now();
     EXPECT_TRUE(takeControl());
     EXPECT_GE(elapsed(start), 1000);
     const auto sent = mDevice.commands(kWriteRegisterCommand);
@@ -287,7 +315,7 @@ TEST_F(ControlChannelTest, PendingAnswersForAnotherIdOrTooShortMeanNothing)
             {withRequestId(pendingAck(command, 60000), otherId)},
             {withCode(errorAck(command, 0), 0x0089)}}; // without the time
     });
-    const auto start = ControlChannel::Clock::now();
+    const auto start = mClock.now();
     EXPECT_EQ(takeControl().status(), Status::Timeout);
     EXPECT_LT(elapsed(start), 10'000);
 }
@@ -299,12 +327,14 @@ TEST_F(ControlChannelTest, APendingAnswerShowsThatTheDeviceLives)
             {pendingAck(command, 0xFFFF)},
             {.datagram = errorAck(command, 0x8002), .delay = milliseconds(300)}};
     });
-    const auto start = ControlChannel::Clock::now();
+    mClock.setThreads(2);
+    const auto start = mClock.now();
     std::thread asking([this] { EXPECT_FALSE(takeControl()); });
     ASSERT_TRUE(mDevice.waitForCount(kWriteRegisterCommand, 1));
-    std::this_thread::sleep_for(milliseconds(100));
+    mClock.run(milliseconds(100));
     EXPECT_GE(mChannel->answeredUntil(), start + milliseconds(20'000));
     EXPECT_LE(mChannel->answeredUntil(), start + milliseconds(30'000)); // of the 65 s wanted
+    mClock.leave();
     asking.join();
 }
 
@@ -314,7 +344,7 @@ TEST_F(ControlChannelTest, PendingTimeIsLimitedForACommandAsAWhole)
     mSettings.commandRetryCount = 0;
     reopenWithPendingTime(milliseconds(300));
     answerWith(promises);
-    const auto start = ControlChannel::Clock::now();
+    const auto start = mClock.now();
     EXPECT_EQ(takeControl().status(), Status::Timeout);
     EXPECT_LT(elapsed(start), 5'000) << "each of its promises names ten seconds";
 }
@@ -340,7 +370,7 @@ TEST_F(ControlChannelTest, PromisesAloneDoNotShowForEverThatTheDeviceLives)
     mSettings.commandRetryCount = 0;
     constexpr milliseconds kPendingTime{1000};
     reopenWithPendingTime(kPendingTime);
-    const auto opened = ControlChannel::Clock::now();
+    const auto opened = mClock.now();
     answerWith(promises);
     EXPECT_FALSE(takeControl());
     EXPECT_FALSE(takeControl());
@@ -351,7 +381,7 @@ TEST_F(ControlChannelTest, PromisesAloneDoNotShowForEverThatTheDeviceLives)
 TEST_F(ControlChannelTest, ADeadlineEndsAPendingCommand)
 {
     answerWith(promises);
-    const auto start = ControlChannel::Clock::now();
+    const auto start = mClock.now();
     const auto answer = mChannel->execute(kTakeControl, start + milliseconds(100));
     EXPECT_EQ(answer.status(), Status::Timeout);
     EXPECT_LT(elapsed(start), 5'000);
@@ -361,7 +391,7 @@ TEST_F(ControlChannelTest, AHurriedCommandGetsNoPendingTime)
 {
     answerWith(promises);
     mChannel->hurry();
-    const auto start = ControlChannel::Clock::now();
+    const auto start = mClock.now();
     EXPECT_EQ(takeControl().status(), Status::Timeout);
     EXPECT_EQ(takeControl().status(), Status::Timeout);
     EXPECT_LT(elapsed(start), 4'000) << "nominally, 400 ms for both";
@@ -374,18 +404,19 @@ TEST_F(ControlChannelTest, AHurriedCommandEndsWhenTheDeviceStaysBusy)
         return std::vector<FakeAnswer>{{errorAck(command, 0x8007)}};
     });
     mChannel->hurry();
-    const auto start = ControlChannel::Clock::now();
+    const auto start = mClock.now();
     EXPECT_FALSE(takeControl());
     EXPECT_LT(elapsed(start), 5'000);
 }
 
 TEST_F(ControlChannelTest, AHurriedCommandWaitsForNoOtherLong)
 {
+    mClock.setThreads(2);
     answerWith(promises);
     std::thread waiting([this] { EXPECT_FALSE(takeControl()); });
     ASSERT_TRUE(mDevice.waitForCount(kWriteRegisterCommand, 1));
     mChannel->hurry();
-    const auto start = ControlChannel::Clock::now();
+    const auto start = mClock.now();
     EXPECT_EQ(readVersion().status(), Status::Timeout);
     EXPECT_LT(elapsed(start), 5'000);
     mChannel->close();
@@ -400,7 +431,7 @@ TEST_F(ControlChannelTest, AHostThatDoesNotLeaveIsPatientAgain)
                                        {.datagram = command.ack, .delay = milliseconds(700)}};
     });
     mChannel->hurry();
-    std::this_thread::sleep_for(milliseconds(5));
+    mClock.advance(milliseconds(5));
     EXPECT_TRUE(takeControl());
 }
 
@@ -408,7 +439,7 @@ TEST_F(ControlChannelTest, TheLastCommandGetsNoPendingTime)
 {
     answerWith(promises);
     mChannel->close();
-    const auto start = ControlChannel::Clock::now();
+    const auto start = mClock.now();
     EXPECT_EQ(mChannel->executeLast(kTakeControl), Status::Timeout);
     EXPECT_LT(elapsed(start), 4'000) << "nominally 400 ms";
 }
@@ -449,7 +480,7 @@ TEST_F(ControlChannelTest, WhileOpeningEveryAnswerGivesNewTime)
         return std::vector<FakeAnswer>{{.datagram = command.ack, .delay = milliseconds(500)}};
     });
     const ControlChannel::Opening opening(*mChannel);
-    const auto start = ControlChannel::Clock::now();
+    const auto start = mClock.now();
     for (int i = 0; i < 4; ++i) {
         EXPECT_TRUE(readVersion());
     }
@@ -474,7 +505,7 @@ TEST_F(ControlChannelTest, ABusyDeviceIsAskedAnewAfterAPause)
         return std::vector{++tries < 3 ? FakeAnswer{errorAck(command, 0x8007)}
                                        : FakeAnswer{command.ack}};
     });
-    const auto start = ControlChannel::Clock::now();
+    const auto start = mClock.now();
     EXPECT_TRUE(takeControl());
     EXPECT_GE(elapsed(start), 200);
     const auto sent = mDevice.commands(kWriteRegisterCommand);
@@ -524,11 +555,11 @@ TEST_F(ControlChannelTest, AReadIsAskedAnewEvenIfItWasRepeated)
     EXPECT_TRUE(readVersion());
 }
 
-TEST_F(ControlChannelTest, ClosingEndsAWaitingCommandAtOnce)
+TEST_F(ControlChannelNetworkTest, ClosingEndsAWaitingCommandAtOnce)
 {
     mSettings.answerTimeout = 60'000;
     mDevice.setSilent(true);
-    const auto start = ControlChannel::Clock::now();
+    const auto start = std::chrono::steady_clock::now();
     std::thread closing([this] {
         EXPECT_TRUE(mDevice.waitForCount(kReadRegisterCommand, 1));
         EXPECT_TRUE(mChannel->close());
@@ -559,7 +590,7 @@ TEST_F(ControlChannelTest, AnUnansweredCommandClosesTheChannelIfSoWanted)
     EXPECT_EQ(readVersion().status(), Status::NotConnected);
 }
 
-TEST_F(ControlChannelTest, ManyThreadsGetEachItsOwnAnswer)
+TEST_F(ControlChannelNetworkTest, ManyThreadsGetEachItsOwnAnswer)
 {
     mDevice.setRegister(0x1000, 0xA0A0A0A0);
     mDevice.setRegister(0x1004, 0xB1B1B1B1);

@@ -1,6 +1,8 @@
 #include "DeviceConnection.h"
 
 #include "ControlFixture.h"
+#include "DirectLine.h"
+#include "TestClock.h"
 
 #include <algorithm>
 #include <atomic>
@@ -18,42 +20,32 @@ using std::chrono::milliseconds;
 constexpr std::uint32_t kCcp = 0x0A00;
 constexpr std::uint32_t kHeartbeatTimeout = 0x0938;
 
-class DeviceConnectionTest : public testing::Test
+/// A connection that beats often, and waits for what its heartbeat brings.
+class DeviceConnectionFixture : public testing::Test
 {
   protected:
-    DeviceConnectionTest()
+    explicit DeviceConnectionFixture(DeviceModel& device) : mDevice(device)
     {
         mSettings.answerTimeout = 1000;
         mSettings.commandRetryCount = 1;
         mSettings.heartbeatInterval = 20;
     }
 
-    Result<std::unique_ptr<DeviceConnection>> open(AccessType access = AccessType::Exclusive)
-    {
-        return DeviceConnection::open(
-            {.ip = {0x7F00021F}, .interface = loopback()}, access, mSettings,
-            [this] {
-                mLostOn = std::this_thread::get_id();
-                ++mLost;
-            },
-            mLimits);
-    }
+    virtual void pass(milliseconds time) = 0;
 
-    /// Opens, or fails the test.
-    std::unique_ptr<DeviceConnection> connected(AccessType access = AccessType::Exclusive)
+    void tell()
     {
-        auto opened = open(access);
-        EXPECT_TRUE(opened);
-        return opened ? std::move(*opened) : nullptr;
+        mLostOn = std::this_thread::get_id();
+        ++mLost;
     }
 
     /// The device then loses its patience, and we ours, within this time of silence.
     void setHeartbeatTimeout(std::uint32_t timeout) { mSettings.defaultHeartbeatTimeout = timeout; }
 
-    bool waitForLoss() const
+    bool waitForLoss()
     {
         for (int i = 0; i < 2000 && mLost == 0; ++i) {
-            std::this_thread::sleep_for(milliseconds(5));
+            pass(milliseconds(5));
         }
         return mLost != 0;
     }
@@ -68,31 +60,89 @@ class DeviceConnectionTest : public testing::Test
         return count;
     }
 
-    bool waitForWrite(std::uint32_t address) const
+    bool waitForWrite(std::uint32_t address)
     {
         const auto isIt = [address](const FakeCommand& one) { return one.firstWord == address; };
         for (int i = 0; i < 2000; ++i) {
             if (std::ranges::any_of(mDevice.commands(kWriteRegisterCommand), isIt)) {
                 return true;
             }
-            std::this_thread::sleep_for(milliseconds(5));
+            pass(milliseconds(5));
         }
         return false;
     }
 
-    bool waitForHeartbeats(std::size_t wanted) const
+    bool waitForHeartbeats(std::size_t wanted)
     {
         for (int i = 0; i < 2000 && heartbeats() < wanted; ++i) {
-            std::this_thread::sleep_for(milliseconds(5));
+            pass(milliseconds(5));
         }
         return heartbeats() >= wanted;
     }
 
-    FakeDevice mDevice{"127.0.2.31"};
+    DeviceModel& mDevice;
     LinkSettings mSettings;
     ControlLimits mLimits;
     std::atomic<int> mLost{0};
     std::atomic<std::thread::id> mLostOn{};
+};
+
+/// Over no network, in a time that only waiting lets pass.
+class DeviceConnectionTest : public DeviceConnectionFixture
+{
+  protected:
+    DeviceConnectionTest() : DeviceConnectionFixture(mModel) {}
+
+    Result<std::unique_ptr<DeviceConnection>> open(AccessType access = AccessType::Exclusive)
+    {
+        const net::Endpoint device{.address = {0x7F00021F}, .port = 3956};
+        return DeviceConnection::open(
+            std::make_unique<ControlChannel>(std::make_unique<DirectLine>(mModel, device, mClock),
+                                             device, mSettings, mLimits, mClock),
+            {.ip = device.address, .interface = loopback()}, access, mSettings, [this] { tell(); },
+            mLimits);
+    }
+
+    /// Opens, or fails the test.
+    std::unique_ptr<DeviceConnection> connected(AccessType access = AccessType::Exclusive)
+    {
+        mClock.setThreads(2); // this one and the heartbeat's
+        auto opened = open(access);
+        EXPECT_TRUE(opened);
+        return opened ? std::move(*opened) : nullptr;
+    }
+
+    void pass(milliseconds time) override { mClock.run(time); }
+
+    [[nodiscard]] std::int64_t elapsed(Clock::TimePoint since) const
+    {
+        return std::chrono::duration_cast<milliseconds>(mClock.now() - since).count();
+    }
+
+    DeviceModel mModel{0x7F00021F};
+    TestClock mClock;
+};
+
+/// Over the network and in real time: of threads that wait for each other's turn, only the system
+/// decides which comes first.
+class DeviceConnectionThreadsTest : public DeviceConnectionFixture
+{
+  protected:
+    DeviceConnectionThreadsTest() : DeviceConnectionFixture(mFake) {}
+
+    /// Opens, or fails the test.
+    std::unique_ptr<DeviceConnection> connected()
+    {
+        auto opened = DeviceConnection::open(
+            {.ip = {0x7F00021F}, .interface = loopback()}, AccessType::Exclusive, mSettings,
+            [this] { tell(); }, mLimits);
+        EXPECT_TRUE(opened);
+        return opened ? std::move(*opened) : nullptr;
+    }
+
+    void pass(milliseconds time) override { std::this_thread::sleep_for(time); }
+
+    FakeDevice mFake{"127.0.2.31"};
 };
 
 TEST_F(DeviceConnectionTest, TakesControlAndGivesItBack)
@@ -191,10 +241,10 @@ TEST_F(DeviceConnectionTest, BeatsAtItsIntervalAndFollowsAChange)
     mSettings.heartbeatInterval = 3000;
     setHeartbeatTimeout(60'000);
     const auto device = connected();
-    std::this_thread::sleep_for(milliseconds(100));
+    pass(milliseconds(100));
     EXPECT_EQ(heartbeats(), 0U) << "the first one after an interval";
     mSettings.heartbeatInterval = 10;
-    const auto start = std::chrono::steady_clock::now();
+    const auto start = mClock.now();
     EXPECT_TRUE(waitForHeartbeats(20));
     EXPECT_LT(elapsed(start), 30'000) << "20 at the old interval take a minute";
 }
@@ -214,7 +264,7 @@ TEST_F(DeviceConnectionTest, SilenceForTheHeartbeatTimeoutLosesTheLink)
     auto device = connected();
     ASSERT_TRUE(waitForHeartbeats(1));
     mDevice.setSilent(true);
-    const auto start = std::chrono::steady_clock::now();
+    const auto start = mClock.now();
     ASSERT_TRUE(waitForLoss());
     EXPECT_GE(elapsed(start), 1000);
     EXPECT_FALSE(device->isConnected());
@@ -235,7 +285,7 @@ TEST_F(DeviceConnectionTest, ASilenceShorterThanTheTimeoutIsForgiven)
     const auto device = connected();
     ASSERT_TRUE(waitForHeartbeats(1));
     mDevice.setSilent(true);
-    std::this_thread::sleep_for(milliseconds(500));
+    pass(milliseconds(500));
     mDevice.setSilent(false);
     const std::size_t before = heartbeats();
     EXPECT_TRUE(waitForHeartbeats(before + 3));
@@ -282,7 +332,7 @@ TEST_F(DeviceConnectionTest, ADeviceThatOnlyPromisesIsLost)
     EXPECT_TRUE(waitForLoss());
 }
 
-TEST_F(DeviceConnectionTest, DisconnectingFromADeviceThatOnlyPromisesIsQuick)
+TEST_F(DeviceConnectionThreadsTest, DisconnectingFromADeviceThatOnlyPromisesIsQuick)
 {
     setHeartbeatTimeout(60'000);
     const auto device = connected();
@@ -309,7 +359,7 @@ TEST_F(DeviceConnectionTest, OpeningEndsSoonWhereverTheDeviceFallsSilent)
             return --answers < 0 ? std::vector<FakeAnswer>{} : std::vector{FakeAnswer{command.ack}};
         });
         mLimits.opening.silence = milliseconds(100);
-        const auto start = std::chrono::steady_clock::now();
+        const auto start = mClock.now();
         (void)open(); // what a device can do without may be missing
         EXPECT_LT(elapsed(start), 10'000) << answers;
     }
@@ -351,12 +401,12 @@ TEST_F(DeviceConnectionTest, OtherErrorsOfAHeartbeatShowThatTheDeviceLives)
     mDevice.setScript([](const FakeCommand& command) {
         return std::vector<FakeAnswer>{{errorAck(command, 0x8002)}};
     });
-    std::this_thread::sleep_for(milliseconds(2000));
+    pass(milliseconds(2000));
     EXPECT_EQ(mLost, 0);
     EXPECT_TRUE(device->isConnected());
 }
 
-TEST_F(DeviceConnectionTest, BusyFeatureCallsDoNotStarveTheHeartbeat)
+TEST_F(DeviceConnectionThreadsTest, BusyFeatureCallsDoNotStarveTheHeartbeat)
 {
     const auto device = connected();
     std::atomic<bool> stop{false};
@@ -375,7 +425,8 @@ TEST_F(DeviceConnectionTest, BusyFeatureCallsDoNotStarveTheHeartbeat)
     }
 }
 
-TEST_F(DeviceConnectionTest, AnyAnswerCountsAsAHeartbeat)
+// Reads for longer than the heartbeat timeout, and then stays silent for as long.
+TEST_F(DeviceConnectionThreadsTest, AnyAnswerCountsAsAHeartbeat)
 {
     setHeartbeatTimeout(2000);
     const auto device = connected();
@@ -394,12 +445,12 @@ TEST_F(DeviceConnectionTest, AnyAnswerCountsAsAHeartbeat)
     EXPECT_TRUE(waitForLoss()) << "once the others have ended";
 }
 
-TEST_F(DeviceConnectionTest, AWaitingPromiseKeepsTheLink)
+TEST_F(DeviceConnectionThreadsTest, AWaitingPromiseKeepsTheLink)
 {
     setHeartbeatTimeout(1000);
     const auto device = connected();
     mDevice.setScript([](const FakeCommand& command) {
-        if (command.code != kWriteRegisterCommand) {
+        if (command.firstWord != 0x0904) {
             return std::vector<FakeAnswer>{{command.ack}};
         }
         return std::vector<FakeAnswer>{
@@ -425,7 +476,7 @@ TEST_F(DeviceConnectionTest, AnUnansweredCommandLosesTheLinkIfSoWanted)
     EXPECT_EQ(mLost, 1);
 }
 
-TEST_F(DeviceConnectionTest, DisconnectingEndsAWaitingCommandAtOnce)
+TEST_F(DeviceConnectionThreadsTest, DisconnectingEndsAWaitingCommandAtOnce)
 {
     mSettings.answerTimeout = 60'000;
     setHeartbeatTimeout(600'000);
@@ -455,7 +506,7 @@ TEST_F(DeviceConnectionTest, DisconnectingFromASilentDeviceIsQuick)
     setHeartbeatTimeout(600'000);
     auto device = connected();
     mDevice.setSilent(true);
-    const auto start = std::chrono::steady_clock::now();
+    const auto start = mClock.now();
     device->disconnect();
     EXPECT_LT(elapsed(start), 20'000);
     EXPECT_EQ(mLost, 0);
@@ -463,7 +514,7 @@ TEST_F(DeviceConnectionTest, DisconnectingFromASilentDeviceIsQuick)
 
 /// Opens a connection, takes control away from it, and lets the loss do this to it.
 template <typename Action>
-void loseTo(FakeDevice& fake, const LinkSettings& settings, Action action)
+void loseTo(DeviceModel& fake, const LinkSettings& settings, Action action)
 {
     std::unique_ptr<DeviceConnection> device;
     std::atomic<bool> opened{false};
@@ -484,17 +535,17 @@ void loseTo(FakeDevice& fake, const LinkSettings& settings, Action action)
     EXPECT_TRUE(done);
 }
 
-TEST_F(DeviceConnectionTest, TheLossMayDisconnect)
+TEST_F(DeviceConnectionThreadsTest, TheLossMayDisconnect)
 {
     loseTo(mDevice, mSettings, [](auto& device) { device->disconnect(); });
 }
 
-TEST_F(DeviceConnectionTest, TheLossMayEndTheObject)
+TEST_F(DeviceConnectionThreadsTest, TheLossMayEndTheObject)
 {
     loseTo(mDevice, mSettings, [](auto& device) { device.reset(); });
 }
 
-TEST_F(DeviceConnectionTest, ALossThatNeverReturnsKeepsNobodyFromEndingTheObject)
+TEST_F(DeviceConnectionThreadsTest, ALossThatNeverReturnsKeepsNobodyFromEndingTheObject)
 {
     std::promise<void> told;
     std::promise<void> mayReturn;
@@ -515,7 +566,7 @@ TEST_F(DeviceConnectionTest, ALossThatNeverReturnsKeepsNobodyFromEndingTheObject
     returned.get_future().wait();
 }
 
-TEST_F(DeviceConnectionTest, ALossThatReturnsSoonIsWaitedFor)
+TEST_F(DeviceConnectionThreadsTest, ALossThatReturnsSoonIsWaitedFor)
 {
     std::promise<void> told;
     std::atomic<bool> hasReturned{false};

@@ -2,6 +2,7 @@
 
 #include "ControlFixture.h"
 #include "DeviceAddress.h"
+#include "TestClock.h"
 
 #include <algorithm>
 #include <atomic>
@@ -10,6 +11,7 @@
 #include <mutex>
 #include <stop_token>
 #include <thread>
+#include <utility>
 
 namespace gige::control
 {
@@ -59,6 +61,13 @@ std::vector<FakeAnswer> twoClaims(const FakeCommand& command)
     return {{command.ack}, {.datagram = second, .fromOtherAddress = true}};
 }
 
+/// Time that passes only when a test says so.
+class StoppedClock : public TestClock
+{
+  public:
+    StoppedClock() { setThreads(2); }
+};
+
 /// What has been found when so many devices have answered.
 std::vector<DiscoveredDevice> discoverDevices(int count,
                                               const std::vector<net::NetworkInterface>& interfaces)
@@ -84,8 +93,13 @@ TEST(Discovery, FindsAllDevicesAndWhatTheySayOfThemselves)
 
 TEST(Discovery, AsksTwiceAndSendsTheStandardsBytes)
 {
-    const FakeDevice device("127.0.2.11");
-    discover({loopback()}, milliseconds(400));
+    StoppedClock clock;
+    FakeDevice device("127.0.2.11");
+    device.setScript([&](const FakeCommand& command) {
+        clock.advance(milliseconds(200));
+        return std::vector<FakeAnswer>{{command.ack}};
+    });
+    discover({loopback()}, milliseconds(400), nullptr, {}, clock);
     ASSERT_TRUE(device.waitForCount(0x0002, 2));
     const auto asked = device.commands(0x0002);
     ASSERT_EQ(asked.size(), 2U);
@@ -95,27 +109,47 @@ TEST(Discovery, AsksTwiceAndSendsTheStandardsBytes)
 
 TEST(Discovery, ListensForTheWholeTime)
 {
+    StoppedClock clock;
     FakeDevice device("127.0.2.11");
-    device.setScript([](const FakeCommand& command) {
-        return std::vector<FakeAnswer>{{.datagram = command.ack, .delay = milliseconds(250)}};
+    device.setScript([&, first = true](const FakeCommand& command) mutable {
+        clock.advance(milliseconds(std::exchange(first, false) ? 1900 : 0));
+        return std::vector<FakeAnswer>{{command.ack}};
     });
-    EXPECT_EQ(macs(discover({loopback()}, milliseconds(2000))), std::vector{kFirstMac});
+    const DeviceFound found = [&](const DiscoveredDevice& /*device*/) {
+        clock.advance(milliseconds(100));
+        return true;
+    };
+    EXPECT_EQ(macs(discover({loopback()}, milliseconds(2000), found, {}, clock)),
+              std::vector{kFirstMac});
 }
 
 TEST(Discovery, ReportsEachDeviceOnceAsItAnswers)
 {
+    StoppedClock clock;
     FakeDevice device("127.0.2.11");
     device.setScript([](const FakeCommand& command) {
         return std::vector<FakeAnswer>{{command.ack}, {command.ack}};
     });
-    int reports = 0;
-    const auto start = std::chrono::steady_clock::now();
-    std::int64_t firstReport = 0;
-    discover({loopback()}, milliseconds(2000), [&](const DiscoveredDevice& found) {
-        firstReport = ++reports == 1 ? elapsed(start) : firstReport;
-        EXPECT_EQ(found.info.mac, kFirstMac);
-        return true;
+    FakeDevice last("127.0.2.12"); // answers the repetition
+    last.setScript([asked = 0](const FakeCommand& command) mutable {
+        return ++asked < 2 ? std::vector<FakeAnswer>{} : std::vector{FakeAnswer{command.ack}};
     });
+    int reports = 0;
+    const auto start = clock.now();
+    std::int64_t firstReport = 0;
+    discover(
+        {loopback()}, milliseconds(2000),
+        [&](const DiscoveredDevice& found) {
+            const auto now = clock.now();
+            clock.advance(milliseconds(1000));
+            if (found.info.mac == kSecondMac) {
+                return true;
+            }
+            firstReport = ++reports == 1 ? (now - start) / milliseconds(1) : firstReport;
+            EXPECT_EQ(found.info.mac, kFirstMac);
+            return true;
+        },
+        {}, clock);
     EXPECT_EQ(reports, 1);
     EXPECT_LT(firstReport, 1000) << "long before the end";
 }
@@ -142,6 +176,7 @@ TEST(Discovery, EndsEarlyWhenStopped)
     EXPECT_LT(std::chrono::steady_clock::now() - start, milliseconds(30'000));
 }
 
+// In real time: that nothing comes of the answers shows only when they have had time to.
 TEST(Discovery, IgnoresAnswersThatAreNone)
 {
     FakeDevice device("127.0.2.11");
@@ -275,6 +310,7 @@ class Flood
     std::jthread mThread;
 };
 
+// In real time: the flood is as fast as the machine.
 TEST(Discovery, EndsOnTimeInAFloodOfAnswers)
 {
     FakeDevice device("127.0.2.11");

@@ -1,5 +1,7 @@
 #include "TurnQueue.h"
 
+#include "TestClock.h"
+
 #include <atomic>
 #include <chrono>
 #include <gtest/gtest.h>
@@ -11,27 +13,45 @@ namespace gige::control
 namespace
 {
 
-using Clock = std::chrono::steady_clock;
 using std::chrono::milliseconds;
+
+/// The system's, which tells how often somebody has begun to wait by it.
+class WatchedClock final : public Clock
+{
+  public:
+    [[nodiscard]] TimePoint now() const override { return systemClock().now(); }
+    void wait(std::unique_lock<std::mutex>& lock, std::condition_variable& changed,
+              TimePoint until) override
+    {
+        ++mWaits;
+        systemClock().wait(lock, changed, until);
+    }
+
+    void awaitWaits(int count) const
+    {
+        while (mWaits < count) {
+            std::this_thread::yield();
+        }
+    }
+
+  private:
+    std::atomic<int> mWaits{0};
+};
 
 TEST(TurnQueue, GrantsTurnsInTheOrderOfAsking)
 {
-    TurnQueue queue;
-    ASSERT_TRUE(queue.enter(Clock::now()));
+    WatchedClock clock;
+    TurnQueue queue(clock);
+    ASSERT_TRUE(queue.enter(clock.now()));
     std::vector<int> order;
     std::vector<std::thread> threads;
-    std::atomic<int> started = 0;
     for (int i = 0; i < 4; ++i) {
-        threads.emplace_back([&queue, &order, &started, i] {
-            ++started;
-            const Turn turn(queue, Clock::now() + std::chrono::seconds(30));
+        threads.emplace_back([&clock, &queue, &order, i] {
+            const Turn turn(queue, clock.now() + std::chrono::seconds(30));
             ASSERT_TRUE(turn.granted());
             order.push_back(i);
         });
-        while (started <= i) {
-            std::this_thread::sleep_for(milliseconds(1));
-        }
-        std::this_thread::sleep_for(milliseconds(100)); // until it waits
+        clock.awaitWaits(i + 1);
     }
     queue.leave();
     for (std::thread& thread : threads) {
@@ -42,33 +62,35 @@ TEST(TurnQueue, GrantsTurnsInTheOrderOfAsking)
 
 TEST(TurnQueue, ATurnNotGrantedInTimeIsNotOwedLater)
 {
-    TurnQueue queue;
-    ASSERT_TRUE(queue.enter(Clock::now()));
-    EXPECT_FALSE(queue.enter(Clock::now() + milliseconds(10)));
+    TestClock clock;
+    TurnQueue queue(clock);
+    ASSERT_TRUE(queue.enter(clock.now()));
+    EXPECT_FALSE(queue.enter(clock.now() + milliseconds(10)));
     queue.leave();
-    EXPECT_TRUE(queue.enter(Clock::now()));
+    EXPECT_TRUE(queue.enter(clock.now()));
 }
 
 TEST(TurnQueue, ClosingEndsWaitingAndRefusesLaterTurns)
 {
-    TurnQueue queue;
-    ASSERT_TRUE(queue.enter(Clock::now()));
-    std::thread waiting(
-        [&queue] { EXPECT_FALSE(queue.enter(Clock::now() + std::chrono::hours(1))); });
-    std::this_thread::sleep_for(milliseconds(20));
+    WatchedClock clock;
+    TurnQueue queue(clock);
+    ASSERT_TRUE(queue.enter(clock.now()));
+    std::thread waiting([&] { EXPECT_FALSE(queue.enter(clock.now() + std::chrono::hours(1))); });
+    clock.awaitWaits(1);
     queue.close();
     waiting.join();
-    EXPECT_FALSE(queue.enter(Clock::now() + std::chrono::hours(1)));
-    EXPECT_FALSE(queue.sleepUntil(Clock::now() + std::chrono::hours(1)));
+    EXPECT_FALSE(queue.enter(clock.now() + std::chrono::hours(1)));
+    EXPECT_FALSE(queue.sleepUntil(clock.now() + std::chrono::hours(1)));
     queue.leave();
     queue.drain();
 }
 
 TEST(TurnQueue, SleepingTakesNoTurn)
 {
-    TurnQueue queue;
-    EXPECT_TRUE(queue.sleepUntil(Clock::now() + milliseconds(5)));
-    EXPECT_TRUE(queue.enter(Clock::now()));
+    TestClock clock;
+    TurnQueue queue(clock);
+    EXPECT_TRUE(queue.sleepUntil(clock.now() + milliseconds(5)));
+    EXPECT_TRUE(queue.enter(clock.now()));
 }
 
 } // namespace
