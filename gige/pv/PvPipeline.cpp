@@ -6,137 +6,62 @@
 #include <algorithm>
 #include <atomic>
 #include <mutex>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
 using gige::stream::StreamReceiver;
 
-/// Threads: one retrieves and releases, any may stop. mLock guards the buffers and the receiver; a
+/// Threads: one retrieves and releases, any may stop. lock guards the buffers and the receiver; a
 /// waiting retrieval does not hold it.
 class PvPipeline::Impl
 {
   public:
-    explicit Impl(PvStream* stream) : mStream(stream) {}
-
-    void setBufferSize(std::uint32_t size) { mBufferSize = size; }
-    PvResult setBufferCount(std::uint32_t count);
-    PvResult start();
-    void stop();
-    PvResult retrieve(PvBuffer** buffer, std::uint32_t timeout, PvResult* operationResult);
-    PvResult release(PvBuffer* buffer);
-
-  private:
     static constexpr std::uint32_t kDefaultBufferCount = 16;
 
+    explicit Impl(PvStream* borrowed) : stream(borrowed) {}
+
     bool allocateBuffers();
-    bool owns(const PvBuffer* buffer) const;
+    void stop();
 
-    PvStream* const mStream;
-    std::atomic<std::uint32_t> mBufferSize{0};
+    PvStream* const stream;
+    std::atomic<std::uint32_t> bufferSize{0};
 
-    std::mutex mLock;
-    std::uint32_t mBufferCount = kDefaultBufferCount;
-    std::vector<std::unique_ptr<PvBuffer>> mBuffers;
-    std::shared_ptr<StreamReceiver> mReceiver; // null unless started
+    std::mutex lock;
+    std::uint32_t bufferCount = kDefaultBufferCount;
+    std::vector<std::unique_ptr<PvBuffer>> buffers;
+    std::unordered_set<const PvBuffer*> own;  // the same, for a host that releases any
+    std::shared_ptr<StreamReceiver> receiver; // null unless started
 };
-
-PvResult PvPipeline::Impl::setBufferCount(std::uint32_t count)
-{
-    if (count == 0) {
-        return PvResult::Code::InvalidParameter;
-    }
-    const std::lock_guard lock(mLock);
-    if (mReceiver != nullptr) {
-        return PvResult::Code::StateError;
-    }
-    mBufferCount = count;
-    // Here already, and not at the start only: here a host still hears that there is no memory.
-    return allocateBuffers() ? PvResult::Code::Ok : PvResult::Code::NotEnoughMemory;
-}
 
 bool PvPipeline::Impl::allocateBuffers()
 {
-    mBuffers.resize(mBufferCount);
-    for (auto& buffer : mBuffers) {
+    buffers.resize(bufferCount);
+    own.clear();
+    for (auto& buffer : buffers) {
         if (buffer == nullptr) {
             buffer = std::make_unique<PvBuffer>();
         }
-        if (buffer->GetSize() != mBufferSize && !buffer->Alloc(mBufferSize).IsOK()) {
-            return false;
-        }
+        own.insert(buffer.get());
     }
-    return true;
-}
-
-PvResult PvPipeline::Impl::start()
-{
-    const std::lock_guard lock(mLock);
-    if (mReceiver != nullptr) {
-        return PvResult::Code::StateError;
-    }
-    auto receiver = mStream->impl().receiver();
-    if (receiver == nullptr) {
-        return PvResult::Code::NotConnected;
-    }
-    if (!allocateBuffers()) {
-        return PvResult::Code::NotEnoughMemory;
-    }
-    for (const auto& buffer : mBuffers) {
-        receiver->queue(buffer->impl());
-    }
-    mReceiver = std::move(receiver);
-    return PvResult::Code::Ok;
+    return std::ranges::all_of(buffers, [size = bufferSize.load()](const auto& buffer) {
+        return buffer->GetSize() == size || buffer->Alloc(size).IsOK();
+    });
 }
 
 void PvPipeline::Impl::stop()
 {
-    const std::lock_guard lock(mLock);
-    if (mReceiver == nullptr) {
+    const std::lock_guard guard(lock);
+    if (receiver == nullptr) {
         return;
     }
-    const auto stopped = std::exchange(mReceiver, nullptr);
+    const auto stopped = std::exchange(receiver, nullptr);
     // First, so that a waiting retrieval ends empty-handed.
-    stopped->wakeRetrievals();
+    stopped->completed().wakeRetrievals();
     stopped->abortQueued();
     // Takes the buffers back out of the stream, so that a later user of it does not get them.
-    while (stopped->retrieve(std::chrono::milliseconds(0)).buffer != nullptr) {
+    while (stopped->completed().retrieve(std::chrono::milliseconds(0)).buffer != nullptr) {
     }
-}
-
-PvResult PvPipeline::Impl::retrieve(PvBuffer** buffer, std::uint32_t timeout,
-                                    PvResult* operationResult)
-{
-    std::shared_ptr<StreamReceiver> receiver;
-    std::uint64_t wakes = 0;
-    {
-        const std::lock_guard lock(mLock);
-        if (mReceiver == nullptr) {
-            return PvResult::Code::StateError;
-        }
-        receiver = mReceiver;
-        // Read under the lock: the wake of any later stop() ends the wait.
-        wakes = receiver->wakeCount();
-    }
-    return mStream->impl().retrieve(*receiver, wakes, timeout, buffer, operationResult);
-}
-
-bool PvPipeline::Impl::owns(const PvBuffer* buffer) const
-{
-    return std::any_of(mBuffers.begin(), mBuffers.end(),
-                       [buffer](const auto& own) { return own.get() == buffer; });
-}
-
-PvResult PvPipeline::Impl::release(PvBuffer* buffer)
-{
-    const std::lock_guard lock(mLock);
-    if (!owns(buffer)) {
-        return PvResult::Code::InvalidParameter;
-    }
-    // After a stop the buffer simply rests with the pipeline until the next start.
-    if (mReceiver != nullptr && !mReceiver->queue(buffer->impl())) {
-        return PvResult::Code::StateError;
-    }
-    return PvResult::Code::Ok;
 }
 
 PvPipeline::PvPipeline(PvStream* stream) : mImpl(std::make_unique<Impl>(stream)) {}
@@ -148,17 +73,41 @@ PvPipeline::~PvPipeline()
 
 void PvPipeline::SetBufferSize(std::uint32_t size)
 {
-    mImpl->setBufferSize(size);
+    mImpl->bufferSize = size;
 }
 
 PvResult PvPipeline::SetBufferCount(std::uint32_t count)
 {
-    return mImpl->setBufferCount(count);
+    if (count == 0) {
+        return PvResult::Code::InvalidParameter;
+    }
+    const std::lock_guard guard(mImpl->lock);
+    if (mImpl->receiver != nullptr) {
+        return PvResult::Code::StateError;
+    }
+    mImpl->bufferCount = count;
+    // Here already, and not at the start only: here a host still hears that there is no memory.
+    return mImpl->allocateBuffers() ? PvResult::Code::Ok : PvResult::Code::NotEnoughMemory;
 }
 
 PvResult PvPipeline::Start()
 {
-    return mImpl->start();
+    const std::lock_guard guard(mImpl->lock);
+    if (mImpl->receiver != nullptr) {
+        return PvResult::Code::StateError;
+    }
+    auto receiver = mImpl->stream->impl().receiver();
+    if (receiver == nullptr) {
+        return PvResult::Code::NotConnected;
+    }
+    if (!mImpl->allocateBuffers()) {
+        return PvResult::Code::NotEnoughMemory;
+    }
+    for (const auto& buffer : mImpl->buffers) {
+        receiver->queue(buffer->impl());
+    }
+    mImpl->receiver = std::move(receiver);
+    return PvResult::Code::Ok;
 }
 
 PvResult PvPipeline::Stop()
@@ -170,10 +119,30 @@ PvResult PvPipeline::Stop()
 PvResult PvPipeline::RetrieveNextBuffer(PvBuffer** buffer, std::uint32_t timeout,
                                         PvResult* operationResult)
 {
-    return mImpl->retrieve(buffer, timeout, operationResult);
+    std::shared_ptr<StreamReceiver> receiver;
+    std::uint64_t wakes = 0;
+    {
+        const std::lock_guard guard(mImpl->lock);
+        if (mImpl->receiver == nullptr) {
+            return PvResult::Code::StateError;
+        }
+        receiver = mImpl->receiver;
+        // Read under the lock: the wake of any later stop() ends the wait.
+        wakes = receiver->completed().wakeCount();
+    }
+    return mImpl->stream->impl().retrieve(receiver->completed(), wakes, timeout, buffer,
+                                          operationResult);
 }
 
 PvResult PvPipeline::ReleaseBuffer(PvBuffer* buffer)
 {
-    return mImpl->release(buffer);
+    const std::lock_guard guard(mImpl->lock);
+    if (!mImpl->own.contains(buffer)) {
+        return PvResult::Code::InvalidParameter;
+    }
+    // After a stop the buffer simply rests with the pipeline until the next start.
+    if (mImpl->receiver != nullptr && !mImpl->receiver->queue(buffer->impl())) {
+        return PvResult::Code::StateError;
+    }
+    return PvResult::Code::Ok;
 }

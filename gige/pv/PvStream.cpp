@@ -11,6 +11,7 @@
 #include <system_error>
 #include <utility>
 
+using gige::stream::CompletedBuffers;
 using gige::stream::Retrieved;
 using gige::stream::RetrieveStatus;
 using gige::stream::StreamReceiver;
@@ -72,7 +73,7 @@ void PvStreamBase::Impl::close()
     if (closing != nullptr) {
         OpenStreams::instance().remove(*closing);
         closing->abortQueued();
-        closing->wakeRetrievals();
+        closing->completed().wakeRetrievals();
     }
 }
 
@@ -82,14 +83,14 @@ std::shared_ptr<StreamReceiver> PvStreamBase::Impl::receiver() const
     return mReceiver;
 }
 
-PvResult PvStreamBase::Impl::retrieve(StreamReceiver& receiver, std::uint64_t wakes,
+PvResult PvStreamBase::Impl::retrieve(CompletedBuffers& completed, std::uint64_t wakes,
                                       std::uint32_t timeout, PvBuffer** buffer,
                                       PvResult* operationResult)
 {
     constexpr std::uint32_t kNoLimit = 0xFFFFFFFF;
     const auto limit =
         timeout == kNoLimit ? mParameters.requestTimeout() : std::chrono::milliseconds(timeout);
-    const Retrieved retrieved = receiver.retrieve(limit, wakes);
+    const Retrieved retrieved = completed.retrieve(limit, wakes);
     switch (retrieved.status) {
     case RetrieveStatus::Buffer:
         *buffer = &PvBuffer::Impl::ownerOf(*retrieved.buffer);
@@ -163,7 +164,8 @@ PvResult PvStream::RetrieveBuffer(PvBuffer** buffer, PvResult* operationResult,
     if (receiver == nullptr) {
         return PvResult::Code::NotConnected;
     }
-    return impl().retrieve(*receiver, receiver->wakeCount(), timeout, buffer, operationResult);
+    auto& completed = receiver->completed();
+    return impl().retrieve(completed, completed.wakeCount(), timeout, buffer, operationResult);
 }
 
 PvResult PvStream::AbortQueuedBuffers()

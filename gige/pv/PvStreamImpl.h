@@ -23,7 +23,7 @@ class PvStreamBase::Impl
     /// Waits for a completed buffer.
     /// @param timeout  milliseconds; 0xFFFFFFFF: "RequestTimeout"
     /// @param wakes    wake count from which on a wake ends the wait
-    PvResult retrieve(gige::stream::StreamReceiver& receiver, std::uint64_t wakes,
+    PvResult retrieve(gige::stream::CompletedBuffers& completed, std::uint64_t wakes,
                       std::uint32_t timeout, PvBuffer** buffer, PvResult* operationResult);
 
   private:

@@ -25,6 +25,41 @@ StreamBuffer* BufferChain::pop()
     return popped;
 }
 
+std::uint64_t CompletedBuffers::wakeCount() const
+{
+    const std::lock_guard lock(mLock);
+    return mWakes;
+}
+
+void CompletedBuffers::wakeRetrievals()
+{
+    {
+        const std::lock_guard lock(mLock);
+        ++mWakes;
+    }
+    mCompleted.notify_all();
+}
+
+Retrieved CompletedBuffers::retrieve(std::chrono::milliseconds timeout)
+{
+    return retrieve(timeout, wakeCount());
+}
+
+Retrieved CompletedBuffers::retrieve(std::chrono::milliseconds timeout, std::uint64_t wakes)
+{
+    std::unique_lock lock(mLock);
+    mCompleted.wait_for(lock, timeout, [&] { return mWakes != wakes || mDone.first() != nullptr; });
+    if (mWakes != wakes) {
+        return {.status = RetrieveStatus::Woken};
+    }
+    StreamBuffer* const buffer = mDone.pop();
+    if (buffer == nullptr) {
+        return {.status = RetrieveStatus::TimedOut};
+    }
+    buffer->mInStream = false;
+    return {.status = RetrieveStatus::Buffer, .buffer = buffer};
+}
+
 bool BufferQueue::queue(StreamBuffer& buffer, Time now)
 {
     const std::lock_guard lock(mLock);
@@ -79,36 +114,6 @@ void BufferQueue::releaseAll()
             buffer->mInStream = false;
         }
     }
-}
-
-std::uint64_t BufferQueue::wakeCount() const
-{
-    const std::lock_guard lock(mLock);
-    return mWakes;
-}
-
-void BufferQueue::wakeRetrievals()
-{
-    {
-        const std::lock_guard lock(mLock);
-        ++mWakes;
-    }
-    mCompleted.notify_all();
-}
-
-Retrieved BufferQueue::retrieve(std::chrono::milliseconds timeout, std::uint64_t wakes)
-{
-    std::unique_lock lock(mLock);
-    mCompleted.wait_for(lock, timeout, [&] { return mWakes != wakes || mDone.first() != nullptr; });
-    if (mWakes != wakes) {
-        return {.status = RetrieveStatus::Woken};
-    }
-    StreamBuffer* const buffer = mDone.pop();
-    if (buffer == nullptr) {
-        return {.status = RetrieveStatus::TimedOut};
-    }
-    buffer->mInStream = false;
-    return {.status = RetrieveStatus::Buffer, .buffer = buffer};
 }
 
 } // namespace gige::stream

@@ -34,11 +34,38 @@ struct [[nodiscard]] Retrieved {
     StreamBuffer* buffer = nullptr; // with RetrieveStatus::Buffer only; its info tells the rest
 };
 
+/// The host's end of a queue of buffers: the completed ones. Threads: any.
+class CompletedBuffers
+{
+  public:
+    /// Number of wakeRetrievals() so far.
+    std::uint64_t wakeCount() const;
+    /// Ends every retrieval that waits now; later ones work as ever.
+    void wakeRetrievals();
+
+    /// Takes the buffer completed first, waiting for it; ended by wakeRetrievals().
+    Retrieved retrieve(std::chrono::milliseconds timeout);
+    /// The same, but a wake since `wakes` was read counts too, even if a buffer is there: a host
+    /// that reads it first, then its own stop flag, misses no stop.
+    Retrieved retrieve(std::chrono::milliseconds timeout, std::uint64_t wakes);
+
+  protected:
+    CompletedBuffers() = default;
+    ~CompletedBuffers() = default;
+
+    mutable std::mutex mLock;
+    std::condition_variable mCompleted;
+    BufferChain mDone; // completed
+
+  private:
+    std::uint64_t mWakes = 0;
+};
+
 /**
  * The buffers' way round: queued by the host, taken and completed by the receiving thread,
  * retrieved by the host. Any thread may call anything; mLock guards all members.
  */
-class BufferQueue
+class BufferQueue : public CompletedBuffers
 {
   public:
     /// @return false: the buffer is in a stream already
@@ -54,20 +81,8 @@ class BufferQueue
     /// Forgets all buffers: they are their owners' again.
     void releaseAll();
 
-    /// Number of wakeRetrievals() so far.
-    std::uint64_t wakeCount() const;
-    /// Ends every retrieval that waits now; later ones work as ever.
-    void wakeRetrievals();
-    /// Takes the buffer completed first, waiting for it. @param wakes  wakeCount() to compare with:
-    /// a wake since then ends the retrieval at once, even if a buffer is there
-    Retrieved retrieve(std::chrono::milliseconds timeout, std::uint64_t wakes);
-
   private:
-    mutable std::mutex mLock;
-    std::condition_variable mCompleted;
     BufferChain mQueued;
-    BufferChain mDone; // completed
-    std::uint64_t mWakes = 0;
 };
 
 } // namespace gige::stream

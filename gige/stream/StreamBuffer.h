@@ -56,6 +56,7 @@ class StreamBuffer
 
   private:
     friend class BufferQueue;
+    friend class CompletedBuffers;
     friend class BufferChain;
 
     std::span<std::uint8_t> mMemory{};

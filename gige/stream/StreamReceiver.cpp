@@ -89,16 +89,6 @@ bool StreamReceiver::queue(StreamBuffer& buffer)
     return queued;
 }
 
-Retrieved StreamReceiver::retrieve(std::chrono::milliseconds timeout)
-{
-    return mQueue.retrieve(timeout, mQueue.wakeCount());
-}
-
-Retrieved StreamReceiver::retrieve(std::chrono::milliseconds timeout, std::uint64_t wakes)
-{
-    return mQueue.retrieve(timeout, wakes);
-}
-
 void StreamReceiver::abortQueued()
 {
     command([](Commands& commands) { commands.abort = true; });

@@ -67,14 +67,8 @@ class StreamReceiver final : private AssemblerHost
 
     /// Hands a buffer in. @return false: it is in a stream already
     bool queue(StreamBuffer& buffer);
-    /// Takes the next completed buffer, waiting for it; ended by wakeRetrievals().
-    Retrieved retrieve(std::chrono::milliseconds timeout);
-    /// The same, but a wake since `wakes` was read counts too: a host that reads it first, then its
-    /// own stop flag, misses no stop.
-    Retrieved retrieve(std::chrono::milliseconds timeout, std::uint64_t wakes);
-    std::uint64_t wakeCount() const { return mQueue.wakeCount(); }
-    /// Ends every waiting retrieval at once; the stream stays open and later retrievals wait again.
-    void wakeRetrievals() { mQueue.wakeRetrievals(); }
+    /// Where the completed ones are taken.
+    CompletedBuffers& completed() { return mQueue; }
 
     /// Completes every buffer in the stream, also one being filled, as Aborted; they can still be
     /// retrieved. What is on its way of a block that was begun is dropped.

@@ -58,7 +58,7 @@ class StreamReceiverTest : public testing::Test
 
     void expectBlock(const TestBlock& block)
     {
-        const Retrieved retrieved = receiver->retrieve(kLong);
+        const Retrieved retrieved = receiver->completed().retrieve(kLong);
         ASSERT_EQ(retrieved.status, RetrieveStatus::Buffer);
         EXPECT_EQ(retrieved.buffer->info().result, BlockResult::Ok);
         EXPECT_EQ(retrieved.buffer->info().blockId, block.id);
@@ -68,7 +68,7 @@ class StreamReceiverTest : public testing::Test
 
     void expectResult(BlockResult result)
     {
-        const Retrieved retrieved = receiver->retrieve(kLong);
+        const Retrieved retrieved = receiver->completed().retrieve(kLong);
         ASSERT_EQ(retrieved.status, RetrieveStatus::Buffer);
         EXPECT_EQ(retrieved.buffer->info().result, result);
     }
@@ -211,7 +211,7 @@ TEST_F(StreamReceiverTest, TakesPacketsOfThePortSetOnly)
 
 TEST_F(StreamReceiverTest, RetrievalTimesOut)
 {
-    EXPECT_EQ(receiver->retrieve(1ms).status, RetrieveStatus::TimedOut);
+    EXPECT_EQ(receiver->completed().retrieve(1ms).status, RetrieveStatus::TimedOut);
 }
 
 TEST_F(StreamReceiverTest, AppliesTimeLimitsWithoutPackets)
@@ -225,7 +225,7 @@ TEST_F(StreamReceiverTest, AppliesTimeLimitsWithoutPackets)
 TEST_F(StreamReceiverTest, AppliesTheFirstPacketTimeoutToABufferQueuedLater)
 {
     open({.firstPacketTimeout = 20ms});
-    EXPECT_EQ(receiver->retrieve(1ms).status, RetrieveStatus::TimedOut);
+    EXPECT_EQ(receiver->completed().retrieve(1ms).status, RetrieveStatus::TimedOut);
     queueBuffers(1);
     expectResult(BlockResult::TimedOut);
 }
@@ -250,7 +250,7 @@ TEST_F(StreamReceiverTest, AbortCompletesAllBuffers)
     receiver->abortQueued();
     expectResult(BlockResult::Aborted);
     expectResult(BlockResult::Aborted);
-    EXPECT_EQ(receiver->retrieve(1ms).status, RetrieveStatus::TimedOut);
+    EXPECT_EQ(receiver->completed().retrieve(1ms).status, RetrieveStatus::TimedOut);
     queueBuffers(1);
     send(TestBlock{.id = 3});
     expectBlock(TestBlock{.id = 3});
@@ -267,9 +267,9 @@ TEST_F(StreamReceiverTest, FlushLeavesTheStreamUsable)
 TEST_F(StreamReceiverTest, WakeEndsARetrievalAndTheStreamGoesOn)
 {
     queueBuffers(1);
-    const std::uint64_t wakes = receiver->wakeCount();
-    std::thread stopping([&] { receiver->wakeRetrievals(); });
-    EXPECT_EQ(receiver->retrieve(kLong, wakes).status, RetrieveStatus::Woken);
+    const std::uint64_t wakes = receiver->completed().wakeCount();
+    std::thread stopping([&] { receiver->completed().wakeRetrievals(); });
+    EXPECT_EQ(receiver->completed().retrieve(kLong, wakes).status, RetrieveStatus::Woken);
     stopping.join();
     send(TestBlock{});
     expectBlock(TestBlock{});
@@ -335,13 +335,13 @@ TEST_F(StreamReceiverTest, ServesManyThreads)
         while (sending) {
             receiver->setSettings({.packetTimeout = 50ms, .imageTimeout = 60ms});
             receiver->abortQueued();
-            receiver->wakeRetrievals();
+            receiver->completed().wakeRetrievals();
             static_cast<void>(receiver->statistics());
             std::this_thread::sleep_for(1ms);
         }
     });
     while (sending) {
-        const Retrieved retrieved = receiver->retrieve(10ms);
+        const Retrieved retrieved = receiver->completed().retrieve(10ms);
         if (retrieved.status == RetrieveStatus::Buffer) {
             const BlockInfo info = retrieved.buffer->info();
             if (info.result == BlockResult::Ok) {
@@ -355,7 +355,7 @@ TEST_F(StreamReceiverTest, ServesManyThreads)
     meddler.join();
     receiver->abortQueued();
     for (std::size_t i = 0; i < buffers.size(); ++i) {
-        EXPECT_EQ(receiver->retrieve(kLong).status, RetrieveStatus::Buffer);
+        EXPECT_EQ(receiver->completed().retrieve(kLong).status, RetrieveStatus::Buffer);
     }
 }
 
