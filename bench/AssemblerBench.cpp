@@ -1,8 +1,6 @@
-/**
- * What block assembly costs per packet when every packet comes by itself, the copy of its data
- * included: without losses, with losses that are answered or not, and under packets whose ids tell
- * of endless losses. Pure, with a clock that the benchmark moves.
- */
+/// What block assembly costs per packet when every packet comes by itself, the copy of its data
+/// included: without losses, with losses that are answered or not, and under packets whose ids tell
+/// of endless losses. Pure, with a clock that the benchmark moves.
 #include "BlockAssembler.h"
 #include "GvspHeader.h"
 #include "GvspLeader.h"

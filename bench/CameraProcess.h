@@ -7,10 +7,8 @@
 #include <sys/types.h>
 #include <vector>
 
-/**
- * Virtual cameras in a process of their own, so that what a process uses of the processor is the
- * host's alone. To be made while the program has one thread.
- */
+/// Virtual cameras in a process of their own, so that what a process uses of the processor is the
+/// host's alone. To be made while the program has one thread.
 class CameraProcess
 {
   public:

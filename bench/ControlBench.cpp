@@ -1,7 +1,5 @@
-/**
- * What single calls cost: a register's round trip on loopback, connect and initialise, and an
- * export that touches no device.
- */
+/// What single calls cost: a register's round trip on loopback, connect and initialise, and an
+/// export that touches no device.
 #include "HostSettings.h"
 #include "PvDevice.h"
 #include "TelvoDll.h"

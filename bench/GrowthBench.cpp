@@ -1,9 +1,7 @@
-/**
- * What 1, 2, 4 and 8 cameras cost in one host process: 50 pictures a second of 640x480 from each,
- * in single packets of 1500 bytes; processor per GB and memory per camera, beside those of one
- * alone. The cameras are a process of their own. Needs the loopback addresses for itself:
- * scripts/in-own-network.sh. Argument: seconds per figure, 10 without.
- */
+/// What 1, 2, 4 and 8 cameras cost in one host process: 50 pictures a second of 640x480 from each,
+/// in single packets of 1500 bytes; processor per GB and memory per camera, beside those of one
+/// alone. The cameras are a process of their own. Needs the loopback addresses for itself:
+/// scripts/in-own-network.sh. Argument: seconds per figure, 10 without.
 #include "CameraProcess.h"
 #include "LiveHost.h"
 #include "ProcessUse.h"

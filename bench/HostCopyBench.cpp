@@ -1,7 +1,5 @@
-/**
- * What the host's side of a readout costs per byte: a block of recorded frames copied for the host,
- * plainly and with the check of its frame counters.
- */
+/// What the host's side of a readout costs per byte: a block of recorded frames copied for the
+/// host, plainly and with the check of its frame counters.
 #include "FrameCounterCheck.h"
 
 #include <algorithm>

@@ -1,12 +1,10 @@
-/**
- * What a host process uses of the processor per GB of live pictures, 1280x1024 Mono8: packets that
- * the camera hands to the system joined, and single as from a cable; of 1500 and 9000 bytes; at
- * 115 and 400 MB/s; through the packet ring, where it is allowed, and through the socket. Beside
- * each the same figure of an independent program (Debian's aravis-tools), if it is there. The
- * camera is a process of its own. Needs the loopback addresses for itself:
- * scripts/in-own-network.sh. Arguments: seconds per figure, 5 without; then joined or single, both
- * without.
- */
+/// What a host process uses of the processor per GB of live pictures, 1280x1024 Mono8: packets that
+/// the camera hands to the system joined, and single as from a cable; of 1500 and 9000 bytes; at
+/// 115 and 400 MB/s; through the packet ring, where it is allowed, and through the socket. Beside
+/// each the same figure of an independent program (Debian's aravis-tools), if it is there. The
+/// camera is a process of its own. Needs the loopback addresses for itself:
+/// scripts/in-own-network.sh. Arguments: seconds per figure, 5 without; then joined or single, both
+/// without.
 #include "CameraProcess.h"
 #include "LiveHost.h"
 #include "PeerProgram.h"

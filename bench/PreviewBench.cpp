@@ -1,7 +1,5 @@
-/**
- * What fetching a live picture costs while the camera sends 1000 frames of 1280x1024 a second, and
- * whether a fetched picture is ever made of two.
- */
+/// What fetching a live picture costs while the camera sends 1000 frames of 1280x1024 a second, and
+/// whether a fetched picture is ever made of two.
 #include "FrameRenderer.h"
 #include "HostSettings.h"
 #include "Require.h"

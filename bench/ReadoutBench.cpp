@@ -1,8 +1,6 @@
-/**
- * What a host gets out of a camera's memory: a recording of 1 GB, 1280x1024, read in blocks over
- * loopback, with requests over the serial line and packets of 1500 and 9000 bytes. The camera runs
- * in a process of its own, so that the memory is the library's alone.
- */
+/// What a host gets out of a camera's memory: a recording of 1 GB, 1280x1024, read in blocks over
+/// loopback, with requests over the serial line and packets of 1500 and 9000 bytes. The camera runs
+/// in a process of its own, so that the memory is the library's alone.
 #include "HostSettings.h"
 #include "Require.h"
 #include "TelvoDll.h"

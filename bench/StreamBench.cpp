@@ -1,10 +1,8 @@
-/**
- * What the stream receiver takes on loopback: virtual camera to PvPipeline, 1280x1024 Mono8, with
- * packets of 1500 and 9000 bytes, as fast as the camera sends and paced at 2 GB/s; packets that the
- * camera hands to the system joined, and single as from a cable. Camera and receiver are one
- * process and share the machine's cores. Needs the loopback addresses for itself:
- * scripts/in-own-network.sh.
- */
+/// What the stream receiver takes on loopback: virtual camera to PvPipeline, 1280x1024 Mono8, with
+/// packets of 1500 and 9000 bytes, as fast as the camera sends and paced at 2 GB/s; packets that
+/// the camera hands to the system joined, and single as from a cable. Camera and receiver are one
+/// process and share the machine's cores. Needs the loopback addresses for itself:
+/// scripts/in-own-network.sh.
 #include "LiveHost.h"
 #include "Require.h"
 #include "VirtualCamera.h"

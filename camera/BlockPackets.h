@@ -13,23 +13,21 @@
 namespace camera
 {
 
-/**
- * One block cut into packets: leader, data, trailer. Only headers are made; the data stay where
- * they are. Buffers are used again from block to block. Not thread-safe.
- */
+/// One block cut into packets: leader, data, trailer. Only headers are made; the data stay where
+/// they are. Buffers are used again from block to block. Not thread-safe.
 class BlockPackets
 {
   public:
-    /** @param data  the block's bytes; borrowed while the packets are used */
+    /// @param data  the block's bytes; borrowed while the packets are used
     void make(const StreamOrder& order, std::span<const std::uint8_t> data);
 
-    /** Packets 0..last(). */
+    /// Packets 0..last().
     [[nodiscard]] std::span<const gige::net::PacketSlices> all() const { return mPackets; }
     [[nodiscard]] std::uint32_t last() const
     {
         return static_cast<std::uint32_t>(mPackets.size() - 1);
     }
-    /** Marks a packet as sent again on request. */
+    /// Marks a packet as sent again on request.
     void markResent(std::uint32_t packetId);
 
   private:

@@ -12,31 +12,29 @@
 namespace camera
 {
 
-/** Who the camera is in its network. */
+/// Who the camera is in its network.
 struct NetworkIdentity {
     gige::wire::MacAddress mac{};
     gige::net::Ipv4Address address{};
     gige::net::Ipv4Address netmask{0xFF000000};
 };
 
-/**
- * The registers that every GigE Vision device has: identity, capabilities, privilege and stream
- * channel 0. Works on single 32-bit words; for the control thread alone, apart from identity().
- */
+/// The registers that every GigE Vision device has: identity, capabilities, privilege and stream
+/// channel 0. Works on single 32-bit words; for the control thread alone, apart from identity().
 class Bootstrap
 {
   public:
     using Status = gige::wire::GvcpStatus;
     using Endpoint = gige::net::Endpoint;
 
-    /** @param url  of the description file, at most 511 characters */
+    /// @param url  of the description file, at most 511 characters
     Bootstrap(const CameraOptions& options, const NetworkIdentity& network, std::string url,
               Device& device, Faults& faults);
 
-    /** What DISCOVERY is answered with. Thread-safe. */
+    /// What DISCOVERY is answered with. Thread-safe.
     [[nodiscard]] gige::wire::DiscoveryAck identity() const;
 
-    /** @param address  multiple of 4; nothing where there is no register */
+    /// @param address  multiple of 4; nothing where there is no register
     [[nodiscard]] std::optional<std::uint32_t> read(std::uint32_t address) const;
     Status write(std::uint32_t address, std::uint32_t value, const Endpoint& from);
 
@@ -44,11 +42,11 @@ class Bootstrap
     [[nodiscard]] CameraTime heartbeatTimeout() const;
     [[nodiscard]] bool heartbeatEnabled() const;
     [[nodiscard]] bool pendingAckEnabled() const;
-    /** The host has let go or fallen silent: open, channels closed. */
+    /// The host has let go or fallen silent: open, channels closed.
     void dropHost();
-    /** True once after a write that asked for a test packet. */
+    /// True once after a write that asked for a test packet.
     [[nodiscard]] bool takeTestRequest();
-    /** Port that images are sent from. */
+    /// Port that images are sent from.
     void setSourcePort(std::uint16_t port) { mSourcePort = port; }
 
   private:

@@ -10,21 +10,19 @@
 namespace camera
 {
 
-/**
- * The parts of the camera, and what takes several of them. The rows of the feature table read and
- * work them. Time is handed in: between two calls of advance() it stands still. Not thread-safe.
- */
+/// The parts of the camera, and what takes several of them. The rows of the feature table read and
+/// work them. Time is handed in: between two calls of advance() it stands still. Not thread-safe.
 class CameraCore
 {
   public:
     using Status = gige::wire::GvcpStatus;
 
-    /** Switched on at time 0. options and faults must outlive the camera. */
+    /// Switched on at time 0. options and faults must outlive the camera.
     CameraCore(const CameraOptions& options, Faults& faults);
     CameraCore(const CameraCore&) = delete;
     CameraCore& operator=(const CameraCore&) = delete;
 
-    /** It is now so late: a running recording takes what was exposed until then. */
+    /// It is now so late: a running recording takes what was exposed until then.
     void advance(CameraTime now);
     [[nodiscard]] CameraTime now() const { return mNow; }
 
@@ -37,9 +35,9 @@ class CameraCore
     // What the rows do.
     [[nodiscard]] std::int64_t temperature() const; ///< degrees Celsius
     [[nodiscard]] std::int64_t state() const;
-    /** The geometry must not change: live, recording, or locked by the host. */
+    /// The geometry must not change: live, recording, or locked by the host.
     [[nodiscard]] bool isImaging() const;
-    /** Of the selected sequence; while recording, of the current one. */
+    /// Of the selected sequence; while recording, of the current one.
     [[nodiscard]] std::uint32_t framesOfSequence() const;
     [[nodiscard]] std::int64_t lastSelectedFrame() const;
     Status startAcquisition();
@@ -57,7 +55,7 @@ class CameraCore
     Status loadUserSet();
     Status saveUserSet();
 
-    /** The host is gone: stops sending, not recording. */
+    /// The host is gone: stops sending, not recording.
     void dropHost();
 
     // Trigger input. False when nothing came of it.

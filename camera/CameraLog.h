@@ -12,7 +12,7 @@
 namespace camera
 {
 
-/** One register write of a host to a feature, as it arrived. */
+/// One register write of a host to a feature, as it arrived.
 struct FeatureWrite {
     FeatureId feature{};
     std::uint32_t value = 0;
@@ -20,7 +20,7 @@ struct FeatureWrite {
     bool operator==(const FeatureWrite&) const = default;
 };
 
-/** What the camera has done so far; counted from its start. */
+/// What the camera has done so far; counted from its start.
 struct CameraCounters {
     std::uint64_t commands = 0;       ///< control commands executed
     std::uint64_t repeats = 0;        ///< commands seen again and answered from memory
@@ -33,7 +33,7 @@ struct CameraCounters {
     std::uint64_t testPackets = 0;
 };
 
-/** Observations for tests and for the command line. Thread-safe. */
+/// Observations for tests and for the command line. Thread-safe.
 class CameraLog
 {
   public:
@@ -45,13 +45,13 @@ class CameraLog
         }
         mWrites.push_back(write);
     }
-    /** All writes in order of arrival, at most kMostWrites: then the older half is dropped. */
+    /// All writes in order of arrival, at most kMostWrites: then the older half is dropped.
     [[nodiscard]] std::vector<FeatureWrite> writes() const
     {
         const std::scoped_lock lock(mLock);
         return mWrites;
     }
-    /** The values written to one feature, accepted or not, in order. */
+    /// The values written to one feature, accepted or not, in order.
     [[nodiscard]] std::vector<std::uint32_t> valuesWritten(FeatureId feature) const
     {
         std::vector<std::uint32_t> values;

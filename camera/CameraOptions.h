@@ -16,10 +16,10 @@
 namespace camera
 {
 
-/** How the description file is delivered. */
+/// How the description file is delivered.
 enum class DescriptionForm : std::uint8_t { Xml, StoredZip, DeflatedZip };
 
-/** Everything that is fixed before a virtual camera is switched on. */
+/// Everything that is fixed before a virtual camera is switched on.
 struct CameraOptions {
     std::string address = "127.0.0.11"; ///< IPv4 address to listen on, port 3956
     std::string mac{};                  ///< empty: 02:54:45 and the address's last three octets
@@ -55,7 +55,7 @@ struct CameraOptions {
     std::map<FeatureId, std::int64_t> settings{}; ///< other values at power-on
 };
 
-/** The entries that this camera's enumeration has: a sensor without colours has one format. */
+/// The entries that this camera's enumeration has: a sensor without colours has one format.
 [[nodiscard]] inline std::span<const EnumEntry> entriesOf(const Feature& feature,
                                                           const CameraOptions& options)
 {

@@ -17,17 +17,15 @@
 namespace camera
 {
 
-/** What the control side asks of the stream side. */
+/// What the control side asks of the stream side.
 struct StreamCommands {
     std::function<void(const StreamChannel&)> sendTestPacket;
     std::function<void(const gige::wire::PacketResend&)> resend;
 };
 
-/**
- * Executes control commands and answers them. A command repeated under the same id by the same host
- * is answered from memory and not executed again. execute() and checkHeartbeat() belong to the
- * control thread; discoveryAck() is thread-safe.
- */
+/// Executes control commands and answers them. A command repeated under the same id by the same
+/// host is answered from memory and not executed again. execute() and checkHeartbeat() belong to
+/// the control thread; discoveryAck() is thread-safe.
 class ControlServer
 {
   public:
@@ -35,16 +33,16 @@ class ControlServer
     using Endpoint = gige::net::Endpoint;
     using Answer = std::vector<std::uint8_t>;
 
-    /** @param send  hands a datagram to the network, to the given host */
+    /// @param send  hands a datagram to the network, to the given host
     ControlServer(Bootstrap& bootstrap, RegisterMap& registers, Device& device, Faults& faults,
                   CameraLog& log, StreamCommands stream,
                   std::function<void(const Answer&, const Endpoint&)> send);
 
-    /** Takes one datagram; answers it if it wants and deserves an answer. */
+    /// Takes one datagram; answers it if it wants and deserves an answer.
     void execute(std::span<const std::uint8_t> datagram, const Endpoint& from);
-    /** Answers DISCOVERY and a FORCEIP for this camera; ignores everything else. */
+    /// Answers DISCOVERY and a FORCEIP for this camera; ignores everything else.
     void executeBroadcast(std::span<const std::uint8_t> datagram, const Endpoint& from);
-    /** Lets go of a host that has been silent for too long. */
+    /// Lets go of a host that has been silent for too long.
     void checkHeartbeat();
 
   private:

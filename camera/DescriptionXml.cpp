@@ -14,7 +14,7 @@ namespace
 constexpr std::string_view kPort = "Device";
 constexpr std::string_view kImagingNode = "ImagingReg";
 
-/** A float view of a raw integer, for clients that know the standard's names only. */
+/// A float view of a raw integer, for clients that know the standard's names only.
 struct FloatView {
     std::string_view name;
     FeatureId raw;
@@ -94,7 +94,7 @@ void number(pugi::xml_node node, const char* element, std::int64_t value)
     text(node, element, std::to_string(value));
 }
 
-/** What every node that lies in a register says of it. */
+/// What every node that lies in a register says of it.
 void place(pugi::xml_node node, std::uint32_t address, std::uint32_t length, Access access,
            bool constant = false)
 {
@@ -115,7 +115,7 @@ void unsignedBigEndian(pugi::xml_node node)
     text(node, "Endianess", "BigEndian");
 }
 
-/** Builds one camera's description. */
+/// Builds one camera's description.
 class Description
 {
   public:
@@ -297,7 +297,7 @@ class Description
         }
     }
 
-    /** One of the camera's own registers that the host reads only. */
+    /// One of the camera's own registers that the host reads only.
     void wordRegister(std::string_view name, std::uint32_t address)
     {
         const pugi::xml_node node = add("IntReg", name);

@@ -9,29 +9,27 @@
 namespace camera
 {
 
-/**
- * The camera itself, behind its registers and before its stream, for several threads and in real
- * time. Feature values that lie in bootstrap registers (addresses, privilege, stream channel) are
- * not here.
- *
- * Thread-safe: one lock guards everything. The control thread writes and reads features, the stream
- * thread waits in nextBlock(), tests trigger.
- */
+/// The camera itself, behind its registers and before its stream, for several threads and in real
+/// time. Feature values that lie in bootstrap registers (addresses, privilege, stream channel) are
+/// not here.
+///
+/// Thread-safe: one lock guards everything. The control thread writes and reads features, the
+/// stream thread waits in nextBlock(), tests trigger.
 class Device
 {
   public:
     using Status = gige::wire::GvcpStatus;
 
-    /** options and faults must outlive the device. */
+    /// options and faults must outlive the device.
     Device(const CameraOptions& options, Faults& faults) : mCore(options, faults) {}
 
     // Features, as the host sees them.
     [[nodiscard]] std::int64_t read(FeatureId id) { return present()->read(featureOf(id)); }
     [[nodiscard]] Limits limits(FeatureId id) { return present()->limits(featureOf(id)); }
     [[nodiscard]] bool isAvailable(FeatureId id) { return locked()->isAvailable(featureOf(id)); }
-    /** True while the geometry must not change: live, recording, or locked by the host. */
+    /// True while the geometry must not change: live, recording, or locked by the host.
     [[nodiscard]] bool isImaging() { return present()->isImaging(); }
-    /** @return Success, WriteProtect, AccessDenied (not now), InvalidParameter (not this value) */
+    /// @return Success, WriteProtect, AccessDenied (not now), InvalidParameter (not this value)
     Status write(FeatureId id, std::int64_t value)
     {
         return changed(present()->write(featureOf(id), value));
@@ -60,25 +58,25 @@ class Device
 
     // Stream.
     [[nodiscard]] StreamChannel channel() { return locked()->stream.channel(); }
-    /** A channel that opens begins with block 1. */
+    /// A channel that opens begins with block 1.
     void setChannel(const StreamChannel& channel);
-    /** The host is gone: stops sending, not recording. */
+    /// The host is gone: stops sending, not recording.
     void dropHost();
-    /** The next block, waiting for it at most for `patience`. */
+    /// The next block, waiting for it at most for `patience`.
     [[nodiscard]] std::optional<StreamOrder> nextBlock(std::chrono::milliseconds patience);
-    /** The id after the newest block's: for a frame that is sent twice. */
+    /// The id after the newest block's: for a frame that is sent twice.
     [[nodiscard]] std::uint64_t takeBlockId() { return locked()->stream.takeBlockId(); }
-    /** Ends a wait in nextBlock(). */
+    /// Ends a wait in nextBlock().
     void wake();
 
     // The world around the camera.
-    /** A pulse on the trigger input. False when nothing came of it. */
+    /// A pulse on the trigger input. False when nothing came of it.
     bool trigger() { return changed(present()->trigger()); }
-    /** The level of the trigger input; its active edge triggers as "ExtTriggerPolarity" says. */
+    /// The level of the trigger input; its active edge triggers as "ExtTriggerPolarity" says.
     bool setTriggerInput(bool high) { return changed(present()->setTriggerInput(high)); }
-    /** Keeps the camera in FlashWrite for so long. */
+    /// Keeps the camera in FlashWrite for so long.
     void occupyFlash(std::chrono::milliseconds time) { locked()->flashCard.occupy(now() + time); }
-    /** The frame at an index of a recorded sequence; nothing if there is none. */
+    /// The frame at an index of a recorded sequence; nothing if there is none.
     [[nodiscard]] std::optional<FrameStamp> recordedFrame(std::uint32_t sequence,
                                                           std::uint32_t index)
     {
@@ -89,7 +87,7 @@ class Device
     [[nodiscard]] CameraTime now() const { return std::chrono::steady_clock::now() - mPowerOn; }
 
   private:
-    /** The core, with the lock held as long as this lives. */
+    /// The core, with the lock held as long as this lives.
     class LockedCore
     {
       public:
@@ -102,9 +100,9 @@ class Device
     };
 
     [[nodiscard]] LockedCore locked() { return {mLock, mCore}; }
-    /** The core at the present time. */
+    /// The core at the present time.
     [[nodiscard]] LockedCore present();
-    /** Lets nextBlock() look again, after a change that gave this result. */
+    /// Lets nextBlock() look again, after a change that gave this result.
     template <typename Result>
     Result changed(Result result)
     {

@@ -16,14 +16,14 @@ inline constexpr std::size_t kShortestContent = 46; ///< shorter datagrams are p
 inline constexpr std::size_t kFrameCheckSequence = 4;
 inline constexpr std::size_t kInterFrameGap = 12; ///< 96 bit times of silence
 
-/** Bytes that an IP datagram takes on the cable, the gap behind it included. */
+/// Bytes that an IP datagram takes on the cable, the gap behind it included.
 constexpr std::uint64_t bytesOnCable(std::size_t datagramBytes)
 {
     return kPreamble + kEthernetHeader + std::max(datagramBytes, kShortestContent) +
            kFrameCheckSequence + kInterFrameGap;
 }
 
-/** How long an IP datagram occupies the cable. @param linkRate  bits a second, not 0 */
+/// How long an IP datagram occupies the cable. @param linkRate  bits a second, not 0
 constexpr std::chrono::nanoseconds timeOnCable(std::size_t datagramBytes, std::uint64_t linkRate)
 {
     constexpr std::uint64_t kBitsTimesSecond = 8 * std::uint64_t{1'000'000'000};

@@ -18,7 +18,7 @@ namespace camera
 
 inline constexpr std::uint32_t kForever = 0xFFFFFFFF; ///< a count that never ends
 
-/** Chance of each fault for every stream packet, 0.0 to 1.0. */
+/// Chance of each fault for every stream packet, 0.0 to 1.0.
 struct PacketRates {
     double lose = 0;
     double repeat = 0;
@@ -30,7 +30,7 @@ struct PacketRates {
 
 enum class PacketFaultKind : std::uint8_t { Lose, Repeat, Reorder, Delay };
 
-/** A fault of one packet in each of the next blocks. */
+/// A fault of one packet in each of the next blocks.
 struct PacketFault {
     PacketFaultKind kind = PacketFaultKind::Lose;
     std::uint32_t packetId = 1; ///< 0 leader, 1..N data, N + 1 trailer
@@ -47,7 +47,7 @@ enum class FrameFaultKind : std::uint8_t {
     Silence,     ///< as StopMiddle, then the stream rests for `pause`
 };
 
-/** A fault of a whole frame. */
+/// A fault of a whole frame.
 struct FrameFault {
     FrameFaultKind kind = FrameFaultKind::Lose;
     std::uint32_t position = 0; ///< place in a requested range, from 0; live: frame number
@@ -66,7 +66,7 @@ enum class AccessFaultKind : std::uint8_t {
 };
 enum class AccessKind : std::uint8_t { Read, Write, Any };
 
-/** A fault of register accesses to one feature. */
+/// A fault of register accesses to one feature.
 struct AccessFault {
     FeatureId feature{};
     AccessKind access = AccessKind::Any;
@@ -78,16 +78,14 @@ struct AccessFault {
     std::uint32_t after = 0; ///< accesses that are let through first
 };
 
-/** What happens to one packet of a block, in sending order. */
+/// What happens to one packet of a block, in sending order.
 struct PacketStep {
     std::uint32_t packetId = 0;
     std::chrono::microseconds pauseBefore{0};
 };
 
-/**
- * Everything that can go wrong, to be switched on and off while the camera runs. Thread-safe. The
- * pseudo-random choices are the same in every run.
- */
+/// Everything that can go wrong, to be switched on and off while the camera runs. Thread-safe. The
+/// pseudo-random choices are the same in every run.
 class Faults
 {
   public:
@@ -95,18 +93,18 @@ class Faults
     void add(const PacketFault& fault);
     void add(const FrameFault& fault);
     void add(const AccessFault& fault);
-    /** Loses this share of whole frames, 0.0 to 1.0. */
+    /// Loses this share of whole frames, 0.0 to 1.0.
     void setFrameLoss(double rate);
 
-    /** Deaf and dumb: no answer, no packet, until it is switched off again. */
+    /// Deaf and dumb: no answer, no packet, until it is switched off again.
     void setSilent(bool silent) { mSilent = silent; }
     void setAvailable(FeatureId feature, bool available);
-    /** The serial line takes at most so many bytes of one write. */
+    /// The serial line takes at most so many bytes of one write.
     void limitSerial(std::uint32_t bytes) { mSerialLimit = bytes; }
-    /** Packet sizes above are cut to this. */
+    /// Packet sizes above are cut to this.
     void clampPacketSize(std::uint32_t bytes) { mPacketSizeLimit = bytes; }
     void ignoreTestPackets(bool ignore) { mIgnoreTestPackets = ignore; }
-    /** "StreamStartNumber" may never be above "StreamEndNumber", not even between two writes. */
+    /// "StreamStartNumber" may never be above "StreamEndNumber", not even between two writes.
     void requireOrderedRange(bool require) { mOrderedRange = require; }
     void clear();
 
@@ -117,14 +115,14 @@ class Faults
     [[nodiscard]] std::uint32_t packetSizeLimit() const { return mPacketSizeLimit; }
     [[nodiscard]] bool ignoresTestPackets() const { return mIgnoreTestPackets; }
     [[nodiscard]] bool requiresOrderedRange() const { return mOrderedRange; }
-    /** The fault of this access, if any; it is used up. */
+    /// The fault of this access, if any; it is used up.
     [[nodiscard]] std::optional<AccessFault> onAccess(FeatureId feature, bool write);
     [[nodiscard]] std::optional<FrameFault> onFrame(std::uint32_t position);
-    /** True while some packet may go wrong: else packetSteps() need not be asked. */
+    /// True while some packet may go wrong: else packetSteps() need not be asked.
     [[nodiscard]] bool disturbsPackets() const { return mDisturbsPackets; }
-    /** The order in which a block's packets 0..lastPacket go out; a lost packet is not in it. */
+    /// The order in which a block's packets 0..lastPacket go out; a lost packet is not in it.
     void packetSteps(std::uint32_t lastPacket, std::vector<PacketStep>& steps);
-    /** True when a resent packet gets lost too. */
+    /// True when a resent packet gets lost too.
     [[nodiscard]] bool losesResend();
 
   private:

@@ -44,7 +44,7 @@ constexpr std::array kPrivileges{EnumEntry{"OpenAccess", kPrivilegeOpen},
 
 constexpr std::int64_t kWord = 0xFFFFFFFF; // greatest value of a 32-bit register
 
-/** The part of the camera that a function is a member of. */
+/// The part of the camera that a function is a member of.
 template <typename Part, typename Value>
 const Part& partOf(const CameraCore& core, Value (Part::* /*function*/)() const)
 {
@@ -64,7 +64,7 @@ std::int64_t call(const CameraCore& core)
     return static_cast<std::int64_t>(std::invoke(Function, partOf(core, Function)));
 }
 
-/** Hands the value to a function that takes one. One without a result always succeeds. */
+/// Hands the value to a function that takes one. One without a result always succeeds.
 template <auto Function>
 GvcpStatus act(CameraCore& core, std::uint32_t value)
 {
@@ -84,7 +84,7 @@ GvcpStatus act(CameraCore& core, std::uint32_t value)
     }
 }
 
-/** A row under construction: each call sets one thing and returns the row. */
+/// A row under construction: each call sets one thing and returns the row.
 struct Row : Feature {
   private:
     // Before its users: clang wants to know it when the rows are made at compile time.
@@ -127,19 +127,19 @@ struct Row : Feature {
 
     // Function is a member function of the core or of one of its parts.
 
-    /** It gives the value, in place of the one that was set. */
+    /// It gives the value, in place of the one that was set.
     template <auto Function>
     constexpr Row& reads()
     {
         return set(read, call<Function>);
     }
-    /** It gives the greatest value. */
+    /// It gives the greatest value.
     template <auto Function>
     constexpr Row& upTo()
     {
         return set(maximum, call<Function>);
     }
-    /** It takes the value before this is set, and may refuse it. */
+    /// It takes the value before this is set, and may refuse it.
     template <auto Function>
     constexpr Row& writes()
     {

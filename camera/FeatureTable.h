@@ -14,7 +14,7 @@ namespace camera
 class CameraCore;
 struct CameraOptions;
 
-/** Every feature, in the order of the table. */
+/// Every feature, in the order of the table.
 enum class FeatureId : std::uint16_t {
 #define CATEGORY(name)
 #define FEATURE(name, row) name,
@@ -41,7 +41,7 @@ struct EnumEntry {
     std::int64_t value;
 };
 
-/** Inclusive. A value is valid when (value - minimum) is a multiple of the increment. */
+/// Inclusive. A value is valid when (value - minimum) is a multiple of the increment.
 struct Limits {
     std::int64_t minimum = 0;
     std::int64_t maximum = 0;
@@ -57,10 +57,8 @@ struct Limits {
 using ReadFunction = std::int64_t (*)(const CameraCore&);
 using WriteFunction = gige::wire::GvcpStatus (*)(CameraCore&, std::uint32_t value);
 
-/**
- * One row of the camera's table: what the description tells a host of the feature, where its
- * register lies, and what the camera does with it.
- */
+/// One row of the camera's table: what the description tells a host of the feature, where its
+/// register lies, and what the camera does with it.
 struct Feature {
     FeatureId id{};
     std::string_view name{};
@@ -84,7 +82,7 @@ struct Feature {
     bool CameraOptions::*needs = nullptr; ///< a camera without this does not have the feature
     ReadFunction read = nullptr;          ///< none: the value that was set
     ReadFunction maximum = nullptr;       ///< none: the limits are fixed
-    /** Comes before the value is set, and may refuse it. A command has no value, only this. */
+    /// Comes before the value is set, and may refuse it. A command has no value, only this.
     WriteFunction write = nullptr;
 };
 
@@ -101,19 +99,19 @@ inline constexpr std::uint32_t kDescriptionFile = 0x00100000;
 inline constexpr std::uint32_t kSerialBufferLength = 256;   ///< bytes, both directions
 inline constexpr std::uint32_t kDestinationTextLength = 16; ///< bytes
 
-/** The whole table; feature i stands at index i. */
+/// The whole table; feature i stands at index i.
 [[nodiscard]] std::span<const Feature, kFeatureCount> featureTable();
 
 [[nodiscard]] const Feature& featureOf(FeatureId id);
 
-/** Whether some camera may have this value from power-on; what it depends on is not looked at. */
+/// Whether some camera may have this value from power-on; what it depends on is not looked at.
 [[nodiscard]] bool canStartWith(const Feature& feature, std::int64_t value);
 
 [[nodiscard]] std::optional<FeatureId> findFeature(std::string_view name);
 
 [[nodiscard]] std::string_view categoryName(Category category);
 
-/** Address of a feature's value. */
+/// Address of a feature's value.
 [[nodiscard]] std::uint32_t registerOf(const Feature& feature);
 
 [[nodiscard]] constexpr std::uint32_t maximumRegisterOf(FeatureId id)

@@ -6,13 +6,13 @@
 namespace camera
 {
 
-/** The card that recordings are copied to: what it takes is time. Not thread-safe. */
+/// The card that recordings are copied to: what it takes is time. Not thread-safe.
 class FlashCard
 {
   public:
     explicit FlashCard(std::uint64_t bytesPerSecond) : mBytesPerSecond(bytesPerSecond) {}
 
-    /** Begins to copy. False when there is nothing to copy, or not all of it yet. */
+    /// Begins to copy. False when there is nothing to copy, or not all of it yet.
     [[nodiscard]] bool copy(const Recorder& recorder, CameraTime now)
     {
         if (recorder.isRecording() || recorder.allFrames() == 0) {

@@ -7,18 +7,16 @@
 namespace camera
 {
 
-/** Time since the camera was switched on. */
+/// Time since the camera was switched on.
 using CameraTime = std::chrono::nanoseconds;
 
-/**
- * When which frame is exposed: frame 0 at the start, the others at the image rate. The rate may
- * change at any time; frames exposed before keep their times.
- */
+/// When which frame is exposed: frame 0 at the start, the others at the image rate. The rate may
+/// change at any time; frames exposed before keep their times.
 class FrameClock
 {
   public:
     FrameClock() = default;
-    /** @param rate  images a second, not 0 */
+    /// @param rate  images a second, not 0
     FrameClock(CameraTime start, std::uint32_t rate) : mBase(start), mRate(rate) {}
 
     [[nodiscard]] CameraTime timeOf(std::uint64_t number) const
@@ -26,7 +24,7 @@ class FrameClock
         return mBase + std::chrono::nanoseconds((number - mBaseNumber) * kSecond / mRate);
     }
 
-    /** Frames exposed until then, the one of this moment included; 0 before the start. */
+    /// Frames exposed until then, the one of this moment included; 0 before the start.
     [[nodiscard]] std::uint64_t exposedAt(CameraTime now) const
     {
         if (now < mBase) {

@@ -10,11 +10,9 @@
 namespace camera
 {
 
-/**
- * Frames of one view, drawn fast: the background is kept, and from frame to frame only the moving
- * objects, the text, the marks and the header are drawn anew. Equals renderFrame() byte for byte.
- * Not thread-safe.
- */
+/// Frames of one view, drawn fast: the background is kept, and from frame to frame only the moving
+/// objects, the text, the marks and the header are drawn anew. Equals renderFrame() byte for byte.
+/// Not thread-safe.
 class FrameRenderer
 {
   public:
@@ -22,7 +20,7 @@ class FrameRenderer
 
     [[nodiscard]] const SceneView& view() const { return mView; }
 
-    /** One whole frame, header first. Valid until the next call. */
+    /// One whole frame, header first. Valid until the next call.
     std::span<const std::uint8_t> render(const FrameStamp& stamp);
 
   private:
@@ -54,7 +52,7 @@ class FrameRenderer
     Area mDartArea;
 };
 
-/** One whole frame from nothing: the scene with the header over its first 16 bytes. */
+/// One whole frame from nothing: the scene with the header over its first 16 bytes.
 [[nodiscard]] std::vector<std::uint8_t> renderFrame(const SceneView& view, const FrameStamp& stamp);
 
 } // namespace camera

@@ -9,23 +9,23 @@
 namespace camera
 {
 
-/** What the host asked to be sent of the recording, in the order it asked. Not thread-safe. */
+/// What the host asked to be sent of the recording, in the order it asked. Not thread-safe.
 class Playback
 {
   public:
     using Status = gige::wire::GvcpStatus;
 
-    /** A block that was asked for. */
+    /// A block that was asked for.
     struct Picture {
         std::optional<FrameStamp> frame{}; ///< none: the info frame
         std::uint32_t position = 0;        ///< place in its range
         bool operator==(const Picture&) const = default;
     };
 
-    /** recorder must outlive the playback. */
+    /// recorder must outlive the playback.
     explicit Playback(const Recorder& recorder) : mRecorder(recorder) {}
 
-    /** Nothing is taken over from before. */
+    /// Nothing is taken over from before.
     void start();
     void stop();
     [[nodiscard]] bool isRunning() const { return mRunning; }
@@ -33,10 +33,10 @@ class Playback
     // @return AccessDenied: not running, or too many wait; InvalidParameter: no such frame
     Status requestInfo();
     Status requestFrame(std::uint32_t sequence, std::uint32_t number);
-    /** Takes the place of all that still waits: the host has given that up. */
+    /// Takes the place of all that still waits: the host has given that up.
     Status requestRange(std::uint32_t sequence, std::uint32_t first, std::uint32_t last);
 
-    /** What is to be sent next. Frames that a newer recording has replaced are passed over. */
+    /// What is to be sent next. Frames that a newer recording has replaced are passed over.
     [[nodiscard]] std::optional<Picture> next();
 
   private:

@@ -15,7 +15,7 @@ namespace
 
 constexpr std::uint32_t kWord = 4; // bytes
 
-/** Index of the word at address in an area of words; nothing outside. */
+/// Index of the word at address in an area of words; nothing outside.
 std::optional<FeatureId> indexIn(std::uint32_t base, std::uint32_t address)
 {
     const std::uint32_t index = (address - base) / kWord;

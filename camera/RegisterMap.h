@@ -11,27 +11,25 @@
 namespace camera
 {
 
-/**
- * The whole address space as the host reads and writes it: bootstrap registers, feature registers,
- * serial buffers and the description file. Addresses and lengths are multiples of 4. For the
- * control thread alone.
- */
+/// The whole address space as the host reads and writes it: bootstrap registers, feature registers,
+/// serial buffers and the description file. Addresses and lengths are multiples of 4. For the
+/// control thread alone.
 class RegisterMap
 {
   public:
     using Status = gige::wire::GvcpStatus;
     using Endpoint = gige::net::Endpoint;
 
-    /** @param description  the file as it is delivered; zero-filled behind its end */
+    /// @param description  the file as it is delivered; zero-filled behind its end
     RegisterMap(Bootstrap& bootstrap, Device& device, std::vector<std::uint8_t> description);
 
-    /** Fills bytes from the registers at address; stops at the first that does not exist. */
+    /// Fills bytes from the registers at address; stops at the first that does not exist.
     Status read(std::uint32_t address, std::span<std::uint8_t> bytes) const;
-    /** Writes word by word. @param written  out: bytes written before a failure */
+    /// Writes word by word. @param written  out: bytes written before a failure
     Status write(std::uint32_t address, std::span<const std::uint8_t> bytes, const Endpoint& from,
                  std::size_t& written);
 
-    /** The feature whose value lies there. */
+    /// The feature whose value lies there.
     [[nodiscard]] static std::optional<FeatureId> featureAt(std::uint32_t address);
 
   private:

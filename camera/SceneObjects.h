@@ -27,27 +27,27 @@ struct ScenePoint {
 
 using SceneText = std::array<char, kTextLength>;
 
-/** Top left corner of the ball's square, on the sensor; both coordinates are even. */
+/// Top left corner of the ball's square, on the sensor; both coordinates are even.
 [[nodiscard]] ScenePoint ballPosition(const SceneView& view, std::uint32_t sequence,
                                       std::uint32_t number);
 
-/** Shade of the ball at a position inside its square of 2 * kBallRadius; 0 outside the disc. */
+/// Shade of the ball at a position inside its square of 2 * kBallRadius; 0 outside the disc.
 [[nodiscard]] std::uint8_t ballShade(std::uint32_t x, std::uint32_t y);
 
-/** Top left corner of the dart, on the sensor; both coordinates are even. */
+/// Top left corner of the dart, on the sensor; both coordinates are even.
 [[nodiscard]] ScenePoint dartPosition(const SceneView& view, std::uint32_t sequence,
                                       std::uint32_t number);
 
-/** "S03 F0000012345 0012.345s": sequence, frame number, scene time. */
+/// "S03 F0000012345 0012.345s": sequence, frame number, scene time.
 [[nodiscard]] SceneText sceneText(std::uint32_t sequence, std::uint32_t number);
 
-/** Shade of a character's cell at a position inside its kGlyphSize square. */
+/// Shade of a character's cell at a position inside its kGlyphSize square.
 [[nodiscard]] std::uint8_t glyphShade(char character, std::uint32_t x, std::uint32_t y);
 
-/** Shade of the marks at the right edge in line y. */
+/// Shade of the marks at the right edge in line y.
 [[nodiscard]] std::uint8_t markShade(std::uint32_t sequence, std::uint32_t number, std::uint32_t y);
 
-/** Shade of the picture behind all objects at an image position. */
+/// Shade of the picture behind all objects at an image position.
 [[nodiscard]] std::uint8_t backgroundShade(const SceneView& view, std::uint32_t sequence,
                                            std::uint32_t x, std::uint32_t y);
 

@@ -10,7 +10,7 @@
 namespace camera
 {
 
-/** The two buffers through which the host reaches the serial line. Not thread-safe. */
+/// The two buffers through which the host reaches the serial line. Not thread-safe.
 class SerialBridge
 {
   public:
@@ -19,7 +19,7 @@ class SerialBridge
     [[nodiscard]] SerialLine& line() { return mLine; }
     [[nodiscard]] const SerialLine& line() const { return mLine; }
 
-    /** Bytes beyond the buffer's end are not for it: nothing is written then. */
+    /// Bytes beyond the buffer's end are not for it: nothing is written then.
     void write(std::size_t offset, std::span<const std::uint8_t> bytes)
     {
         if (offset + bytes.size() <= mTransmitBuffer.size()) {
@@ -30,7 +30,7 @@ class SerialBridge
     {
         return {mTransmitBuffer.begin(), mTransmitBuffer.end()};
     }
-    /** The bytes that wait, zero behind them. */
+    /// The bytes that wait, zero behind them.
     [[nodiscard]] std::vector<std::uint8_t> receiveBuffer() const
     {
         std::vector<std::uint8_t> bytes = mLine.peek(kSerialBufferLength);
@@ -38,13 +38,13 @@ class SerialBridge
         return bytes;
     }
 
-    /** Sends the transmit buffer's first bytes, at most as many as it holds. */
+    /// Sends the transmit buffer's first bytes, at most as many as it holds.
     void transmit(std::uint32_t count)
     {
         mTransmitted = count;
         mLine.send(std::span(mTransmitBuffer).first(count));
     }
-    /** How many bytes were sent last. */
+    /// How many bytes were sent last.
     [[nodiscard]] std::uint32_t transmitted() const { return mTransmitted; }
 
   private:

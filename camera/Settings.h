@@ -12,14 +12,12 @@ namespace camera
 
 using FeatureValues = std::map<FeatureId, std::int64_t>;
 
-/**
- * The value that each feature was set to, and what follows from these alone: the picture that they
- * describe, how the memory is divided, how the values limit each other. Not thread-safe.
- */
+/// The value that each feature was set to, and what follows from these alone: the picture that they
+/// describe, how the memory is divided, how the values limit each other. Not thread-safe.
 class Settings
 {
   public:
-    /** As the factory set them. options must outlive the settings. */
+    /// As the factory set them. options must outlive the settings.
     explicit Settings(const CameraOptions& options);
 
     [[nodiscard]] std::int64_t get(FeatureId id) const
@@ -32,9 +30,9 @@ class Settings
     }
     [[nodiscard]] bool isOn(FeatureId id) const { return get(id) != 0; }
     void set(FeatureId id, std::int64_t value) { mValues[static_cast<std::size_t>(id)] = value; }
-    /** Sets several, of which only the outcome must be valid, and settles the others. */
+    /// Sets several, of which only the outcome must be valid, and settles the others.
     void take(const FeatureValues& values);
-    /** Brings what depends on other features back within its limits. */
+    /// Brings what depends on other features back within its limits.
     void settle();
 
     // Greatest values.
@@ -60,14 +58,14 @@ class Settings
     [[nodiscard]] std::int64_t lastSequence() const;
 
     [[nodiscard]] SceneView view() const;
-    /** view() with the trigger window, if it is to be seen. */
+    /// view() with the trigger window, if it is to be seen.
     [[nodiscard]] SceneView shownView() const;
-    /** Header flags of the frames that are exposed with these settings. */
+    /// Header flags of the frames that are exposed with these settings.
     [[nodiscard]] std::uint8_t frameFlags() const;
 
     [[nodiscard]] std::int64_t payloadSize() const { return get(Id::Width) * get(Id::Height); }
     [[nodiscard]] std::uint32_t framesPerSequence() const;
-    /** How a recording that begins now is taken. */
+    /// How a recording that begins now is taken.
     [[nodiscard]] RecordSettings recording() const;
 
   private:

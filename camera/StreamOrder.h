@@ -13,10 +13,10 @@
 namespace camera
 {
 
-/** At power-on a camera sends like one behind a gigabit link, until its host knows better. */
+/// At power-on a camera sends like one behind a gigabit link, until its host knows better.
 inline constexpr std::uint32_t kGigabitDelay = 12'000; // ns
 
-/** Stream channel 0 as the host has set it up. */
+/// Stream channel 0 as the host has set it up.
 struct StreamChannel {
     gige::net::Endpoint destination{};   ///< port 0: closed
     std::uint32_t packetSize = 1440;     ///< bytes of the IP datagram
@@ -27,7 +27,7 @@ struct StreamChannel {
     [[nodiscard]] bool isOpen() const { return destination.port != 0; }
 };
 
-/** One block to send: all that determines its bytes, so that it can be made again for a resend. */
+/// One block to send: all that determines its bytes, so that it can be made again for a resend.
 struct StreamOrder {
     StreamChannel channel{};
     std::uint64_t blockId = 0;
@@ -35,7 +35,7 @@ struct StreamOrder {
     SceneView view{};
     std::uint32_t pixelFormat = 0;
     FrameStamp stamp{};
-    /** Present: not an image of the scene but the info frame, zero behind its content. */
+    /// Present: not an image of the scene but the info frame, zero behind its content.
     std::optional<std::array<std::uint8_t, kInfoFrameSize>> info{};
     std::uint32_t position = 0;       ///< place in the requested range; live: frame number
     std::uint64_t bytesPerSecond = 0; ///< ceiling, 0: none

@@ -9,26 +9,24 @@
 namespace camera
 {
 
-/**
- * Which block goes out next on stream channel 0: of live images, of a running recording, or of what
- * was asked of the last one. Not thread-safe.
- */
+/// Which block goes out next on stream channel 0: of live images, of a running recording, or of
+/// what was asked of the last one. Not thread-safe.
 class StreamSource
 {
   public:
-    /** All must outlive it. */
+    /// All must outlive it.
     StreamSource(const CameraOptions& options, const Settings& settings, const Recorder& recorder,
                  LiveSource& live, Playback& playback);
 
     [[nodiscard]] const StreamChannel& channel() const { return mChannel; }
-    /** A channel that opens begins with block 1. */
+    /// A channel that opens begins with block 1.
     void setChannel(const StreamChannel& channel);
     void closeChannel() { mChannel.destination = {}; }
 
     [[nodiscard]] std::optional<StreamOrder> nextBlock(CameraTime now);
-    /** When time alone brings the next block, after nextBlock() gave none. */
+    /// When time alone brings the next block, after nextBlock() gave none.
     [[nodiscard]] CameraTime nextExposure() const;
-    /** The id after the newest block's. */
+    /// The id after the newest block's.
     [[nodiscard]] std::uint64_t takeBlockId();
 
   private:

@@ -182,7 +182,7 @@ void Streamer::sendTestPacket(const StreamChannel& channel)
     encode(GvspHeader{.extendedIds = channel.extendedIds}, packet);
     ++mLog.testPackets;
     mSocket.setDontFragment(channel.dontFragment);
-    static_cast<void>(mSocket.send(packet, channel.destination)); // too large shows at the host
+    (void)mSocket.send(packet, channel.destination); // too large shows at the host
 }
 
 void Streamer::remember(const StreamOrder& order)
@@ -261,7 +261,7 @@ void Streamer::refuse(const PacketResend& request)
                             .extendedIds = request.extendedIds,
                             .packetId = request.firstPacket};
     const std::size_t size = encode(header, packet);
-    static_cast<void>(mSocket.send(std::span(packet).first(size), channel.destination));
+    (void)mSocket.send(std::span(packet).first(size), channel.destination);
 }
 
 } // namespace camera

@@ -19,28 +19,26 @@
 namespace camera
 {
 
-/**
- * Sends what the device has to send, packet by packet, and sends packets again on request. A block
- * is made anew for a resend, so nothing but its order is kept. run() is the stream thread's; the
- * other operations are thread-safe.
- */
+/// Sends what the device has to send, packet by packet, and sends packets again on request. A block
+/// is made anew for a resend, so nothing but its order is kept. run() is the stream thread's; the
+/// other operations are thread-safe.
 class Streamer
 {
   public:
-    /** All are borrowed for the streamer's life. */
+    /// All are borrowed for the streamer's life.
     Streamer(gige::net::UdpSocket& socket, const CameraOptions& options, Device& device,
              Faults& faults, CameraLog& log);
 
-    /** Sends until stop() is called. */
+    /// Sends until stop() is called.
     void run();
     void stop();
 
     void resend(const gige::wire::PacketResend& request);
-    /** One datagram of exactly the channel's packet size. */
+    /// One datagram of exactly the channel's packet size.
     void sendTestPacket(const StreamChannel& channel);
 
   private:
-    /** Makes a block's bytes; keeps the background of the last view. */
+    /// Makes a block's bytes; keeps the background of the last view.
     class BlockMaker
     {
       public:

@@ -105,7 +105,7 @@ bool UserSets::keep(const Settings& settings)
 void UserSets::setUserName(const std::string& name, const Settings& settings)
 {
     mState.userName = name;
-    static_cast<void>(keep(settings)); // the name register has no way to report a full disk
+    (void)keep(settings); // the name register has no way to report a full disk
 }
 
 StoredState loadState(const std::string& path)

@@ -70,7 +70,7 @@ NetworkInterface interfaceOf(Ipv4Address address)
     return {.address = address, .netmask = {0xFFFFFFFF}};
 }
 
-/** False for the addresses of none and of many. */
+/// False for the addresses of none and of many.
 bool isOneDevices(Ipv4Address address, const NetworkInterface& network)
 {
     constexpr std::uint32_t kFirstMulticast = 0xE0000000; // 224.0.0.0; broadcast lies behind, too

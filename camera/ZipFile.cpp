@@ -10,7 +10,7 @@ namespace camera
 namespace
 {
 
-/** A file that the archive is written to; its size is that of what was written. */
+/// A file that the archive is written to; its size is that of what was written.
 struct MemoryFile {
     std::vector<std::uint8_t> bytes{};
     std::size_t position = 0;
@@ -32,7 +32,7 @@ struct MemoryFile {
         return static_cast<MemoryFile*>(stream)->position;
     }
 
-    /** The writer goes back to an entry's header from the start only, and to the end. */
+    /// The writer goes back to an entry's header from the start only, and to the end.
     static long seek(void* /*opaque*/, void* stream, ZPOS64_T offset, int origin)
     {
         auto& file = *static_cast<MemoryFile*>(stream);

@@ -8,7 +8,7 @@
 namespace camera
 {
 
-/** A ZIP archive with one entry. @param deflate  compressed, else stored as it is */
+/// A ZIP archive with one entry. @param deflate  compressed, else stored as it is
 [[nodiscard]] std::vector<std::uint8_t> zipFile(const std::string& name, const std::string& content,
                                                 bool deflate);
 

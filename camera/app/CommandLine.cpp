@@ -25,7 +25,7 @@ constexpr std::uint64_t kFastestLink =
 
 using Texts = std::vector<std::string>;
 
-/** What CLI11 collects as text and the camera wants as something better. */
+/// What CLI11 collects as text and the camera wants as something better.
 struct RawTexts {
     std::string sensor;
     std::optional<std::uint64_t> memory;
@@ -61,7 +61,7 @@ CLI::Validator atMost(std::size_t length)
             ""};
 }
 
-/** Unlike CLI::Range it refuses what is not a number, too. */
+/// Unlike CLI::Range it refuses what is not a number, too.
 CLI::Validator share()
 {
     return {[](const std::string& text) {

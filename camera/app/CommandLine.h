@@ -11,7 +11,7 @@
 namespace camera
 {
 
-/** All that the command line asks for. */
+/// All that the command line asks for.
 struct CommandLine {
     CameraOptions camera{};               ///< of every camera, but for the address
     std::vector<std::string> addresses{}; ///< one camera each
@@ -33,13 +33,13 @@ struct CommandLine {
     std::string recordingsFolder{}; ///< where the recordings go at the end; empty: nowhere
 };
 
-/** The command line asked for help or holds an error: print text, leave with status. */
+/// The command line asked for help or holds an error: print text, leave with status.
 struct CommandLineExit {
     std::string text;
     int status = 0; ///< 0 for help, 2 for an error
 };
 
-/** @throws CommandLineExit */
+/// @throws CommandLineExit
 [[nodiscard]] CommandLine parseCommandLine(int argc, const char* const* argv);
 
 } // namespace camera

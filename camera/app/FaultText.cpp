@@ -41,7 +41,7 @@ constexpr std::array kAccessKinds{
     KindName<AccessFaultKind>{"double", AccessFaultKind::DoubleAck},
 };
 
-/** The colon-separated parts of a fault, taken one after the other. */
+/// The colon-separated parts of a fault, taken one after the other.
 class Parts
 {
   public:

@@ -10,23 +10,21 @@
 namespace camera
 {
 
-/** "lose|repeat|reorder|delay:PACKET[:BLOCKS]", BLOCKS "always" for no end. */
+/// "lose|repeat|reorder|delay:PACKET[:BLOCKS]", BLOCKS "always" for no end.
 [[nodiscard]] PacketFault parsePacketFault(std::string_view text);
 
-/** "lose|repeat|reorder|jump|stop|silence:POSITION[:AMOUNT[:MILLISECONDS[:TIMES]]]" */
+/// "lose|repeat|reorder|jump|stop|silence:POSITION[:AMOUNT[:MILLISECONDS[:TIMES]]]"
 [[nodiscard]] FrameFault parseFrameFault(std::string_view text);
 
-/**
- * "reject:FEATURE[:STATUS[:TIMES]]", "delay|late:FEATURE:MILLISECONDS[:TIMES]",
- * "corrupt:FEATURE:VALUE[:TIMES]", "drop|double:FEATURE[:TIMES]". STATUS is a number such as
- * 0x8006. corrupt concerns reads, reject writes, the others both.
- */
+/// "reject:FEATURE[:STATUS[:TIMES]]", "delay|late:FEATURE:MILLISECONDS[:TIMES]",
+/// "corrupt:FEATURE:VALUE[:TIMES]", "drop|double:FEATURE[:TIMES]". STATUS is a number such as
+/// 0x8006. corrupt concerns reads, reject writes, the others both.
 [[nodiscard]] AccessFault parseAccessFault(std::string_view text);
 
-/** The feature of this name. */
+/// The feature of this name.
 [[nodiscard]] FeatureId parseFeature(std::string_view name);
 
-/** A whole number, decimal or with 0x, or "always". */
+/// A whole number, decimal or with 0x, or "always".
 [[nodiscard]] std::uint32_t parseNumber(std::string_view text);
 
 } // namespace camera

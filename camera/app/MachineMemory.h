@@ -6,7 +6,7 @@
 namespace camera
 {
 
-/** Bytes of main memory that this machine has; 0 when the system does not tell. */
+/// Bytes of main memory that this machine has; 0 when the system does not tell.
 [[nodiscard]] std::uint64_t machineMemory();
 
 } // namespace camera

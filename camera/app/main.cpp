@@ -64,8 +64,7 @@ std::unique_ptr<VirtualCamera> startCamera(const CommandLine& line, const std::s
     return started;
 }
 
-/** Lines of standard input, brought by a thread of their own since reading cannot be interrupted.
- */
+/// Lines of standard input, brought by a thread of their own since reading cannot be interrupted.
 struct CommandInput {
     std::mutex lock; // guards lines
     std::vector<std::string> lines;
@@ -113,7 +112,7 @@ void obey(VirtualCamera& device, const CommandLine& line, const std::string& tex
     }
 }
 
-/** Does what the command line wants done over time, until the end is asked for. */
+/// Does what the command line wants done over time, until the end is asked for.
 void run(const CommandLine& line, const Cameras& cameras)
 {
     const auto input = std::make_shared<CommandInput>();
@@ -144,7 +143,7 @@ void run(const CommandLine& line, const Cameras& cameras)
     }
 }
 
-/** What the camera has sent, for who asks himself where his images are. */
+/// What the camera has sent, for who asks himself where his images are.
 void sumUp(const VirtualCamera& device)
 {
     const camera::CameraCounters counters = device.log().counters();

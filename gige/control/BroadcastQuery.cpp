@@ -44,7 +44,7 @@ void BroadcastQuery::askLoopback(const net::NetworkInterface& interface)
 {
     // Tied to the interface, or else the limited broadcast would leave by another.
     auto socket = net::UdpSocket::open({.address = interface.address},
-                                       {.broadcast = true, .interface = interface.name});
+                                       {.broadcast = true, .interfaceName = interface.name});
     if (socket) {
         listen(std::move(*socket), interface, {kLoopbackBroadcast, net::kLimitedBroadcast});
     }
@@ -63,7 +63,7 @@ void BroadcastQuery::askNetwork(const net::NetworkInterface& interface)
     // And with several interfaces, only a socket tied to one sends the limited broadcast there.
     auto broadcasts = net::UdpSocket::open(
         {.address = net::kAnyAddress, .port = port},
-        {.reuseAddress = true, .broadcast = true, .interface = interface.name});
+        {.reuseAddress = true, .broadcast = true, .interfaceName = interface.name});
     if (broadcasts) {
         listen(std::move(*broadcasts), interface, {net::kLimitedBroadcast});
     }
@@ -92,9 +92,8 @@ std::optional<HeardDatagram> BroadcastQuery::next(Clock::TimePoint deadline)
 void BroadcastQuery::listen(net::UdpSocket socket, const net::NetworkInterface& interface,
                             std::vector<net::Ipv4Address> destinations)
 {
-    mListeners.push_back({.socket = std::move(socket),
-                          .interface = interface,
-                          .destinations = std::move(destinations)});
+    mListeners.push_back(
+        {.socket = std::move(socket), .nic = interface, .destinations = std::move(destinations)});
     Listener& listener = mListeners.back();
     listener.socket.setReceiveBuffer(kSocketBuffer);
     if (!net::startThread(listener.thread, [this, &listener] { hear(listener); })) {
@@ -115,9 +114,8 @@ void BroadcastQuery::hear(Listener& listener)
         const auto end = buffer.begin() + static_cast<std::ptrdiff_t>(received.size);
         const std::lock_guard lock(mLock);
         if (mHeard.size() < kMostHeard) {
-            mHeard.push_back({.bytes = {buffer.begin(), end},
-                              .source = received.source,
-                              .interface = listener.interface});
+            mHeard.push_back(
+                {.bytes = {buffer.begin(), end}, .source = received.source, .nic = listener.nic});
             mArrived.notify_one();
         }
     }

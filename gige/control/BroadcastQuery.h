@@ -26,15 +26,12 @@ inline constexpr std::size_t kMostHeard = 1024;
 struct HeardDatagram {
     wire::Bytes bytes{};
     net::Endpoint source{};
-    net::NetworkInterface interface {
-    };
+    net::NetworkInterface nic{};
 };
 
-/**
- * Sends one command to every device that interfaces reach, and hears what comes back.
- * Threads: the operations one; each socket has a listening thread, which ends with the object.
- * mLock guards mHeard.
- */
+/// Sends one command to every device that interfaces reach, and hears what comes back.
+/// Threads: the operations one; each socket has a listening thread, which ends with the object.
+/// mLock guards mHeard.
 class BroadcastQuery
 {
   public:
@@ -58,7 +55,7 @@ class BroadcastQuery
     /// One socket and the thread that listens to it. Stays where it is, for the thread's sake.
     struct Listener {
         net::UdpSocket socket;
-        net::NetworkInterface interface;
+        net::NetworkInterface nic;
         std::vector<net::Ipv4Address> destinations; // of the command
         std::thread thread{};
     };

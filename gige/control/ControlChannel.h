@@ -30,27 +30,23 @@ struct Command {
     std::function<bool(wire::ByteView)> acceptable = [](wire::ByteView) { return true; };
 };
 
-/**
- * The one conversation with a device: a UDP socket, one command at a time, in the order of asking.
- * An unanswered command is sent again with the same bytes and request id, so that the device can
- * tell it from a second command; PENDING_ACK moves the deadline, up to a limit; a device that is
- * BUSY is asked again later. Whatever does not come from the device or does not belong to the
- * command is dropped.
- * Threads: any. mTurns guards mRequestId, mLastAnswer and the receiving side of mSocket; the rest
- * is atomic.
- */
+/// The one conversation with a device: a UDP socket, one command at a time, in the order of asking.
+/// An unanswered command is sent again with the same bytes and request id, so that the device can
+/// tell it from a second command; PENDING_ACK moves the deadline, up to a limit; a device that is
+/// BUSY is asked again later. Whatever does not come from the device or does not belong to the
+/// command is dropped.
+/// Threads: any. mTurns guards mRequestId, mLastAnswer and the receiving side of mSocket; the rest
+/// is atomic.
 class ControlChannel
 {
   public:
     using TimePoint = Clock::TimePoint;
 
-    /**
-     * @param local     address of the interface that leads to the device
-     * @param device    the device's address; the port is 3956
-     * @param settings  borrowed for the channel's life; with disconnectOnAnswerTimeout the channel
-     *                  closes itself when a command has gone unanswered through all its tries
-     * @return null: the system gives no socket on that address
-     */
+    /// @param local     address of the interface that leads to the device
+    /// @param device    the device's address; the port is 3956
+    /// @param settings  borrowed for the channel's life; with disconnectOnAnswerTimeout the channel
+    ///                  closes itself when a command has gone unanswered through all its tries
+    /// @return null: the system gives no socket on that address
     static std::unique_ptr<ControlChannel> open(net::Ipv4Address local, net::Ipv4Address device,
                                                 const LinkSettings& settings,
                                                 const ControlLimits& limits = {});
@@ -59,12 +55,10 @@ class ControlChannel
     ControlChannel(std::unique_ptr<ControlSocket> socket, net::Endpoint device,
                    const LinkSettings& settings, const ControlLimits& limits, Clock& clock);
 
-    /**
-     * Sends the command and waits for its answer.
-     * @param deadline  ends waiting with a timeout, however many tries are left and whatever a
-     *                  PENDING_ACK promises
-     * @return the acknowledge's payload
-     */
+    /// Sends the command and waits for its answer.
+    /// @param deadline  ends waiting with a timeout, however many tries are left and whatever a
+    ///                  PENDING_ACK promises
+    /// @return the acknowledge's payload
     Result<wire::Bytes> execute(const Command& command, TimePoint deadline = TimePoint::max());
 
     /// While it lives a connection is being made, with the patience for that.

@@ -13,10 +13,8 @@
 namespace gige::control
 {
 
-/**
- * How a conversation with a device sends and receives: by the network, or within a test.
- * Threads: one receives and clears while others send and wake.
- */
+/// How a conversation with a device sends and receives: by the network, or within a test.
+/// Threads: one receives and clears while others send and wake.
 class ControlSocket
 {
   public:

@@ -22,7 +22,7 @@ bool answers(const DeviceAddress& address)
     LinkSettings settings;
     settings.answerTimeout = kProbeTimeout;
     settings.commandRetryCount = kProbeRetries;
-    const auto channel = ControlChannel::open(address.interface.address, address.ip, settings);
+    const auto channel = ControlChannel::open(address.nic.address, address.ip, settings);
     if (!channel) {
         return false;
     }
@@ -38,7 +38,7 @@ std::optional<DeviceAddress> locateDevice(net::Ipv4Address ip,
     std::vector<DeviceAddress> candidates;
     for (const net::NetworkInterface& interface : interfaces) {
         if (interface.contains(ip)) {
-            candidates.push_back({.ip = ip, .interface = interface});
+            candidates.push_back({.ip = ip, .nic = interface});
         }
     }
     if (candidates.size() == 1) {

@@ -16,7 +16,7 @@ Result<std::unique_ptr<DeviceConnection>> DeviceConnection::open(const DeviceAdd
                                                                  std::function<void()> linkLost,
                                                                  const ControlLimits& limits)
 {
-    auto channel = ControlChannel::open(address.interface.address, address.ip, settings, limits);
+    auto channel = ControlChannel::open(address.nic.address, address.ip, settings, limits);
     return channel
                ? open(std::move(channel), address, access, settings, std::move(linkLost), limits)
                : Status::NetworkError;

@@ -24,24 +24,21 @@ enum class AccessType : std::uint8_t {
     Control = 2,   // others may read
 };
 
-/**
- * Control of one device, from a successful open() to disconnect() or the loss of the link. A
- * heartbeat keeps it alive meanwhile. Once it has ended, all operations answer NotConnected.
- * Threads: any; disconnect() may also be called, and the object be destroyed, by `linkLost`.
- */
+/// Control of one device, from a successful open() to disconnect() or the loss of the link. A
+/// heartbeat keeps it alive meanwhile. Once it has ended, all operations answer NotConnected.
+/// Threads: any; disconnect() may also be called, and the object be destroyed, by `linkLost`.
 class DeviceConnection
 {
   public:
-    /**
-     * Reads what the device is, takes control of it, sets the heartbeat timeout and switches on
-     * PENDING_ACK and extended status codes where the device offers them.
-     * @param settings  borrowed for the connection's life
-     * @param linkLost  called once when the device stays silent for the heartbeat timeout or gives
-     *                  control to another host; on a thread of this connection, never by
-     *                  disconnect(); it may outlive the connection, throws nothing
-     * A device that falls silent meanwhile makes this fail within ControlLimits::opening.
-     * @return the device's error AccessDenied: another host holds the device; Timeout; NetworkError
-     */
+    /// Reads what the device is, takes control of it, sets the heartbeat timeout and switches on
+    /// PENDING_ACK and extended status codes where the device offers them.
+    /// @param settings  borrowed for the connection's life
+    /// @param linkLost  called once when the device stays silent for the heartbeat timeout or gives
+    ///                  control to another host; on a thread of this connection, never by
+    ///                  disconnect(); it may outlive the connection, throws nothing
+    /// A device that falls silent meanwhile makes this fail within ControlLimits::opening.
+    /// @return the device's error AccessDenied: another host holds the device; Timeout;
+    /// NetworkError
     static Result<std::unique_ptr<DeviceConnection>>
     open(const DeviceAddress& address, AccessType access, const LinkSettings& settings,
          std::function<void()> linkLost, const ControlLimits& limits = {});

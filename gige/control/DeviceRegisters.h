@@ -23,12 +23,10 @@ struct DeviceTraits {
     [[nodiscard]] bool has(std::uint32_t bit) const { return (capability & bit) != 0; }
 };
 
-/**
- * Registers and memory of one device. All operations block until the device has answered, or not,
- * and split what does not fit into one command; other threads' commands may run in between.
- * Addresses must be multiples of 4, as must lengths of memory; else INVALID_PARAMETER, and nothing
- * is sent. Threads: any.
- */
+/// Registers and memory of one device. All operations block until the device has answered, or not,
+/// and split what does not fit into one command; other threads' commands may run in between.
+/// Addresses must be multiples of 4, as must lengths of memory; else INVALID_PARAMETER, and nothing
+/// is sent. Threads: any.
 class DeviceRegisters
 {
   public:

@@ -31,24 +31,20 @@ using DeviceFound = std::function<bool(const DiscoveredDevice&)>;
 /// The IPv4 interfaces that are up.
 std::vector<net::NetworkInterface> usableInterfaces();
 
-/**
- * Asks for devices on these interfaces, by broadcast, and once more half-way. An interface that
- * cannot be used is passed over.
- * @param stop  ends the discovery early
- * @return all that answered within the time, each MAC once: with the interface heard first, but
- * rather one whose subnet it is in; at most kMostDevices, and no later than that whatever arrives
- */
+/// Asks for devices on these interfaces, by broadcast, and once more half-way. An interface that
+/// cannot be used is passed over.
+/// @param stop  ends the discovery early
+/// @return all that answered within the time, each MAC once: with the interface heard first, but
+/// rather one whose subnet it is in; at most kMostDevices, and no later than that whatever arrives
 std::vector<DiscoveredDevice> discover(const std::vector<net::NetworkInterface>& interfaces,
                                        std::chrono::milliseconds time = kDiscoveryTime,
                                        const DeviceFound& found = nullptr,
                                        const std::stop_token& stop = {},
                                        Clock& clock = systemClock());
 
-/**
- * Looks for one device, on loopback interfaces first, and returns soon after its first answer.
- * @param rivalTime  how long it listens after that answer
- * @return none: it did not answer within the time, or two addresses claim its MAC
- */
+/// Looks for one device, on loopback interfaces first, and returns soon after its first answer.
+/// @param rivalTime  how long it listens after that answer
+/// @return none: it did not answer within the time, or two addresses claim its MAC
 std::optional<DiscoveredDevice> findDevice(const wire::MacAddress& mac,
                                            const std::vector<net::NetworkInterface>& interfaces,
                                            std::chrono::milliseconds time = kDiscoveryTime,

@@ -16,7 +16,7 @@ std::optional<DiscoveredDevice> discoveredIn(const HeardDatagram& heard)
     if (!info || info->address != heard.source.address.value) {
         return std::nullopt;
     }
-    return DiscoveredDevice{.info = *info, .interface = heard.interface};
+    return DiscoveredDevice{.info = *info, .nic = heard.nic};
 }
 
 const DiscoveredDevice* DiscoveryList::add(const DiscoveredDevice& device)

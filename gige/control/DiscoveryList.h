@@ -23,22 +23,19 @@ inline constexpr std::size_t kMostDevices = 1024;
 /// A device that answered, and the interface that it was heard on.
 struct DiscoveredDevice {
     wire::DiscoveryAck info{};
-    net::NetworkInterface interface {
-    };
+    net::NetworkInterface nic{};
     /// Another address claims the same MAC address. Which of the two is meant cannot be told, so
     /// that neither is to be connected to.
     bool hasRival = false;
 
     [[nodiscard]] net::Ipv4Address ip() const { return {info.address}; }
     /// False: it cannot be connected to from this interface before it has got another address.
-    [[nodiscard]] bool inSubnet() const { return interface.contains(ip()); }
+    [[nodiscard]] bool inSubnet() const { return nic.contains(ip()); }
 };
 
-/**
- * A device's answer to a discovery; none for whatever else arrives at the socket. An answer counts
- * only when it comes from the address that it names: so nobody can send a host elsewhere in another
- * device's name.
- */
+/// A device's answer to a discovery; none for whatever else arrives at the socket. An answer counts
+/// only when it comes from the address that it names: so nobody can send a host elsewhere in
+/// another device's name.
 std::optional<DiscoveredDevice> discoveredIn(const HeardDatagram& heard);
 
 /// The devices of one discovery, each MAC once, in order of their first answers.

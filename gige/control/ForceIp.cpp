@@ -37,7 +37,7 @@ Status forceIp(const wire::ForceIp& request, const std::vector<net::NetworkInter
 {
     const auto before = findDevice(request.mac, interfaces, kDiscoveryTime, kRivalTime, clock);
     const std::vector<net::NetworkInterface> reaching =
-        before ? std::vector{before->interface} : interfaces;
+        before ? std::vector{before->nic} : interfaces;
 
     BroadcastQuery query(
         wire::commandDatagram(wire::GvcpCommand::ForceIp,

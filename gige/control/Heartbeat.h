@@ -42,15 +42,12 @@ struct HeartbeatDuty {
     HeartbeatBounds bounds{};
 };
 
-/**
- * Reads the device's control channel privilege again and again, so that the device keeps it for us,
- * and notices when the device is gone or another host has taken control. It then closes the channel
- * and calls `lost`, once, on its own thread. A channel that closes for another reason is a lost
- * link too.
- * Threads: one of its own; the public operations any. mLock guards mStopped and mIsTelling,
- * mThreadId is atomic, mDuty belongs to the thread. Nothing of this object is used once `lost` is
- * called.
- */
+/// Reads the device's control channel privilege again and again, so that the device keeps it for
+/// us, and notices when the device is gone or another host has taken control. It then closes the
+/// channel and calls `lost`, once, on its own thread. A channel that closes for another reason is a
+/// lost link too. Threads: one of its own; the public operations any. mLock guards mStopped and
+/// mIsTelling, mThreadId is atomic, mDuty belongs to the thread. Nothing of this object is used
+/// once `lost` is called.
 class Heartbeat
 {
   public:

@@ -7,11 +7,9 @@
 namespace gige::control
 {
 
-/**
- * Parameters of the control link, by the names under which hosts set them. They exist without a
- * connection and may be changed while connected.
- * Threads: any; each is atomic.
- */
+/// Parameters of the control link, by the names under which hosts set them. They exist without a
+/// connection and may be changed while connected.
+/// Threads: any; each is atomic.
 struct LinkSettings {
     /// Milliseconds that one sending of a command waits for its answer.
     std::atomic<std::uint32_t> answerTimeout{1000};

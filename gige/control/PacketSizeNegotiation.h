@@ -28,21 +28,17 @@ struct PacketSizeLimits {
     std::uint32_t increment = 4;
 };
 
-/**
- * Waits for one datagram at the stream's socket.
- * @param udpPayload  its length in bytes, IP and UDP headers not counted; others are to be dropped
- * @return true: it came within the time
- */
+/// Waits for one datagram at the stream's socket.
+/// @param udpPayload  its length in bytes, IP and UDP headers not counted; others are to be dropped
+/// @return true: it came within the time
 using TestPacketWait =
     std::function<bool(std::uint32_t udpPayload, std::chrono::milliseconds timeout)>;
 
-/**
- * Finds the largest packet that travels from the device to the host in one piece, and sets it. The
- * stream's destination must be set, with a socket that `wait` listens to. Blocks for a few packets'
- * time, or about two seconds where large packets are lost on the way.
- * @param defaultSize  bytes; set when the device sends no test packet and has no size of its own
- * @return the size that the device has in the end, read back
- */
+/// Finds the largest packet that travels from the device to the host in one piece, and sets it. The
+/// stream's destination must be set, with a socket that `wait` listens to. Blocks for a few
+/// packets' time, or about two seconds where large packets are lost on the way.
+/// @param defaultSize  bytes; set when the device sends no test packet and has no size of its own
+/// @return the size that the device has in the end, read back
 Result<std::uint32_t> negotiatePacketSize(StreamChannel& channel, const PacketSizeLimits& limits,
                                           std::uint32_t defaultSize, const TestPacketWait& wait);
 

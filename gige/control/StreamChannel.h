@@ -11,10 +11,8 @@
 namespace gige::control
 {
 
-/**
- * The registers of one stream channel of a device (0x0D00 + 0x40 per channel). Borrows the device's
- * registers. Threads: any.
- */
+/// The registers of one stream channel of a device (0x0D00 + 0x40 per channel). Borrows the
+/// device's registers. Threads: any.
 class StreamChannel
 {
   public:

@@ -11,11 +11,9 @@
 namespace gige::control
 {
 
-/**
- * A lock that is granted in the order of asking. A host that reads features in a tight loop would
- * win a plain mutex again and again, and the heartbeat would never get its turn.
- * Threads: any; mLock guards all members.
- */
+/// A lock that is granted in the order of asking. A host that reads features in a tight loop would
+/// win a plain mutex again and again, and the heartbeat would never get its turn.
+/// Threads: any; mLock guards all members.
 class TurnQueue
 {
   public:

@@ -16,13 +16,11 @@
 namespace gige::net
 {
 
-/**
- * Takes many datagrams at once: on Linux per system call, on Windows out of many receives that are
- * posted ahead. Either system also joins datagrams of one source if it can (UDP_GRO, UDP receive
- * coalescing). On Linux single packets may be taken out of a ring that is shared with the kernel;
- * what the ring cannot take, the socket does. For one thread; the socket is borrowed for the
- * receiver's life and must not be received from otherwise.
- */
+/// Takes many datagrams at once: on Linux per system call, on Windows out of many receives that are
+/// posted ahead. Either system also joins datagrams of one source if it can (UDP_GRO, UDP receive
+/// coalescing). On Linux single packets may be taken out of a ring that is shared with the kernel;
+/// what the ring cannot take, the socket does. For one thread; the socket is borrowed for the
+/// receiver's life and must not be received from otherwise.
 class BatchReceiver
 {
   public:

@@ -24,12 +24,10 @@ enum class SendMode : std::uint8_t {
     Single, // each is a datagram of its own from the start, as packets come from a cable
 };
 
-/**
- * Sends many datagrams per system call, without copying them first. On Linux datagrams of equal
- * length that follow each other (the last may be shorter) travel joined through the kernel
- * (UDP_SEGMENT) unless the mode forbids it; where that is refused, and elsewhere, they go one by
- * one. For one thread; the socket is borrowed for the sender's life.
- */
+/// Sends many datagrams per system call, without copying them first. On Linux datagrams of equal
+/// length that follow each other (the last may be shorter) travel joined through the kernel
+/// (UDP_SEGMENT) unless the mode forbids it; where that is refused, and elsewhere, they go one by
+/// one. For one thread; the socket is borrowed for the sender's life.
 class BatchSender
 {
   public:

@@ -18,12 +18,10 @@ namespace gige::net
 /// Memory of a ring, bytes: as much as is asked for as a socket's receive buffer.
 constexpr std::size_t kRingMemory = std::size_t{32} << 20;
 
-/**
- * Linux only: one flow's packets in memory that the kernel shares with this process, so that taking
- * them needs no system call and no copy. Of frames of equal size (TPACKET_V2): a frame can be read
- * as soon as it is filled, while blocks of packed frames (TPACKET_V3) wait until they are full, or
- * for a timeout of whole ticks of the kernel's clock. For one thread.
- */
+/// Linux only: one flow's packets in memory that the kernel shares with this process, so that
+/// taking them needs no system call and no copy. Of frames of equal size (TPACKET_V2): a frame can
+/// be read as soon as it is filled, while blocks of packed frames (TPACKET_V3) wait until they are
+/// full, or for a timeout of whole ticks of the kernel's clock. For one thread.
 class PacketRing
 {
   public:

@@ -22,13 +22,11 @@
 namespace gige::net
 {
 
-/**
- * Moves a flow from a UDP socket to a packet ring and back. The ring is trusted only after it has
- * shown a packet that the socket brought, too; so no packet is missed that comes by another
- * interface or in fragments. Then the socket's filter drops what the ring takes, both filters being
- * exact opposites. What comes while the filters change comes twice; most of it is dropped here.
- * Rings are opened and closed beside, which takes milliseconds. For one thread.
- */
+/// Moves a flow from a UDP socket to a packet ring and back. The ring is trusted only after it has
+/// shown a packet that the socket brought, too; so no packet is missed that comes by another
+/// interface or in fragments. Then the socket's filter drops what the ring takes, both filters
+/// being exact opposites. What comes while the filters change comes twice; most of it is dropped
+/// here. Rings are opened and closed beside, which takes milliseconds. For one thread.
 class RingSwitch
 {
   public:

@@ -22,10 +22,8 @@ constexpr std::size_t kLongestMessage = 65536;
 /// Receive calls after which slots may become smaller.
 constexpr int kSizingWindow = 64;
 
-/**
- * Fits the slots to what comes: many small ones for packets that come singly, few large ones for
- * runs of joined packets. Grows at once, shrinks after a while. Pure.
- */
+/// Fits the slots to what comes: many small ones for packets that come singly, few large ones for
+/// runs of joined packets. Grows at once, shrinks after a while. Pure.
 class SlotSizing
 {
   public:

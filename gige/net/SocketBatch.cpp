@@ -34,11 +34,9 @@ std::size_t segmentSizeOf(msghdr& message)
 
 } // namespace
 
-/**
- * A message lies in its slot. One that is longer goes on in the slot's overflow, whose beginning is
- * left free for the part in the slot: so nothing is lost before the slots have grown. Overflows
- * that nothing was written to take up no memory.
- */
+/// A message lies in its slot. One that is longer goes on in the slot's overflow, whose beginning
+/// is left free for the part in the slot: so nothing is lost before the slots have grown. Overflows
+/// that nothing was written to take up no memory.
 struct SocketBatch::Buffers {
     struct alignas(cmsghdr) Control {
         std::array<std::uint8_t, kControlSize> bytes;

@@ -7,11 +7,9 @@
 namespace gige::net
 {
 
-/**
- * Starts a thread, if the system has one left.
- * @param thread  std::thread or std::jthread, without a thread yet
- * @return false: there is none to be had, and `body` was not called
- */
+/// Starts a thread, if the system has one left.
+/// @param thread  std::thread or std::jthread, without a thread yet
+/// @return false: there is none to be had, and `body` was not called
 template <typename Thread, typename Body>
 [[nodiscard]] bool startThread(Thread& thread, Body&& body)
 {

@@ -34,17 +34,14 @@ struct [[nodiscard]] Received {
 };
 
 struct UdpSocketOptions {
-    bool reuseAddress = false; // several sockets may share a broadcast address and port
-    bool broadcast = false;    // sending to broadcast addresses is allowed
-    bool dontFragment = false; // datagrams beyond the MTU fail instead of being cut
-    std::string interface {
-    }; // name: only datagrams of this interface; not on Windows
+    bool reuseAddress = false;   // several sockets may share a broadcast address and port
+    bool broadcast = false;      // sending to broadcast addresses is allowed
+    bool dontFragment = false;   // datagrams beyond the MTU fail instead of being cut
+    std::string interfaceName{}; // only datagrams of this interface; not on Windows
 };
 
-/**
- * A bound IPv4 UDP socket, move-only. One thread may receive while others send. An unreachable
- * port of the other side is no error of this socket: sending and receiving go on.
- */
+/// A bound IPv4 UDP socket, move-only. One thread may receive while others send. An unreachable
+/// port of the other side is no error of this socket: sending and receiving go on.
 class UdpSocket
 {
   public:

@@ -44,7 +44,7 @@ bool applyOptions(NativeSocket socket, const UdpSocketOptions& options)
     return (!options.reuseAddress || setOption(socket, SOL_SOCKET, SO_REUSEADDR, 1)) &&
            (!options.broadcast || setOption(socket, SOL_SOCKET, SO_BROADCAST, 1)) &&
            (!options.dontFragment || setFragmentation(socket, true)) &&
-           (options.interface.empty() || restrictTo(socket, options.interface));
+           (options.interfaceName.empty() || restrictTo(socket, options.interfaceName));
 }
 
 /// @param forced  the variant of the option that a privileged process may exceed the limit with

@@ -6,10 +6,8 @@
 namespace gige::net
 {
 
-/**
- * Ends a wait for datagrams from another thread. wake() may be called from any thread; every wait
- * that is given this waker then ends at once, until clear() is called.
- */
+/// Ends a wait for datagrams from another thread. wake() may be called from any thread; every wait
+/// that is given this waker then ends at once, until clear() is called.
 class Waker
 {
   public:

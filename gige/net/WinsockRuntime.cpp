@@ -13,7 +13,7 @@ void startWinsock()
         WSADATA data{};
         return WSAStartup(MAKEWORD(2, 2), &data);
     }();
-    static_cast<void>(kResult);
+    (void)kResult;
 }
 
 bool setNonBlocking(SOCKET socket)

@@ -113,7 +113,7 @@ PvResult DeviceSession::negotiatePacketSize(std::uint32_t channel, std::uint32_t
         return PvResult::Code::InvalidParameter;
     }
     const auto& address = mConnection->address();
-    auto socket = gige::net::UdpSocket::open({.address = address.interface.address, .port = 0});
+    auto socket = gige::net::UdpSocket::open({.address = address.nic.address, .port = 0});
     if (!socket) {
         return PvResult::Code::NetworkError;
     }
@@ -127,7 +127,7 @@ PvResult DeviceSession::negotiatePacketSize(std::uint32_t channel, std::uint32_t
         return awaitTestPacket(*socket, address.ip, udpPayload, timeout);
     };
     const auto size = gige::control::negotiatePacketSize(
-        stream, packetSizeLimits(address.interface, *mNodes), defaultSize, wait);
+        stream, packetSizeLimits(address.nic, *mNodes), defaultSize, wait);
     const auto closed = stream.resetDestination();
     mNodes->invalidate(); // registers were written past the feature tree
     return toPvResult(size ? closed : size.status());

@@ -20,7 +20,7 @@ std::optional<DeviceAddress> locate(const PvString& address)
     const auto interfaces = gige::control::usableInterfaces();
     if (const auto mac = gige::wire::parseMac(address.GetAscii())) {
         const auto found = gige::control::findDevice(*mac, interfaces);
-        return found ? std::optional(DeviceAddress{found->ip(), found->interface}) : std::nullopt;
+        return found ? std::optional(DeviceAddress{found->ip(), found->nic}) : std::nullopt;
     }
     const auto ip = parseAddressText(address);
     return ip ? gige::control::locateDevice(*ip, interfaces) : std::nullopt;

@@ -41,12 +41,10 @@ class AssemblerHost
     virtual void requestResend(const ResendRequest& request) = 0;
 };
 
-/**
- * Makes blocks out of packets: pure, with the time handed in, for one thread. Two blocks may be
- * open at once, so that the end of one and the beginning of the next may come mixed. While resends
- * may complete a block, the blocks behind it stay open too, as far as there are buffers. Buffers
- * are completed in the blocks' order.
- */
+/// Makes blocks out of packets: pure, with the time handed in, for one thread. Two blocks may be
+/// open at once, so that the end of one and the beginning of the next may come mixed. While resends
+/// may complete a block, the blocks behind it stay open too, as far as there are buffers. Buffers
+/// are completed in the blocks' order.
 class BlockAssembler
 {
   public:

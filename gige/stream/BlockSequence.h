@@ -10,10 +10,8 @@
 namespace gige::stream
 {
 
-/**
- * How many blocks `id` comes after `reference`; negative: before it. Standard ids run from 1 to
- * 65535 and then from 1 again, so of the two ways round the shorter counts.
- */
+/// How many blocks `id` comes after `reference`; negative: before it. Standard ids run from 1 to
+/// 65535 and then from 1 again, so of the two ways round the shorter counts.
 constexpr std::int64_t blockDistance(std::uint64_t reference, std::uint64_t id, bool extendedIds)
 {
     const auto difference = static_cast<std::int64_t>(id - reference);

@@ -61,10 +61,8 @@ class CompletedBuffers
     std::uint64_t mWakes = 0;
 };
 
-/**
- * The buffers' way round: queued by the host, taken and completed by the receiving thread,
- * retrieved by the host. Any thread may call anything; mLock guards all members.
- */
+/// The buffers' way round: queued by the host, taken and completed by the receiving thread,
+/// retrieved by the host. Any thread may call anything; mLock guards all members.
 class BufferQueue : public CompletedBuffers
 {
   public:

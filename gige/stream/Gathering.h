@@ -28,12 +28,10 @@ struct Taken {
     std::size_t bytes = 0;
 };
 
-/**
- * Decides how long the receiving thread lets packets gather before it takes them, since waking up
- * for each costs more than taking it. It pauses only within a block, by the rate at which that
- * comes, and not for its end: the block's last packet is waited for as it comes. Pure, with the
- * time handed in.
- */
+/// Decides how long the receiving thread lets packets gather before it takes them, since waking up
+/// for each costs more than taking it. It pauses only within a block, by the rate at which that
+/// comes, and not for its end: the block's last packet is waited for as it comes. Pure, with the
+/// time handed in.
 class Gathering
 {
   public:

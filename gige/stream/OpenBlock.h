@@ -21,10 +21,8 @@ struct BlockHint {
     std::uint64_t blockBytes = 0; // 0: not known
 };
 
-/**
- * One block on its way into its buffer: places packets in any order and knows which are there.
- * Reused from block to block, so that only growing packet counts allocate.
- */
+/// One block on its way into its buffer: places packets in any order and knows which are there.
+/// Reused from block to block, so that only growing packet counts allocate.
 class OpenBlock
 {
   public:

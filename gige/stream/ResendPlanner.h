@@ -20,12 +20,10 @@ struct PacketRange {
     bool operator==(const PacketRange&) const = default;
 };
 
-/**
- * Finds the missing packets of one block and decides when to ask for which. Reused from block to
- * block; while no packet is missing it neither searches nor allocates. Packets one behind the other
- * that are in the same state are one loss, however many they are, and the losses followed at once
- * are limited, so that whatever packet ids come, neither time nor memory grow with them.
- */
+/// Finds the missing packets of one block and decides when to ask for which. Reused from block to
+/// block; while no packet is missing it neither searches nor allocates. Packets one behind the
+/// other that are in the same state are one loss, however many they are, and the losses followed at
+/// once are limited, so that whatever packet ids come, neither time nor memory grow with them.
 class ResendPlanner
 {
   public:
@@ -41,12 +39,10 @@ class ResendPlanner
     /// A packet came for the first time. @return whether it had been asked for
     bool noteArrived(std::uint32_t packetId);
 
-    /**
-     * Looks for losses and due repetitions.
-     * @param cutOff  a later block has begun: the rest of this one is not on its way any more
-     * @param budget  packets that may newly come under re-request
-     * @param ranges  out: what to ask for now
-     */
+    /// Looks for losses and due repetitions.
+    /// @param cutOff  a later block has begun: the rest of this one is not on its way any more
+    /// @param budget  packets that may newly come under re-request
+    /// @param ranges  out: what to ask for now
     void plan(const OpenBlock& block, const StreamSettings& settings, bool cutOff,
               std::uint32_t budget, Time now, std::vector<PacketRange>& ranges);
 

@@ -12,11 +12,9 @@
 namespace gige::stream
 {
 
-/**
- * Which of the open blocks have to be looked at for resends: those with news, those whose time has
- * come, and, as long as packets may newly come under re-request, those that wait for that. However
- * many others are open, they cost nothing.
- */
+/// Which of the open blocks have to be looked at for resends: those with news, those whose time has
+/// come, and, as long as packets may newly come under re-request, those that wait for that. However
+/// many others are open, they cost nothing.
 template <std::size_t kSlots>
 class ResendTurns
 {

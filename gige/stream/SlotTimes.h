@@ -11,11 +11,9 @@
 namespace gige::stream
 {
 
-/**
- * When each of so many slots has its turn. A tree, each node of which has the earlier time of its
- * two children: however many slots wait, a change and a search take as many steps as the tree is
- * high.
- */
+/// When each of so many slots has its turn. A tree, each node of which has the earlier time of its
+/// two children: however many slots wait, a change and a search take as many steps as the tree is
+/// high.
 template <std::size_t kSlots>
 class SlotTimes
 {

@@ -34,10 +34,8 @@ struct BlockInfo {
     bool operator==(const BlockInfo&) const = default;
 };
 
-/**
- * Memory for one block, borrowed. From queueing until it is retrieved it belongs to the stream:
- * nobody else touches it, and it stays where it is.
- */
+/// Memory for one block, borrowed. From queueing until it is retrieved it belongs to the stream:
+/// nobody else touches it, and it stays where it is.
 class StreamBuffer
 {
   public:

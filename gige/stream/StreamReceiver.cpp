@@ -250,8 +250,7 @@ void StreamReceiver::requestResend(const ResendRequest& request)
                                                    .lastPacket = request.packets.last},
                                                   mRequestId, datagram);
     // A request that cannot be sent is one that is not answered: it is repeated.
-    static_cast<void>(
-        mSocket.send(wire::ByteView(datagram).first(size), {mDevice, wire::kGvcpPort}));
+    (void)mSocket.send(wire::ByteView(datagram).first(size), {mDevice, wire::kGvcpPort});
 }
 
 } // namespace gige::stream

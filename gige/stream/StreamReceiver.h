@@ -38,11 +38,9 @@ struct StreamConfig {
     net::RingUse ring = net::RingUse::WhenItPays;
 };
 
-/**
- * Receives one stream: a socket, and a thread that fills queued buffers with blocks. Every
- * operation may be called from any thread, except that none may run while it is destroyed.
- * Destroying ends the thread; buffers that are still in the stream are then their owners' again.
- */
+/// Receives one stream: a socket, and a thread that fills queued buffers with blocks. Every
+/// operation may be called from any thread, except that none may run while it is destroyed.
+/// Destroying ends the thread; buffers that are still in the stream are then their owners' again.
 class StreamReceiver final : private AssemblerHost
 {
   public:

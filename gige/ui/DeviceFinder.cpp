@@ -58,8 +58,7 @@ DeviceState askState(const control::DiscoveredDevice& device)
     control::LinkSettings settings;
     settings.answerTimeout = kAnswerTimeout;
     settings.commandRetryCount = kRetries;
-    const auto channel =
-        control::ControlChannel::open(device.interface.address, device.ip(), settings);
+    const auto channel = control::ControlChannel::open(device.nic.address, device.ip(), settings);
     if (channel == nullptr) {
         return DeviceState::Silent;
     }

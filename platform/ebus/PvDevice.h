@@ -12,10 +12,8 @@
 /// Values of the control-channel privilege register (CCP, 0x0A00).
 enum class PvAccessType : std::uint32_t { Open = 0, Exclusive = 1, Control = 2 };
 
-/**
- * Control link to one camera. All operations may be called from any thread; they are serialised
- * inside. Destroying a connected device disconnects it.
- */
+/// Control link to one camera. All operations may be called from any thread; they are serialised
+/// inside. Destroying a connected device disconnects it.
 class PvDevice
 {
   public:
@@ -24,13 +22,11 @@ class PvDevice
     PvDevice(const PvDevice&) = delete;
     PvDevice& operator=(const PvDevice&) = delete;
 
-    /**
-     * Gives a camera an IP address until its power-off (FORCEIP).
-     * @param macAddress  "02:54:45:00:00:21"; "-" separators and any case accepted
-     * @param ipAddress, subnetMask, gateway  dotted; an address in brackets is accepted
-     * @return OK once the camera answers under the address; INVALID_PARAMETER for a malformed text;
-     * TIMEOUT when it does not
-     */
+    /// Gives a camera an IP address until its power-off (FORCEIP).
+    /// @param macAddress  "02:54:45:00:00:21"; "-" separators and any case accepted
+    /// @param ipAddress, subnetMask, gateway  dotted; an address in brackets is accepted
+    /// @return OK once the camera answers under the address; INVALID_PARAMETER for a malformed
+    /// text; TIMEOUT when it does not
     static PvResult SetIPConfiguration(const PvString& macAddress, const PvString& ipAddress,
                                        const PvString& subnetMask, const PvString& gateway);
 

@@ -5,10 +5,8 @@
 
 class PvDevice;
 
-/**
- * Receiver of a device's notifications. The order of the operations is the interface between device
- * and receiver. Called on the stack's own threads.
- */
+/// Receiver of a device's notifications. The order of the operations is the interface between
+/// device and receiver. Called on the stack's own threads.
 class PvDeviceEventSink
 {
   public:

@@ -5,10 +5,8 @@
 
 #include <cstdint>
 
-/**
- * A feature of a camera, or a parameter of a link or stream. Objects belong to the array that they
- * were got from and live as long as it does. Calls from several threads are serialised inside.
- */
+/// A feature of a camera, or a parameter of a link or stream. Objects belong to the array that they
+/// were got from and live as long as it does. Calls from several threads are serialised inside.
 class PvGenParameter
 {
   public:

@@ -17,12 +17,10 @@ class PvStreamBase
     PvStreamBase(const PvStreamBase&) = delete;
     PvStreamBase& operator=(const PvStreamBase&) = delete;
 
-    /**
-     * @param deviceAddress  IP text of the camera; only its packets are accepted
-     * @param localPort      0: any free one
-     * @param channel        stream channel index of the camera
-     * @param localAddress   IP text; empty: the interface that reaches the camera
-     */
+    /// @param deviceAddress  IP text of the camera; only its packets are accepted
+    /// @param localPort      0: any free one
+    /// @param channel        stream channel index of the camera
+    /// @param localAddress   IP text; empty: the interface that reaches the camera
     PvResult Open(const PvString& deviceAddress, std::uint16_t localPort, std::uint32_t channel,
                   const PvString& localAddress);
     /// Aborts what is queued and ends the receiving thread.
@@ -52,14 +50,12 @@ class PvStream : public PvStreamBase
     /// caller's
     PvResult QueueBuffer(PvBuffer* buffer);
 
-    /**
-     * Takes the next completed buffer.
-     * @param buffer           out: the buffer; untouched on failure
-     * @param operationResult  out: how its block ended: OK, IMAGE_ERROR, RESENDS_FAILURE,
-     *                         BUFFER_TOO_SMALL, ABORTED, TIMEOUT
-     * @param timeout          milliseconds; 0xFFFFFFFF: "RequestTimeout" applies
-     * @return TIMEOUT when none completes in time, NOT_CONNECTED when the stream is not open
-     */
+    /// Takes the next completed buffer.
+    /// @param buffer           out: the buffer; untouched on failure
+    /// @param operationResult  out: how its block ended: OK, IMAGE_ERROR, RESENDS_FAILURE,
+    ///                         BUFFER_TOO_SMALL, ABORTED, TIMEOUT
+    /// @param timeout          milliseconds; 0xFFFFFFFF: "RequestTimeout" applies
+    /// @return TIMEOUT when none completes in time, NOT_CONNECTED when the stream is not open
     PvResult RetrieveBuffer(PvBuffer** buffer, PvResult* operationResult,
                             std::uint32_t timeout = 0xFFFFFFFF);
     /// Completes every queued buffer as ABORTED; they can still be retrieved.

@@ -1,7 +1,5 @@
-/**
- * The few operating-system calls of the library: threads, auto-reset events, waits with a limit,
- * critical sections, sleep, tick count and debug output, under their Windows names.
- */
+/// The few operating-system calls of the library: threads, auto-reset events, waits with a limit,
+/// critical sections, sleep, tick count and debug output, under their Windows names.
 #ifndef TELVO_PLATFORM_KERNEL_KERNEL_H
 #define TELVO_PLATFORM_KERNEL_KERNEL_H
 

@@ -22,11 +22,11 @@ CommandLine parse(std::initializer_list<const char*> arguments)
     return parseCommandLine(static_cast<int>(argv.size()), argv.data());
 }
 
-/** How the program leaves instead of starting a camera. */
+/// How the program leaves instead of starting a camera.
 CommandLineExit leaving(std::initializer_list<const char*> arguments)
 {
     try {
-        static_cast<void>(parse(arguments));
+        (void)parse(arguments);
     } catch (const CommandLineExit& leave) {
         return leave;
     }

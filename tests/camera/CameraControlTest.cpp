@@ -24,7 +24,7 @@ constexpr std::uint16_t kWriteProtect = 0x8004;
 constexpr std::uint16_t kBadAlignment = 0x8005;
 constexpr std::uint16_t kAccessDenied = 0x8006;
 
-/** A running camera and a host that speaks to it. */
+/// A running camera and a host that speaks to it.
 struct Station {
     explicit Station(CameraOptions options) : camera(std::move(options))
     {
@@ -85,7 +85,7 @@ TEST(CameraControl, IsFoundByBroadcast)
 
 using Answers = std::multiset<std::string>; // addresses
 
-/** Who answers DISCOVERY: all that is heard until each of `wanted` has answered, and a while on. */
+/// Who answers DISCOVERY: all that is heard until each of `wanted` has answered, and a while on.
 Answers answering(gige::net::UdpSocket& host, const gige::net::Endpoint& destination,
                   const Answers& wanted)
 {

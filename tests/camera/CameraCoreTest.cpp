@@ -25,7 +25,7 @@ class CameraCoreTest : public testing::Test
     }
     std::int64_t read(FeatureId id) { return mCore.read(featureOf(id)); }
     Status write(FeatureId id, std::int64_t value = 1) { return mCore.write(featureOf(id), value); }
-    /** Number of the next block's frame; -1: there is none. */
+    /// Number of the next block's frame; -1: there is none.
     std::int64_t nextFrame()
     {
         const auto block = mCore.stream.nextBlock(mCore.now());

@@ -11,7 +11,7 @@ namespace
 
 using namespace std::chrono_literals;
 
-/** A camera with a small image that streams to a host. */
+/// A camera with a small image that streams to a host.
 struct LiveSetup {
     explicit LiveSetup(CameraOptions options, std::uint32_t packetSize = 1440)
         : camera(std::move(options))
@@ -27,7 +27,7 @@ struct LiveSetup {
     RawHost host{camera.options().address};
 };
 
-/** What a live image must be: its header tells which one it is. */
+/// What a live image must be: its header tells which one it is.
 std::vector<std::uint8_t> truth(const VirtualCamera& camera, const std::vector<std::uint8_t>& image)
 {
     std::uint64_t time = 0;
@@ -208,7 +208,7 @@ TEST(CameraStream, SendsBayerPixelsFromAColourSensor)
     EXPECT_EQ(block.image, truth(setup.camera, block.image));
 }
 
-/** From the command for one image of 25 packets to its last packet. */
+/// From the command for one image of 25 packets to its last packet.
 std::chrono::nanoseconds timeOfOneImage(RawHost& host)
 {
     host.write(FeatureId::AcquisitionMode, 1); // one image

@@ -23,7 +23,7 @@ struct Described {
     }
     pugi::xml_node root() const { return mDocument.child("RegisterDescription"); }
     bool has(const std::string& name) const { return mNodes.contains(name); }
-    /** Element name of a node; empty if there is none. */
+    /// Element name of a node; empty if there is none.
     std::string kind(const std::string& name) const
     {
         const auto node = mNodes.find(name);

@@ -125,11 +125,11 @@ TEST(FaultText, ReadsAccessFaults)
 
 TEST(FaultText, RefusesWhatItCannotRead)
 {
-    EXPECT_THROW(static_cast<void>(parsePacketFault("lose")), std::invalid_argument);
-    EXPECT_THROW(static_cast<void>(parsePacketFault("eat:1")), std::invalid_argument);
-    EXPECT_THROW(static_cast<void>(parsePacketFault("lose:1:2:3")), std::invalid_argument);
-    EXPECT_THROW(static_cast<void>(parseAccessFault("reject:Foo")), std::invalid_argument);
-    EXPECT_THROW(static_cast<void>(parseNumber("12x")), std::invalid_argument);
+    EXPECT_THROW((void)parsePacketFault("lose"), std::invalid_argument);
+    EXPECT_THROW((void)parsePacketFault("eat:1"), std::invalid_argument);
+    EXPECT_THROW((void)parsePacketFault("lose:1:2:3"), std::invalid_argument);
+    EXPECT_THROW((void)parseAccessFault("reject:Foo"), std::invalid_argument);
+    EXPECT_THROW((void)parseNumber("12x"), std::invalid_argument);
 }
 
 } // namespace

@@ -19,11 +19,11 @@ constexpr std::uint64_t kGigabit = 1'000'000'000;
 constexpr std::uint64_t kTenGigabit = 10'000'000'000;
 constexpr Time kStart{1h};
 
-/** Packets of one size. */
+/// Packets of one size.
 class Packets
 {
   public:
-    /** @param datagramBytes  with the headers of IP and UDP */
+    /// @param datagramBytes  with the headers of IP and UDP
     explicit Packets(std::size_t datagramBytes, std::size_t count = 100'000)
         : mPayload(datagramBytes - 28), mPackets(count, PacketSlices{.payload = mPayload})
     {
@@ -43,7 +43,7 @@ Pacer paced(const Pace& pace)
     return pacer;
 }
 
-/** When each packet goes if it is asked for at every nanosecond that matters. */
+/// When each packet goes if it is asked for at every nanosecond that matters.
 std::vector<std::chrono::nanoseconds> starts(Pacer& pacer, const Packets& packets,
                                              std::size_t count)
 {
@@ -142,7 +142,7 @@ struct Second {
     std::size_t largest = 0; // packets that went together
 };
 
-/** One second of sending when every sleep takes `late` longer than it should. */
+/// One second of sending when every sleep takes `late` longer than it should.
 Second oneSecond(const Pace& pace, std::size_t datagramBytes, std::chrono::microseconds late)
 {
     Pacer pacer = paced(pace);

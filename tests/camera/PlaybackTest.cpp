@@ -20,7 +20,7 @@ class PlaybackTest : public testing::Test
         mRecorder.start({.frameRate = 1000, .framesPerSequence = frames}, 0s);
         mRecorder.advance(1s);
     }
-    /** Sent frame numbers and their positions; -1 for the info frame. */
+    /// Sent frame numbers and their positions; -1 for the info frame.
     std::vector<std::pair<int, int>> sent()
     {
         std::vector<std::pair<int, int>> all;

@@ -15,11 +15,11 @@ namespace camera
 
 using Datagram = std::vector<std::uint8_t>;
 
-/** Bytes from hexadecimal text; blanks do not count. */
+/// Bytes from hexadecimal text; blanks do not count.
 Datagram fromHex(const std::string& text);
 std::string toHex(const Datagram& bytes);
 
-/** One block as it arrived. */
+/// One block as it arrived.
 struct ReceivedBlock {
     std::uint16_t blockId = 0;
     std::uint32_t width = 0;
@@ -31,23 +31,21 @@ struct ReceivedBlock {
     std::vector<std::uint8_t> image{};
 };
 
-/**
- * A host written by hand from the protocol's tables, without the code that camera and library
- * share. Speaks to one camera from one control socket and one stream socket.
- */
+/// A host written by hand from the protocol's tables, without the code that camera and library
+/// share. Speaks to one camera from one control socket and one stream socket.
 class RawHost
 {
   public:
     explicit RawHost(const std::string& cameraAddress);
 
     // Control.
-    /** Sends these bytes and returns the next answer; empty when none comes in time. */
+    /// Sends these bytes and returns the next answer; empty when none comes in time.
     Datagram ask(const Datagram& command, std::chrono::milliseconds patience = kPatience);
     Datagram listen(std::chrono::milliseconds patience = kPatience);
     void send(const Datagram& command);
-    /** The value, or nothing on any error; the status stays in lastStatus(). */
+    /// The value, or nothing on any error; the status stays in lastStatus().
     std::optional<std::uint32_t> readRegister(std::uint32_t address);
-    /** The status: 0 success. */
+    /// The status: 0 success.
     std::uint16_t writeRegister(std::uint32_t address, std::uint32_t value);
     Datagram readMemory(std::uint32_t address, std::uint16_t count);
     std::uint16_t writeMemory(std::uint32_t address, const Datagram& bytes);
@@ -60,16 +58,16 @@ class RawHost
 
     // Stream.
     void takeControl();
-    /** Takes control and lets the camera send here. */
+    /// Takes control and lets the camera send here.
     void openStream(std::uint32_t packetSize = 1440);
     Datagram receivePacket(std::chrono::milliseconds patience = kPatience);
-    /** The next block until its trailer, so many packets, or until nothing more comes. */
+    /// The next block until its trailer, so many packets, or until nothing more comes.
     ReceivedBlock receiveBlock(std::chrono::milliseconds patience = kPatience,
                                std::size_t mostPackets = SIZE_MAX);
     void askResend(std::uint16_t blockId, std::uint32_t first, std::uint32_t last);
-    /** Playback: source "Memory", acquisition started. */
+    /// Playback: source "Memory", acquisition started.
     void startPlayback();
-    /** Writes text to the serial line. @return bytes taken */
+    /// Writes text to the serial line. @return bytes taken
     std::uint32_t writeSerial(const std::string& text);
 
     gige::net::Endpoint camera() const { return mCamera; }

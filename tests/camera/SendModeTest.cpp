@@ -18,7 +18,7 @@ using gige::net::UdpSocket;
 
 constexpr std::size_t kBlockPackets = 25; // leader, 32000 / 1404 data, trailer
 
-/** One image's packets as the kernel hands them over: how many come joined, run by run. */
+/// One image's packets as the kernel hands them over: how many come joined, run by run.
 std::vector<std::size_t> runsOfOneImage(CameraOptions options)
 {
     VirtualCamera camera(std::move(options));

@@ -1,8 +1,6 @@
-/**
- * The list that a discovery makes of whatever arrives at its sockets. The input is a sequence of
- * records: 1 byte sender, 1 byte length, then that many bytes of datagram. A sender below 16 is the
- * address that the datagram names, 16 and above are 192.168.x.y; the interface is one of two.
- */
+/// The list that a discovery makes of whatever arrives at its sockets. The input is a sequence of
+/// records: 1 byte sender, 1 byte length, then that many bytes of datagram. A sender below 16 is
+/// the address that the datagram names, 16 and above are 192.168.x.y; the interface is one of two.
 #include "DiscoveryList.h"
 #include "GvcpHeader.h"
 
@@ -47,7 +45,7 @@ HeardDatagram heard(std::uint8_t sender, wire::ByteView bytes)
     }
     return {.bytes = {bytes.begin(), bytes.end()},
             .source = {.address = {address}, .port = 3956},
-            .interface = interfaceOf(sender)};
+            .nic = interfaceOf(sender)};
 }
 
 /// What has to hold of a list, told from all that came.

@@ -1,7 +1,6 @@
-/**
- * Runs a fuzz target without a fuzzing engine: every file of the corpus folders given, then a fixed
- * number of mutations of them from a fixed seed. With clang, the same targets link to libFuzzer.
- */
+/// Runs a fuzz target without a fuzzing engine: every file of the corpus folders given, then a
+/// fixed number of mutations of them from a fixed seed. With clang, the same targets link to
+/// libFuzzer.
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>

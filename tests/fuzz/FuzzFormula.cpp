@@ -28,8 +28,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         Formula::compile(text, {{"A", 0}, {"B.Max", 1}, {"MISSING", 2}});
     if (formula) {
         SlotNumbers operands;
-        static_cast<void>(formula->evaluate(Arithmetic::Integer, operands));
-        static_cast<void>(formula->evaluate(Arithmetic::Float, operands));
+        (void)formula->evaluate(Arithmetic::Integer, operands);
+        (void)formula->evaluate(Arithmetic::Float, operands);
     }
     return 0;
 }

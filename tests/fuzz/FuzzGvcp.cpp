@@ -31,11 +31,11 @@ void decodeAll(std::uint8_t flags, ByteView payload)
     expectSame(decodeReadRegister(payload), payload);
     expectSame(decodeWriteRegister(payload), payload);
     expectSame(decodeMemoryBlock(payload), payload);
-    static_cast<void>(decodeReadMemory(payload)); // has reserved bytes, as have the others below
-    static_cast<void>(decodeForceIp(payload));
-    static_cast<void>(decodePendingAck(payload));
-    static_cast<void>(decodePacketResend(flags, payload));
-    static_cast<void>(decodeDiscoveryAck(payload));
+    (void)decodeReadMemory(payload); // has reserved bytes, as have the others below
+    (void)decodeForceIp(payload);
+    (void)decodePendingAck(payload);
+    (void)decodePacketResend(flags, payload);
+    (void)decodeDiscoveryAck(payload);
 }
 
 } // namespace
@@ -47,7 +47,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         decodeAll(command->header.flags, command->payload);
     }
     if (const auto ack = decodeAck(datagram)) {
-        static_cast<void>(statusText(ack->header.status));
+        (void)statusText(ack->header.status);
         decodeAll(0, ack->payload);
         decodeAll(kGvcpExtendedIds, ack->payload);
     }

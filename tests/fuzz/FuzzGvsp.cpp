@@ -1,9 +1,7 @@
-/**
- * Block assembly from arbitrary packets. The input: 1 byte packets under re-request, 1 byte
- * requests per packet, then records: 2 bytes length, 1 byte time step, then that many bytes of
- * packet. Steps up to 127 are tenths of a millisecond, for resends; those above, milliseconds.
- * After a step of 0 the packet comes in one batch with that before.
- */
+/// Block assembly from arbitrary packets. The input: 1 byte packets under re-request, 1 byte
+/// requests per packet, then records: 2 bytes length, 1 byte time step, then that many bytes of
+/// packet. Steps up to 127 are tenths of a millisecond, for resends; those above, milliseconds.
+/// After a step of 0 the packet comes in one batch with that before.
 #include "BlockAssembler.h"
 #include "GvspHeader.h"
 #include "PacketArithmetic.h"
@@ -105,7 +103,7 @@ void pass(BlockAssembler& assembler, Time& now, Clock::duration step)
     }
     now = end;
     assembler.onTime(now);
-    static_cast<void>(assembler.packetsToCome());
+    (void)assembler.packetsToCome();
 }
 
 } // namespace

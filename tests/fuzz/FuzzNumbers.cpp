@@ -1,8 +1,6 @@
-/**
- * The numbers of both command lines. An input that begins with "telvo" is a command line of the
- * tool, a word a line; of any other, every line is tried as a setting of the tool and as each kind
- * of fault of the virtual camera.
- */
+/// The numbers of both command lines. An input that begins with "telvo" is a command line of the
+/// tool, a word a line; of any other, every line is tried as a setting of the tool and as each kind
+/// of fault of the virtual camera.
 #include "Commands.h"
 #include "FaultText.h"
 #include "Setting.h"
@@ -59,7 +57,7 @@ template <typename Parse>
 void tryFault(Parse parse, const std::string& text)
 {
     try {
-        static_cast<void>(parse(text));
+        (void)parse(text);
     } catch (const std::invalid_argument&) { // NOLINT(bugprone-empty-catch): as it should be
     }
 }

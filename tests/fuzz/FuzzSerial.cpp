@@ -1,8 +1,7 @@
-/**
- * The serial line over registers that answer anything. The input: 1 byte number of operations, the
- * operations with 1 byte each (lowest two bits: write, read, flush; above them the number of
- * bytes), then the answers of the registers one after the other. When they end, the device is gone.
- */
+/// The serial line over registers that answer anything. The input: 1 byte number of operations, the
+/// operations with 1 byte each (lowest two bits: write, read, flush; above them the number of
+/// bytes), then the answers of the registers one after the other. When they end, the device is
+/// gone.
 #include "SerialBridge.h"
 
 #include <algorithm>
@@ -125,13 +124,13 @@ void operate(SerialBridge& bridge, std::uint8_t operation)
     std::size_t done = 0;
     switch (operation % 4U) {
     case 0:
-        static_cast<void>(bridge.flush());
+        (void)bridge.flush();
         break;
     case 1:
-        static_cast<void>(bridge.write(part, done));
+        (void)bridge.write(part, done);
         break;
     default: // without waiting
-        static_cast<void>(bridge.read(part, std::chrono::milliseconds(0), done));
+        (void)bridge.read(part, std::chrono::milliseconds(0), done);
         break;
     }
     require(done <= part.size());

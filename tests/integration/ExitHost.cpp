@@ -1,9 +1,7 @@
-/**
- * A host that leaves its camera connected until the process ends:
- * exit_host HANDLER LIBRARY MAC-ADDRESS IP-ADDRESS
- * Where HANDLER says so it then disconnects, and prints what came of it. The library is loaded
- * while the program runs, unless LIBRARY is empty: then it is the one linked to.
- */
+/// A host that leaves its camera connected until the process ends:
+/// exit_host HANDLER LIBRARY MAC-ADDRESS IP-ADDRESS
+/// Where HANDLER says so it then disconnects, and prints what came of it. The library is loaded
+/// while the program runs, unless LIBRARY is empty: then it is the one linked to.
 #include "HostFunctions.h"
 
 #include <cstdio>

@@ -1,10 +1,9 @@
 #ifndef TELVO_TESTS_INTEGRATION_SCARCITY_H
 #define TELVO_TESTS_INTEGRATION_SCARCITY_H
 
-/**
- * Takes the place of this program's allocator, of its way to new threads and of its sleep, for the
- * libraries that it loads, too: memory and threads run out when a test wants it, and nobody sleeps.
- */
+/// Takes the place of this program's allocator, of its way to new threads and of its sleep, for the
+/// libraries that it loads, too: memory and threads run out when a test wants it, and nobody
+/// sleeps.
 namespace scarcity
 {
 

@@ -1,9 +1,7 @@
-/**
- * A host whose process runs out of something: starved_host WHAT MAC-ADDRESS IP-ADDRESS
- * WHAT is allocations, one-allocation, address-space, threads or processes. It calls every export
- * while there is less and less of it, and after each failure uses the camera as if nothing had
- * happened. It prints what went wrong, and ends with 0 if nothing did.
- */
+/// A host whose process runs out of something: starved_host WHAT MAC-ADDRESS IP-ADDRESS
+/// WHAT is allocations, one-allocation, address-space, threads or processes. It calls every export
+/// while there is less and less of it, and after each failure uses the camera as if nothing had
+/// happened. It prints what went wrong, and ends with 0 if nothing did.
 #include "AnyExport.h"
 #include "Scarcity.h"
 #include "TelvoDll.h"

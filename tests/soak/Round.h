@@ -20,11 +20,9 @@ struct SoakCounts {
     std::uint64_t resentPackets = 0; // by the camera
 };
 
-/**
- * A camera comes, a host takes live pictures, records, reads the recording in blocks, loses the
- * link, finds the camera again, and both go; meanwhile packets get lost, come twice, in disorder
- * and with pauses. Throws SoakFailure.
- */
+/// A camera comes, a host takes live pictures, records, reads the recording in blocks, loses the
+/// link, finds the camera again, and both go; meanwhile packets get lost, come twice, in disorder
+/// and with pauses. Throws SoakFailure.
 void runRound(CallWatch& calls, SoakCounts& counts);
 
 #endif

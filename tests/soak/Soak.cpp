@@ -1,9 +1,7 @@
-/**
- * Runs rounds of a host's work for so many seconds and prints what the process has of the system,
- * each minute and at the end. Fails when that grows after the first rounds, on a wrong picture, and
- * when a call fails or does not return.
- *   usage: soak SECONDS
- */
+/// Runs rounds of a host's work for so many seconds and prints what the process has of the system,
+/// each minute and at the end. Fails when that grows after the first rounds, on a wrong picture,
+/// and when a call fails or does not return.
+///   usage: soak SECONDS
 #include "ProcessUsage.h"
 #include "Round.h"
 

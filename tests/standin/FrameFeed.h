@@ -10,10 +10,8 @@
 #include <optional>
 #include <vector>
 
-/**
- * The deliveries that retrievals take, in order. Tests feed it, before or while the library
- * retrieves; one pipeline or stream takes from it at a time. All members from any thread.
- */
+/// The deliveries that retrievals take, in order. Tests feed it, before or while the library
+/// retrieves; one pipeline or stream takes from it at a time. All members from any thread.
 class FrameFeed
 {
   public:

@@ -10,11 +10,9 @@
 #include <string>
 #include <vector>
 
-/**
- * A parameter array that tests fill and empty. Parameters are created by naming them; naming one
- * under another type replaces it. Handles that the library bound earlier go on working on the old
- * object until it binds anew.
- */
+/// A parameter array that tests fill and empty. Parameters are created by naming them; naming one
+/// under another type replaces it. Handles that the library bound earlier go on working on the old
+/// object until it binds anew.
 class ScriptedArray : public PvGenParameterArray
 {
   public:

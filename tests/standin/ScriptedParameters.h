@@ -1,8 +1,6 @@
-/**
- * Parameters that tests script. The setters return the object, so that they chain:
- * `camera.integer("Width").value(640).range(16, 1280)`. `next` queues answers that the following
- * reads give before the value counts again. All members from any thread.
- */
+/// Parameters that tests script. The setters return the object, so that they chain:
+/// `camera.integer("Width").value(640).range(16, 1280)`. `next` queues answers that the following
+/// reads give before the value counts again. All members from any thread.
 #ifndef TELVO_TESTS_STANDIN_SCRIPTEDPARAMETERS_H
 #define TELVO_TESTS_STANDIN_SCRIPTEDPARAMETERS_H
 

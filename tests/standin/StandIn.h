@@ -1,36 +1,34 @@
-/**
- * A scripted stand-in for everything below the library: the Pv* classes and the kernel calls.
- * It answers from a script and writes down, in order, what the library asked of it.
- *
- *     StandIn s;                                       // one per test, see src/GrabberTest.h
- *     s.camera().integer("Width").range(16, 640);      // change what the test is about
- *     s.camera().enumeration("CameraState").next({"Live", "Live"}); // two answers, then its value
- *     s.camera().remove("GainRaw");                    // the camera lacks a feature
- *     s.answer("Width.SetValue", {Code::Busy});        // one call fails, the next ones do not
- *     s.answerAlways("PvDevice.Connect", Code::NotFound);
- *     …call an export…
- *     EXPECT_EQ(s.takeCalls(), (Texts{"Get Width", "Width.GetMin", "Width.GetMax",
- *                                     "Width.SetValue 640", "log -- GEN setCurrentWidth 640"}));
- *
- * How calls are written down: `Class.Operation arguments` or `Feature.Operation arguments`.
- * - A look-up by name is "Get Width". Parameters of the link and of the stream carry the array's
- *   name: "Get link/AnswerTimeout", "stream/RequestTimeout.SetValue 1100".
- * - "Sleep 500" is a sleep that was not slept; it moves the tick count on by 500.
- * - "log …" is a debug line without its CR LF ("unterminated log …" had none).
- * - The second and later objects of a class carry a number: "PvDevice#2.Disconnect".
- * The part before the first blank is the call's name, under which its results are scripted.
- * Values given to `answer` replace the stand-in's own result; a call that fails changes nothing.
- * IsAvailable is false for any result but Ok.
- *
- * Left to themselves, parameters behave as a camera's: SetValue refuses what is out of range, no
- * entry of the enumeration, or unavailable; commands do nothing; reads give the last value. Nothing
- * changes by itself: a poll for a state ends when the script says so.
- *
- * Threads. Calls of threads made with CreateThread are kept apart from the others', so that each
- * list is in a fixed order: takeCalls() and takeLog() are for the test's own thread (and the one
- * that loseLink() notifies on), takeWorkerCalls() and takeWorkerLog() for the workers. All members
- * may be called from any thread.
- */
+/// A scripted stand-in for everything below the library: the Pv* classes and the kernel calls.
+/// It answers from a script and writes down, in order, what the library asked of it.
+///
+///     StandIn s;                                       // one per test, see src/GrabberTest.h
+///     s.camera().integer("Width").range(16, 640);      // change what the test is about
+///     s.camera().enumeration("CameraState").next({"Live", "Live"}); // two answers, then its value
+///     s.camera().remove("GainRaw");                    // the camera lacks a feature
+///     s.answer("Width.SetValue", {Code::Busy});        // one call fails, the next ones do not
+///     s.answerAlways("PvDevice.Connect", Code::NotFound);
+///     …call an export…
+///     EXPECT_EQ(s.takeCalls(), (Texts{"Get Width", "Width.GetMin", "Width.GetMax",
+///                                     "Width.SetValue 640", "log -- GEN setCurrentWidth 640"}));
+///
+/// How calls are written down: `Class.Operation arguments` or `Feature.Operation arguments`.
+/// - A look-up by name is "Get Width". Parameters of the link and of the stream carry the array's
+///   name: "Get link/AnswerTimeout", "stream/RequestTimeout.SetValue 1100".
+/// - "Sleep 500" is a sleep that was not slept; it moves the tick count on by 500.
+/// - "log …" is a debug line without its CR LF ("unterminated log …" had none).
+/// - The second and later objects of a class carry a number: "PvDevice#2.Disconnect".
+/// The part before the first blank is the call's name, under which its results are scripted.
+/// Values given to `answer` replace the stand-in's own result; a call that fails changes nothing.
+/// IsAvailable is false for any result but Ok.
+///
+/// Left to themselves, parameters behave as a camera's: SetValue refuses what is out of range, no
+/// entry of the enumeration, or unavailable; commands do nothing; reads give the last value.
+/// Nothing changes by itself: a poll for a state ends when the script says so.
+///
+/// Threads. Calls of threads made with CreateThread are kept apart from the others', so that each
+/// list is in a fixed order: takeCalls() and takeLog() are for the test's own thread (and the one
+/// that loseLink() notifies on), takeWorkerCalls() and takeWorkerLog() for the workers. All members
+/// may be called from any thread.
 #ifndef TELVO_TESTS_STANDIN_STANDIN_H
 #define TELVO_TESTS_STANDIN_STANDIN_H
 

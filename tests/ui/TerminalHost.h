@@ -12,10 +12,8 @@ inline constexpr const char* kEscape = "\x1B";
 inline constexpr const char* kBackspace = "\x7F";
 inline constexpr const char* kCtrlC = "\x03";
 
-/**
- * The program dialog_host on a terminal of its own, of 100 columns and 30 lines, with the test as
- * its user. Ends with the object.
- */
+/// The program dialog_host on a terminal of its own, of 100 columns and 30 lines, with the test as
+/// its user. Ends with the object.
 class TerminalHost
 {
   public:

@@ -51,11 +51,11 @@ CameraAddress chooseCamera(const CameraOptions& options)
     const std::string ip = gige::net::toText(device.ip());
     if (!device.inSubnet()) {
         throw Failure("the camera's address " + ip + " is not in the subnet of interface " +
-                      device.interface.name + "; 'telvo force-ip' gives it another");
+                      device.nic.name + "; 'telvo force-ip' gives it another");
     }
     return {.mac = gige::wire::toText(device.info.mac),
             .ip = ip,
-            .onLoopback = device.interface.isLoopback,
+            .onLoopback = device.nic.isLoopback,
             .device = device};
 }
 

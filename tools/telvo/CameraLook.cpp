@@ -31,8 +31,8 @@ CameraLook::CameraLook(const CameraAddress& address)
     // It outlives every connection, whose threads read it.
     static const control::LinkSettings kSettings;
     const PvResult opened = DeviceSession::open(
-        {.ip = address.device.ip(), .interface = address.device.interface}, PvAccessType::Open,
-        kSettings, [] {}, mDevice);
+        {.ip = address.device.ip(), .nic = address.device.nic}, PvAccessType::Open, kSettings,
+        [] {}, mDevice);
     if (opened.GetCode() == static_cast<std::uint32_t>(PvResult::Code::AccessDenied)) {
         throw Failure(heldByOther(address, ""));
     }

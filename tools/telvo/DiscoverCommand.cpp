@@ -34,7 +34,7 @@ void runDiscover(const SearchOptions& options)
     for (const gige::control::DiscoveredDevice& camera : cameras) {
         rows.push_back({gige::wire::toText(camera.info.mac), gige::net::toText(camera.ip()),
                         camera.info.manufacturer, camera.info.model, camera.info.serialNumber,
-                        camera.info.userDefinedName, camera.interface.name + remark(camera)});
+                        camera.info.userDefinedName, camera.nic.name + remark(camera)});
     }
     std::cout << formatTable(rows);
 }

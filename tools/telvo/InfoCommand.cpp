@@ -49,7 +49,7 @@ Facts identityOf(const CameraAddress& camera)
     return {
         {"MAC address", "mac", camera.mac},
         {"IP address", "ip", camera.ip},
-        {"on interface", "interface", camera.device.interface.name},
+        {"on interface", "interface", camera.device.nic.name},
         {"name", "name", info.userDefinedName},
         {"manufacturer", "manufacturer", info.manufacturer},
         {"model", "model", info.model},

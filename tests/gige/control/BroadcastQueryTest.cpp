@@ -23,7 +23,7 @@ TEST(BroadcastQuery, TellsWhoSentWhatItHeard)
     const auto heard = query.next(systemClock().now() + milliseconds(20'000));
     ASSERT_TRUE(heard);
     EXPECT_EQ(heard->source, (net::Endpoint{.address = {0x7F00020F}, .port = 3956}));
-    EXPECT_EQ(heard->interface.name, "lo");
+    EXPECT_EQ(heard->nic.name, "lo");
 }
 
 TEST(BroadcastQuery, KeepsNoMoreThanItsLimitForWhoeverDoesNotTakeIt)

@@ -99,7 +99,7 @@ class DeviceConnectionTest : public DeviceConnectionFixture
         return DeviceConnection::open(
             std::make_unique<ControlChannel>(std::make_unique<DirectLine>(mModel, device, mClock),
                                              device, mSettings, mLimits, mClock),
-            {.ip = device.address, .interface = loopback()}, access, mSettings, [this] { tell(); },
+            {.ip = device.address, .nic = loopback()}, access, mSettings, [this] { tell(); },
             mLimits);
     }
 
@@ -134,7 +134,7 @@ class DeviceConnectionThreadsTest : public DeviceConnectionFixture
     std::unique_ptr<DeviceConnection> connected()
     {
         auto opened = DeviceConnection::open(
-            {.ip = {0x7F00021F}, .interface = loopback()}, AccessType::Exclusive, mSettings,
+            {.ip = {0x7F00021F}, .nic = loopback()}, AccessType::Exclusive, mSettings,
             [this] { tell(); }, mLimits);
         EXPECT_TRUE(opened);
         return opened ? std::move(*opened) : nullptr;
@@ -231,7 +231,7 @@ TEST_F(DeviceConnectionTest, AnInterfaceThatIsGoneIsANetworkError)
 {
     net::NetworkInterface gone = loopback();
     gone.address = {0xC0000201};
-    const auto opened = DeviceConnection::open({.ip = {0x7F00021F}, .interface = gone},
+    const auto opened = DeviceConnection::open({.ip = {0x7F00021F}, .nic = gone},
                                                AccessType::Control, mSettings, [] {});
     EXPECT_EQ(opened.status(), Status::NetworkError);
 }
@@ -519,7 +519,7 @@ void loseTo(DeviceModel& fake, const LinkSettings& settings, Action action)
     std::unique_ptr<DeviceConnection> device;
     std::atomic<bool> opened{false};
     std::atomic<bool> done{false};
-    auto opening = DeviceConnection::open({.ip = {0x7F00021F}, .interface = loopback()},
+    auto opening = DeviceConnection::open({.ip = {0x7F00021F}, .nic = loopback()},
                                           AccessType::Control, settings, [&] {
                                               EXPECT_TRUE(opened);
                                               action(device);
@@ -550,7 +550,7 @@ TEST_F(DeviceConnectionThreadsTest, ALossThatNeverReturnsKeepsNobodyFromEndingTh
     std::promise<void> told;
     std::promise<void> mayReturn;
     std::promise<void> returned;
-    auto device = DeviceConnection::open({.ip = {0x7F00021F}, .interface = loopback()},
+    auto device = DeviceConnection::open({.ip = {0x7F00021F}, .nic = loopback()},
                                          AccessType::Control, mSettings, [&] {
                                              told.set_value();
                                              mayReturn.get_future().wait();
@@ -570,7 +570,7 @@ TEST_F(DeviceConnectionThreadsTest, ALossThatReturnsSoonIsWaitedFor)
 {
     std::promise<void> told;
     std::atomic<bool> hasReturned{false};
-    auto device = DeviceConnection::open({.ip = {0x7F00021F}, .interface = loopback()},
+    auto device = DeviceConnection::open({.ip = {0x7F00021F}, .nic = loopback()},
                                          AccessType::Control, mSettings, [&] {
                                              told.set_value();
                                              std::this_thread::sleep_for(milliseconds(20));

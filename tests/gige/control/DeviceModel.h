@@ -32,12 +32,10 @@ struct FakeAnswer {
     bool fromOtherAddress = false;      // port 3956, but of the address 100 higher
 };
 
-/**
- * A scripted GigE Vision device without its socket: registers and memory that behave, and a script
- * that may turn each answer into something else. Its packets are put together by hand here, so that
- * the host's encoders are not judged by themselves.
- * Threads: any; commands are served in turns, mLock guards the data.
- */
+/// A scripted GigE Vision device without its socket: registers and memory that behave, and a script
+/// that may turn each answer into something else. Its packets are put together by hand here, so
+/// that the host's encoders are not judged by themselves. Threads: any; commands are served in
+/// turns, mLock guards the data.
 class DeviceModel
 {
   public:

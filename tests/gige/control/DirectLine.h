@@ -13,10 +13,8 @@
 namespace gige::control
 {
 
-/**
- * A device at the other end of a control socket, without a network: its answers come after the
- * delays that its script names, by the test's clock. Only what a channel does is allowed.
- */
+/// A device at the other end of a control socket, without a network: its answers come after the
+/// delays that its script names, by the test's clock. Only what a channel does is allowed.
 class DirectLine final : public ControlSocket
 {
   public:

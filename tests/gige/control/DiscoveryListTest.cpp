@@ -37,13 +37,13 @@ std::optional<DiscoveredDevice> heard(std::uint8_t mac, std::uint32_t named, std
 {
     return discoveredIn({.bytes = answer(mac, named),
                          .source = {.address = {source}, .port = 3956},
-                         .interface = network()});
+                         .nic = network()});
 }
 
 DiscoveredDevice device(std::uint64_t mac, std::uint32_t address,
                         const net::NetworkInterface& interface = network())
 {
-    DiscoveredDevice device{.info = {}, .interface = interface};
+    DiscoveredDevice device{.info = {}, .nic = interface};
     for (std::uint8_t& byte : device.info.mac.bytes) {
         byte = static_cast<std::uint8_t>(mac);
         mac >>= 8;
@@ -58,7 +58,7 @@ TEST(DiscoveryAnswer, CountsFromTheAddressThatItNames)
     ASSERT_TRUE(found);
     EXPECT_EQ(found->info.mac, (wire::MacAddress{{0x02, 0, 0, 0, 0, 7}}));
     EXPECT_EQ(found->ip(), net::Ipv4Address{0xC0A80005});
-    EXPECT_EQ(found->interface.name, "eth0");
+    EXPECT_EQ(found->nic.name, "eth0");
 }
 
 TEST(DiscoveryAnswer, FromAnotherAddressIsNone)
@@ -93,9 +93,9 @@ TEST(DiscoveryList, PrefersTheInterfaceOfTheDevicesSubnet)
     EXPECT_FALSE(list.devices().front().inSubnet());
     const DiscoveredDevice* const news = list.add(device(1, 0x0A000005, reaching));
     ASSERT_NE(news, nullptr);
-    EXPECT_EQ(news->interface.name, "eth1");
+    EXPECT_EQ(news->nic.name, "eth1");
     EXPECT_EQ(list.add(device(1, 0x0A000005)), nullptr);
-    EXPECT_EQ(list.devices().front().interface.name, "eth1");
+    EXPECT_EQ(list.devices().front().nic.name, "eth1");
 }
 
 TEST(DiscoveryList, TwoAddressesWithOneMacAreRivals)

@@ -87,7 +87,7 @@ TEST(Discovery, FindsAllDevicesAndWhatTheySayOfThemselves)
     EXPECT_EQ(one.info.model, "Fake Camera");
     EXPECT_EQ(one.info.serialNumber, "SN-1");
     EXPECT_EQ(one.info.userDefinedName, "test");
-    EXPECT_EQ(one.interface.name, "lo");
+    EXPECT_EQ(one.nic.name, "lo");
     EXPECT_TRUE(one.inSubnet());
 }
 
@@ -229,9 +229,9 @@ TEST(Discovery, ADeviceHeardOnSeveralInterfacesIsListedWithTheOneOfItsSubnet)
     elsewhere.netmask = {0xFFFFFF00}; // 127.0.1.0/24, whose broadcast is 127.0.1.255
     const auto devices =
         discover({elsewhere, loopback()}, milliseconds(20'000),
-                 [](const DiscoveredDevice& found) { return found.interface.name != "lo"; });
+                 [](const DiscoveredDevice& found) { return found.nic.name != "lo"; });
     ASSERT_EQ(macs(devices), std::vector{kFirstMac});
-    EXPECT_EQ(devices[0].interface.name, "lo");
+    EXPECT_EQ(devices[0].nic.name, "lo");
 }
 
 TEST(Discovery, ADeviceOfAnotherSubnetIsListedAsSuch)
@@ -428,7 +428,7 @@ TEST(LocateDevice, NeedsNoTrafficWhereOneInterfaceLeadsThere)
     const auto address = locateDevice({0x7F00020B}, {unusable(), loopback()});
     ASSERT_TRUE(address);
     EXPECT_EQ(address->ip, net::Ipv4Address{0x7F00020B});
-    EXPECT_EQ(address->interface.name, "lo");
+    EXPECT_EQ(address->nic.name, "lo");
     EXPECT_TRUE(device.commands().empty());
 }
 
@@ -439,7 +439,7 @@ TEST(LocateDevice, TakesTheInterfaceThatTheDeviceAnswersOn)
     deaf.netmask = {0};
     const auto address = locateDevice({0x7F00020B}, {deaf, loopback()});
     ASSERT_TRUE(address);
-    EXPECT_EQ(address->interface.name, "lo");
+    EXPECT_EQ(address->nic.name, "lo");
     EXPECT_FALSE(locateDevice({0x7F0002FA}, {deaf, loopback()})) << "nobody is there";
 }
 

@@ -8,10 +8,8 @@
 #include <string>
 #include <thread>
 
-/**
- * A scripted device on one loopback address.
- * Threads: two of its own, one a socket, serve commands in turns.
- */
+/// A scripted device on one loopback address.
+/// Threads: two of its own, one a socket, serve commands in turns.
 class FakeDevice : public DeviceModel
 {
   public:

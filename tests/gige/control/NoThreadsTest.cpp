@@ -30,7 +30,7 @@ TEST(WithoutThreads, OpeningAConnectionFailsAndLeavesTheDeviceFree)
 {
     ChildWithoutThreads child([] {
         const LinkSettings settings;
-        const auto opened = DeviceConnection::open({.ip = {0x7F000229}, .interface = loopback()},
+        const auto opened = DeviceConnection::open({.ip = {0x7F000229}, .nic = loopback()},
                                                    AccessType::Exclusive, settings, [] {});
         return opened.status() == Status::NetworkError;
     });

@@ -10,10 +10,8 @@ namespace gige::control
 namespace
 {
 
-/**
- * A device whose path to the host lets packets up to mPathLimit through. The size that the device
- * was told stands in its SCPS register; a test packet "arrives" when that has the fire bit.
- */
+/// A device whose path to the host lets packets up to mPathLimit through. The size that the device
+/// was told stands in its SCPS register; a test packet "arrives" when that has the fire bit.
 class PacketSizeNegotiationTest : public testing::Test
 {
   protected:

@@ -11,11 +11,9 @@
 namespace gige::control
 {
 
-/**
- * Time that passes only by being waited for: it stands still while any of those who wait by it is
- * busy; once all wait, it is the earliest time that one of them waits for.
- * Threads: any; mLock guards all members.
- */
+/// Time that passes only by being waited for: it stands still while any of those who wait by it is
+/// busy; once all wait, it is the earliest time that one of them waits for.
+/// Threads: any; mLock guards all members.
 class TestClock : public Clock
 {
   public:

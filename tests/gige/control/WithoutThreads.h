@@ -6,10 +6,8 @@
 #include <functional>
 #include <sys/types.h>
 
-/**
- * Checks something in a process that can start no thread; one of its own, since nobody gets back
- * what a limit took. Made before this process starts threads, which a fork would lose.
- */
+/// Checks something in a process that can start no thread; one of its own, since nobody gets back
+/// what a limit took. Made before this process starts threads, which a fork would lose.
 class ChildWithoutThreads
 {
   public:

@@ -35,12 +35,10 @@ TEST(NetworkInterface, LoopbackReachesAllOfItsAddresses)
 
 TEST(NetworkInterface, BroadcastAndSubnetFollowFromTheMask)
 {
-    const NetworkInterface interface {
-        .address = {0xC0A80A14}, .netmask = { 0xFFFFFF00 }
-    };
-    EXPECT_EQ(interface.broadcast(), Ipv4Address{0xC0A80AFF});
-    EXPECT_TRUE(interface.contains({0xC0A80A01}));
-    EXPECT_FALSE(interface.contains({0xC0A80B01}));
+    const NetworkInterface subnet{.address = {0xC0A80A14}, .netmask = {0xFFFFFF00}};
+    EXPECT_EQ(subnet.broadcast(), Ipv4Address{0xC0A80AFF});
+    EXPECT_TRUE(subnet.contains({0xC0A80A01}));
+    EXPECT_FALSE(subnet.contains({0xC0A80B01}));
 }
 
 } // namespace

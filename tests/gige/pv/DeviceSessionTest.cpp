@@ -102,8 +102,8 @@ TEST_F(DeviceSession, ReadsADescriptionForSoLongOnly)
     });
     const gige::control::LinkSettings settings;
     auto opened = gige::control::DeviceConnection::open(
-        {.ip = {0x7F000233}, .interface = gige::control::loopback()},
-        gige::control::AccessType::Control, settings, [] {});
+        {.ip = {0x7F000233}, .nic = gige::control::loopback()}, gige::control::AccessType::Control,
+        settings, [] {});
     ASSERT_TRUE(opened);
     EXPECT_FALSE(readDescription((*opened)->registers(), [](const std::string&) { return true; },
                                  milliseconds(300)));

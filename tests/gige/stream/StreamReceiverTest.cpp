@@ -336,7 +336,7 @@ TEST_F(StreamReceiverTest, ServesManyThreads)
             receiver->setSettings({.packetTimeout = 50ms, .imageTimeout = 60ms});
             receiver->abortQueued();
             receiver->completed().wakeRetrievals();
-            static_cast<void>(receiver->statistics());
+            (void)receiver->statistics();
             std::this_thread::sleep_for(1ms);
         }
     });

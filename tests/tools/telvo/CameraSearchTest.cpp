@@ -34,7 +34,7 @@ std::vector<std::string> names(const Interfaces& interfaces)
 
 gige::control::DiscoveredDevice camera()
 {
-    gige::control::DiscoveredDevice device{.info = {}, .interface = kLoopback};
+    gige::control::DiscoveredDevice device{.info = {}, .nic = kLoopback};
     device.info.mac = {{0x02, 0x54, 0x45, 0x00, 0x00, 0x21}};
     device.info.address = 0x7F00000B;
     device.info.userDefinedName = "north";
