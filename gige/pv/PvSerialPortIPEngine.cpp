@@ -1,7 +1,7 @@
 #include "PvSerialPortIPEngine.h"
 
 #include "PvDeviceImpl.h"
-#include "SerialBridge.h"
+#include "SerialPort.h"
 #include "StatusTranslations.h"
 
 #include <memory>
@@ -11,10 +11,10 @@
 class PvSerialPortIPEngine::Impl
 {
   public:
-    /// The bridge with the session that its nodes belong to.
+    /// The serial port with the session that its nodes belong to.
     struct OpenPort {
         std::shared_ptr<DeviceSession> session;
-        SerialBridge bridge;
+        SerialPort serial;
     };
 
     std::shared_ptr<OpenPort> port() const
@@ -47,11 +47,11 @@ PvResult PvSerialPortIPEngine::Open(PvDevice* device, PvIPEngineSerial port)
     if (session == nullptr || !session->isConnected()) {
         return PvResult::Code::NotConnected;
     }
-    auto bridge = SerialBridge::find(session->nodes());
-    if (!bridge) {
+    auto serial = SerialPort::find(session->nodes());
+    if (!serial) {
         return PvResult::Code::NotSupported;
     }
-    mImpl->setPort(std::make_shared<Impl::OpenPort>(Impl::OpenPort{session, std::move(*bridge)}));
+    mImpl->setPort(std::make_shared<Impl::OpenPort>(Impl::OpenPort{session, std::move(*serial)}));
     return PvResult::Code::Ok;
 }
 
@@ -75,7 +75,7 @@ PvResult PvSerialPortIPEngine::Write(const std::uint8_t* data, std::uint32_t siz
         return PvResult::Code::NotConnected;
     }
     std::size_t accepted = 0;
-    const auto status = port->bridge.write({data, size}, accepted);
+    const auto status = port->serial.write({data, size}, accepted);
     written = static_cast<std::uint32_t>(accepted);
     return toPvResult(status);
 }
@@ -90,7 +90,7 @@ PvResult PvSerialPortIPEngine::Read(std::uint8_t* buffer, std::uint32_t size,
     }
     std::size_t taken = 0;
     const auto status =
-        port->bridge.read({buffer, size}, std::chrono::milliseconds(timeout), taken);
+        port->serial.read({buffer, size}, std::chrono::milliseconds(timeout), taken);
     received = static_cast<std::uint32_t>(taken);
     return toPvResult(status);
 }
@@ -98,5 +98,5 @@ PvResult PvSerialPortIPEngine::Read(std::uint8_t* buffer, std::uint32_t size,
 PvResult PvSerialPortIPEngine::FlushRxBuffer()
 {
     const auto port = mImpl->port();
-    return port ? toPvResult(port->bridge.flush()) : PvResult(PvResult::Code::NotConnected);
+    return port ? toPvResult(port->serial.flush()) : PvResult(PvResult::Code::NotConnected);
 }

@@ -2,7 +2,7 @@
 /// operations with 1 byte each (lowest two bits: write, read, flush; above them the number of
 /// bytes), then the answers of the registers one after the other. When they end, the device is
 /// gone.
-#include "SerialBridge.h"
+#include "SerialPort.h"
 
 #include <algorithm>
 #include <array>
@@ -103,21 +103,21 @@ class ScriptedPort : public RegisterPort
 struct Line {
     ScriptedPort port;
     std::unique_ptr<NodeMap> nodes;
-    std::optional<SerialBridge> bridge;
+    std::optional<SerialPort> bridge;
 
     Line()
     {
         auto loaded = NodeMap::load(kDescription, port);
         require(static_cast<bool>(loaded));
         nodes = *std::move(loaded);
-        if (auto found = SerialBridge::find(*nodes)) {
+        if (auto found = SerialPort::find(*nodes)) {
             bridge.emplace(*std::move(found));
         }
         require(bridge.has_value());
     }
 };
 
-void operate(SerialBridge& bridge, std::uint8_t operation)
+void operate(SerialPort& bridge, std::uint8_t operation)
 {
     std::array<std::uint8_t, 64> bytes{};
     const auto part = std::span(bytes).first(operation / 4U);

@@ -1,4 +1,4 @@
-#include "SerialBridge.h"
+#include "SerialPort.h"
 
 #include <algorithm>
 #include <thread>
@@ -18,7 +18,7 @@ constexpr std::chrono::milliseconds kPollPause{2};
 
 } // namespace
 
-std::optional<SerialBridge> SerialBridge::find(const NodeMap& nodes)
+std::optional<SerialPort> SerialPort::find(const NodeMap& nodes)
 {
     const Nodes found{
         .transmitBuffer = nodes.find<RegisterNode>("SerialPort0TransmitBuffer"),
@@ -31,10 +31,10 @@ std::optional<SerialBridge> SerialBridge::find(const NodeMap& nodes)
     const bool complete = found.transmitBuffer != nullptr && found.transmitLength != nullptr &&
                           found.receiveLength != nullptr && found.receiveBuffer != nullptr &&
                           found.receiveConsume != nullptr && found.receiveFlush != nullptr;
-    return complete ? std::optional(SerialBridge(found)) : std::nullopt;
+    return complete ? std::optional(SerialPort(found)) : std::nullopt;
 }
 
-Status SerialBridge::write(std::span<const std::uint8_t> data, std::size_t& written)
+Status SerialPort::write(std::span<const std::uint8_t> data, std::size_t& written)
 {
     const std::lock_guard lock(mLock);
     written = 0;
@@ -54,7 +54,7 @@ Status SerialBridge::write(std::span<const std::uint8_t> data, std::size_t& writ
     return Status::Ok;
 }
 
-Status SerialBridge::writePiece(std::span<const std::uint8_t> piece, std::size_t& accepted)
+Status SerialPort::writePiece(std::span<const std::uint8_t> piece, std::size_t& accepted)
 {
     if (const Status status = mNodes.transmitBuffer->write(piece); status != Status::Ok) {
         return status;
@@ -71,8 +71,8 @@ Status SerialBridge::writePiece(std::span<const std::uint8_t> piece, std::size_t
     return Status::Ok;
 }
 
-Status SerialBridge::read(std::span<std::uint8_t> into, std::chrono::milliseconds timeout,
-                          std::size_t& received)
+Status SerialPort::read(std::span<std::uint8_t> into, std::chrono::milliseconds timeout,
+                        std::size_t& received)
 {
     const std::lock_guard lock(mLock);
     received = 0;
@@ -92,8 +92,8 @@ Status SerialBridge::read(std::span<std::uint8_t> into, std::chrono::millisecond
     return Status::Ok;
 }
 
-Status SerialBridge::awaitBytes(std::size_t wanted, std::chrono::milliseconds timeout,
-                                std::size_t& waiting)
+Status SerialPort::awaitBytes(std::size_t wanted, std::chrono::milliseconds timeout,
+                              std::size_t& waiting)
 {
     const auto deadline = std::chrono::steady_clock::now() + timeout;
     for (;;) {
@@ -109,7 +109,7 @@ Status SerialBridge::awaitBytes(std::size_t wanted, std::chrono::milliseconds ti
     }
 }
 
-Status SerialBridge::takePiece(std::span<std::uint8_t> into, std::size_t& taken)
+Status SerialPort::takePiece(std::span<std::uint8_t> into, std::size_t& taken)
 {
     const auto bytes = mNodes.receiveBuffer->read(ReadFrom::Device);
     if (!bytes) {
@@ -124,7 +124,7 @@ Status SerialBridge::takePiece(std::span<std::uint8_t> into, std::size_t& taken)
     return status;
 }
 
-Status SerialBridge::flush()
+Status SerialPort::flush()
 {
     const std::lock_guard lock(mLock);
     return mNodes.receiveFlush->execute();

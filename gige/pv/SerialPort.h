@@ -1,5 +1,5 @@
-#ifndef TELVO_GIGE_PV_SERIALBRIDGE_H
-#define TELVO_GIGE_PV_SERIALBRIDGE_H
+#ifndef TELVO_GIGE_PV_SERIALPORT_H
+#define TELVO_GIGE_PV_SERIALPORT_H
 
 #include "NodeMap.h"
 
@@ -11,12 +11,12 @@
 
 /// Serial port 0 of a device, carried by six nodes of its feature tree (SerialPort0…). Threads:
 /// any; mLock keeps one transfer in one piece.
-class SerialBridge
+class SerialPort
 {
   public:
     /// @return none when the device lacks one of the nodes, or has it as another kind
-    static std::optional<SerialBridge> find(const gige::genapi::NodeMap& nodes);
-    SerialBridge(SerialBridge&& other) noexcept : mNodes(other.mNodes) {}
+    static std::optional<SerialPort> find(const gige::genapi::NodeMap& nodes);
+    SerialPort(SerialPort&& other) noexcept : mNodes(other.mNodes) {}
 
     /// Writes in pieces of the transmit buffer's length and stops at the first that is not taken
     /// whole. @param written  out: bytes that the line accepted
@@ -37,7 +37,7 @@ class SerialBridge
         gige::genapi::CommandNode* receiveFlush = nullptr;
     };
 
-    explicit SerialBridge(const Nodes& nodes) : mNodes(nodes) {}
+    explicit SerialPort(const Nodes& nodes) : mNodes(nodes) {}
 
     gige::genapi::Status writePiece(std::span<const std::uint8_t> piece, std::size_t& accepted);
     gige::genapi::Status awaitBytes(std::size_t wanted, std::chrono::milliseconds timeout,
