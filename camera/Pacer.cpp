@@ -1,6 +1,5 @@
 #include "Pacer.h"
 
-#include "EthernetCable.h"
 #include "PacketArithmetic.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "BatchReceiver.h"
 
-#include "PosixWait.h"
+#include "PosixSocket.h"
 #include "RingSwitch.h"
 #include "SlotSizing.h"
 #include "SocketBatch.h"

@@ -1,6 +1,6 @@
 #include "BatchSender.h"
 
-#include "PosixAddress.h"
+#include "PosixSocket.h"
 
 #include <algorithm>
 #include <array>

@@ -3,6 +3,8 @@
 
 #include "Ipv4Address.h"
 
+#include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -18,6 +20,30 @@ struct DatagramRun {
     Endpoint source{};
 
     bool isJoined() const { return bytes.size() > segmentSize; }
+};
+
+/// Remembers a datagram by its source, its length, and how it begins and ends: headers differ from
+/// packet to packet.
+class DatagramMark
+{
+  public:
+    explicit DatagramMark(const DatagramRun& datagram)
+        : mSource(datagram.source), mSize(datagram.bytes.size())
+    {
+        const std::size_t kept = std::min(mSize, kKept);
+        std::ranges::copy(datagram.bytes.first(kept), mBegin.begin());
+        std::ranges::copy(datagram.bytes.last(kept), mEnd.begin());
+    }
+
+    bool operator==(const DatagramMark&) const = default;
+
+  private:
+    static constexpr std::size_t kKept = 32; // bytes
+
+    Endpoint mSource;
+    std::size_t mSize;
+    std::array<std::uint8_t, kKept> mBegin{};
+    std::array<std::uint8_t, kKept> mEnd{};
 };
 
 } // namespace gige::net

@@ -1,8 +1,9 @@
-/// POSIX only: endpoints as the system's socket addresses.
-#ifndef TELVO_GIGE_NET_POSIXADDRESS_H
-#define TELVO_GIGE_NET_POSIXADDRESS_H
+/// POSIX only: what the sockets' sources share.
+#ifndef TELVO_GIGE_NET_POSIXSOCKET_H
+#define TELVO_GIGE_NET_POSIXSOCKET_H
 
 #include "Ipv4Address.h"
+#include "UdpSocket.h"
 
 #include <arpa/inet.h>
 #include <netinet/in.h>
@@ -23,6 +24,11 @@ inline Endpoint fromNative(const sockaddr_in& address)
 {
     return {.address = {ntohl(address.sin_addr.s_addr)}, .port = ntohs(address.sin_port)};
 }
+
+/// Waits until one of the two sockets has something (ReceiveStatus::Data). The waker comes first.
+/// @param second  kInvalidSocket: none
+ReceiveStatus waitReadable(NativeSocket first, NativeSocket second, Timeout timeout,
+                           const Waker* waker);
 
 } // namespace gige::net
 

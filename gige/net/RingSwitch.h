@@ -2,7 +2,6 @@
 #ifndef TELVO_GIGE_NET_RINGSWITCH_H
 #define TELVO_GIGE_NET_RINGSWITCH_H
 
-#include "DatagramMark.h"
 #include "DatagramRun.h"
 #include "FlowFilter.h"
 #include "PacketRing.h"

@@ -1,6 +1,6 @@
 #include "SocketBatch.h"
 
-#include "PosixAddress.h"
+#include "PosixSocket.h"
 #include "SlotSizing.h"
 
 #include <algorithm>

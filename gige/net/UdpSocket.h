@@ -50,7 +50,11 @@ class UdpSocket
     static std::optional<UdpSocket> open(const Endpoint& local, const UdpSocketOptions& options,
                                          std::error_code& error);
     static std::optional<UdpSocket> open(const Endpoint& local,
-                                         const UdpSocketOptions& options = {});
+                                         const UdpSocketOptions& options = {})
+    {
+        std::error_code error;
+        return open(local, options, error);
+    }
 
     /// The address bound to, with the port that was chosen.
     Endpoint localEndpoint() const;

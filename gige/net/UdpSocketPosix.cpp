@@ -1,7 +1,6 @@
 #include "UdpSocket.h"
 
-#include "PosixAddress.h"
-#include "PosixWait.h"
+#include "PosixSocket.h"
 
 #include <algorithm>
 #include <array>

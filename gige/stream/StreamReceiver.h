@@ -6,7 +6,6 @@
 #include "BufferQueue.h"
 #include "Gathering.h"
 #include "Ipv4Address.h"
-#include "SharedStatistics.h"
 #include "StreamSettings.h"
 #include "StreamStatistics.h"
 #include "UdpSocket.h"

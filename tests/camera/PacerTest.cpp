@@ -1,5 +1,4 @@
 #include "Pacer.h"
-#include "EthernetCable.h"
 
 #include <gtest/gtest.h>
 
