@@ -66,14 +66,4 @@ Status StreamChannel::writePacketSize(std::uint32_t size, std::uint32_t newFlags
     return setPacketSizeRegister(size | flags | newFlags);
 }
 
-Result<std::uint32_t> StreamChannel::packetDelay()
-{
-    return mDevice.readRegister(mRegisters.packetDelay());
-}
-
-Status StreamChannel::setPacketDelay(std::uint32_t ticks)
-{
-    return mDevice.writeRegister(mRegisters.packetDelay(), ticks);
-}
-
 } // namespace gige::control

@@ -41,10 +41,6 @@ class StreamChannel
     Result<std::uint32_t> packetSizeRegister();
     Status setPacketSizeRegister(std::uint32_t value);
 
-    /// Pause between two packets in ticks of the device's timestamp (SCPD).
-    Result<std::uint32_t> packetDelay();
-    Status setPacketDelay(std::uint32_t ticks);
-
   private:
     Status writePacketSize(std::uint32_t size, std::uint32_t newFlags);
 

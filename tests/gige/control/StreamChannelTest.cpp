@@ -88,12 +88,5 @@ TEST_F(StreamChannelTest, RefusesSizesThatTheRegisterCannotHold)
     EXPECT_TRUE(mDevice.commands().empty());
 }
 
-TEST_F(StreamChannelTest, ReadsAndWritesThePacketDelay)
-{
-    ASSERT_EQ(mChannel.setPacketDelay(12500), Status::Ok);
-    EXPECT_EQ(mDevice.registerValue(0x0D48), 12500U);
-    EXPECT_EQ(mChannel.packetDelay().valueOr(0), 12500U);
-}
-
 } // namespace
 } // namespace gige::control
