@@ -77,7 +77,8 @@ TEST(Live, GivesEachImageOnce)
     EXPECT_EQ(expStopLiveMode(host.id()), 0);
 }
 
-TEST(Live, StartsAndStopsAHundredTimesOver)
+// A stop spends kPrescribedStopTime pausing: more repetitions would only wait longer.
+TEST(Live, StartsAndStopsTwentyTimesOver)
 {
     camera::CameraOptions options = preparedCamera();
     options.settings = {{FeatureId::Width, 320}, {FeatureId::Height, 240}};
@@ -86,7 +87,7 @@ TEST(Live, StartsAndStopsAHundredTimesOver)
     Host host;
     host.open(camera);
     auto slowest = 0ms;
-    for (int i = 0; i < 100; ++i) {
+    for (int i = 0; i < 20; ++i) {
         ASSERT_EQ(expStartLiveMode(host.id()), 0);
         ASSERT_FALSE(host.nextImage().empty()) << "run " << i;
         ASSERT_EQ(expPauseLiveMode(1, host.id()), 0);
