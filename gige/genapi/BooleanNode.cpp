@@ -36,6 +36,7 @@ Result<AccessMode> BooleanNode::baseAccess(Evaluation& evaluation)
 Result<Number> BooleanNode::readNumber(Evaluation& evaluation)
 {
     return mSource->read(evaluation).transform([this](const Number& number) {
+        // A value that is neither OnValue nor OffValue counts as off.
         return Number(std::int64_t{isEqual(number, mOn)});
     });
 }

@@ -29,11 +29,13 @@ Status CommandNode::execute()
 
 Result<bool> CommandNode::isDone()
 {
+    // The device clears the register itself, which the cache cannot know.
     Evaluation evaluation(state(), ReadFrom::Device);
     const Result<AccessMode> mode = access(evaluation);
     if (!mode) {
         return mode.status();
     }
+    // A command that can only be written was done when its write was acknowledged.
     if (readability(*mode) != Status::Ok) {
         return true;
     }

@@ -81,6 +81,7 @@ struct ZipArchive::Memory {
         const std::size_t base = origin == ZLIB_FILEFUNC_SEEK_CUR   ? memory.position
                                  : origin == ZLIB_FILEFUNC_SEEK_END ? size
                                                                     : 0;
+        // Offsets come from the archive, which may be damaged.
         if (offset > size - base) {
             return -1;
         }
@@ -172,6 +173,7 @@ Result<std::string> unpackDescription(std::span<const std::uint8_t> file)
     if (file.size() > kDescriptionSizeLimit) {
         return Status::DescriptionTooLarge;
     }
+    // By its content: devices name zipped files ".xml", too.
     const bool isZip = file.size() >= kZipStart.size() &&
                        std::ranges::equal(file.first(kZipStart.size()), kZipStart);
     if (!isZip) {

@@ -144,12 +144,14 @@ Status NodeCollector::collect(const pugi::xml_node& parent)
 Status NodeCollector::collectOne(const pugi::xml_node& element)
 {
     const std::string_view tag = localName(element);
+    // Groups only order the text; their nodes are on a par with all others.
     if (tag == "Group") {
         return collect(element);
     }
     if (tag == "StructReg") {
         return collectStructure(element);
     }
+    // Elements of later schemas are unknown, not wrong: the rest of the tree works.
     const NodeRecipe* const recipe = tag == kEntryTag ? nullptr : findRecipe(tag);
     return recipe == nullptr ? Status::Ok : create(*recipe, element, {}, Status::Ok);
 }
@@ -169,6 +171,7 @@ Status NodeCollector::create(const NodeRecipe& recipe, const pugi::xml_node& ele
                              const pugi::xml_node& structure, Status defect)
 {
     const std::string name = element.attribute("Name").value();
+    // Nothing can refer to it, and no host can find it.
     if (name.empty()) {
         return Status::Ok;
     }

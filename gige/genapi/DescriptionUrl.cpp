@@ -40,6 +40,7 @@ Result<DescriptionLocation> parseLocal(std::string_view rest)
     }
     const std::string_view fileName = takeUntil(rest, ';');
     const std::optional<std::uint64_t> address = parseHexadecimal(takeUntil(rest, ';'));
+    // Behind a question mark stands the schema version, which the file itself tells, too.
     const std::optional<std::uint64_t> length = parseHexadecimal(takeUntil(rest, '?'));
     if (!address || !length || *length == 0) {
         return Status::UrlMalformed;
@@ -54,6 +55,7 @@ Result<DescriptionLocation> parseLocal(std::string_view rest)
 
 Result<DescriptionLocation> parseDescriptionUrl(std::string_view url)
 {
+    // The URL registers have 512 bytes, filled up with NULs.
     url = trimmed(url.substr(0, url.find('\0')));
     if (url.find(':') == std::string_view::npos) {
         return Status::UrlMalformed;

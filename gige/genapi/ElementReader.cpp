@@ -49,6 +49,7 @@ pugi::xml_node ElementReader::child(std::string_view tag) const
 
 std::ptrdiff_t ElementReader::position() const
 {
+    // An entry of a structure has the structure's place, and with it its cached content.
     return mFallback.empty() ? mElement.offset_debug() : mFallback.offset_debug();
 }
 
@@ -115,6 +116,7 @@ Node* ElementReader::conditionIn(std::string_view tag)
 {
     Node* const target = has(tag) ? named(textOf(child(tag))) : nullptr;
     if (target != nullptr) {
+        // Below only: it is read anew with the node, but is no part of the node's value.
         mNode.links().below.push_back(target);
     }
     return target;
@@ -148,6 +150,7 @@ std::optional<Operand> ElementReader::operand(std::string_view tag, bool isInteg
 
 void ElementReader::fail(Status status)
 {
+    // The first defect is the cause; those behind it follow from it.
     if (mNode.defect() == Status::Ok) {
         mNode.setDefect(status);
     }

@@ -44,6 +44,7 @@ Result<std::string> EnumerationNode::text(ReadFrom readFrom)
         return current.status();
     }
     const EnumEntryNode* const entry = findEntry(*current);
+    // Devices of later firmware have values that their description does not name.
     return entry == nullptr ? std::to_string(*current) : entry->symbolic();
 }
 

@@ -67,6 +67,7 @@ void invalidateAfterWrite(std::span<Node* const> written, RegisterCache& cache)
             stale.add(*nodes);
             changed.add(*nodes);
         }
+        // A feature changes with the register that it is made of.
         changed.add(links.above);
     }
     dropBelow(stale, cache);
@@ -81,6 +82,7 @@ Evaluation::Evaluation(NodeMapState& state, ReadFrom readFrom)
 
 Status Evaluation::spend(std::size_t steps)
 {
+    // Never given back, other than the depth: a tree may be shallow and yet branch without end.
     mSteps += steps;
     return mSteps > kEvaluationStepLimit ? Status::TooComplex : Status::Ok;
 }

@@ -179,6 +179,7 @@ Result<Number> apply(BinaryOperator operation, const Number& left, const Number&
 
 Result<Number> apply(UnaryOperator operation, const Number& value)
 {
+    // A complement, on the other hand, is one of bits.
     if (operation == UnaryOperator::Negate && !value.isInteger()) {
         return Number(-value.toDouble());
     }

@@ -292,6 +292,7 @@ bool FormulaParser::parseBinary(int leastPrecedence)
             return false;
         }
         if (isLogical) {
+            // `&&` and `||` give 1 or 0, whatever their operands are.
             emit(Operation::ToTruth);
             jumpHere(shortcut);
         } else {

@@ -54,6 +54,7 @@ Result<Number> limitOf(const NodeProperty& property, Evaluation& evaluation)
     if (!range) {
         return range.status();
     }
+    // A formula asks for a number: a node without a limit has that of its type.
     const bool isInteger = property.node->kind() == NodeKind::Integer;
     switch (property.item) {
     case Item::Minimum:

@@ -20,6 +20,7 @@ void NumberNode::define(std::unique_ptr<NumberSource> source, OwnLimits limits,
 template <typename T>
 std::optional<T> NumberNode::shown(std::optional<T> Presentation::*item) const
 {
+    // A float in front of a register of ticks shows the unit that only the last of them has.
     const NumberNode* node = this;
     // References may form a cycle.
     for (std::size_t depth = 0; node != nullptr && depth < kReferenceDepthLimit; ++depth) {

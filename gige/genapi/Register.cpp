@@ -26,6 +26,7 @@ Result<AccessMode> Register::access(Evaluation& evaluation) const
         return mDefinition.access;
     }
     const Result<AccessMode> port = mDefinition.port->access(evaluation);
+    // A port that cannot be reached takes its registers along; otherwise each says for itself.
     return port && *port >= AccessMode::WriteOnly ? mDefinition.access : port;
 }
 
@@ -73,6 +74,8 @@ Result<std::uint64_t> Register::address(Evaluation& evaluation, std::size_t leng
         if (!index || !step) {
             return index ? step.status() : index.status();
         }
+        // Without a step of their own, elements lie one behind the other, each as long as the
+        // register.
         sum += static_cast<std::uint64_t>(*index) * static_cast<std::uint64_t>(*step);
     }
     return sum;
@@ -106,6 +109,7 @@ Result<std::vector<std::uint8_t>> Register::readDevice(Evaluation& evaluation,
 
 std::vector<std::uint8_t> Register::lastKnown(Evaluation& evaluation, const Place& place) const
 {
+    // What a write-only register was never written counts as zero.
     const auto* const cached =
         evaluation.cache().find(mDefinition.cacheId, place.address, place.length);
     return cached == nullptr ? std::vector<std::uint8_t>(place.length) : *cached;
@@ -121,6 +125,7 @@ Status Register::write(Evaluation& evaluation, const Place& place,
     }
     // Also after a failure: the device may have taken the write and lost the answer.
     evaluation.cache().dropOverlapping(place.address, place.length);
+    // WriteAround: the device may have changed what it was given, so that the next read asks it.
     if (status == Status::Ok && mDefinition.caching == Caching::WriteThrough &&
         bytes.size() == place.length) {
         evaluation.cache().store(mDefinition.cacheId, place.address, bytes);

@@ -55,6 +55,8 @@ Result<IntegerRegister::Bits> IntegerRegister::bits(const Register::Place& place
     if (std::min(lsb, msb) < 0 || std::max(lsb, msb) >= width) {
         return Status::BadNode;
     }
+    // Big-endian descriptions count bits from the most significant one, as the protocol's tables
+    // do.
     if (mLayout.order == ByteOrder::BigEndian) {
         lsb = width - 1 - lsb;
         msb = width - 1 - msb;
@@ -83,6 +85,7 @@ Result<Number> IntegerRegister::read(Evaluation& evaluation)
     }
     const std::uint64_t whole = assemble(*content, order(evaluation, *place));
     const std::uint64_t value = (whole & bits->mask()) >> bits->shift;
+    // A field of one bit that is signed has the values 0 and -1.
     const std::uint64_t signBit = std::uint64_t{1} << (bits->width - 1);
     // Two's complement of the field's own width.
     const bool isNegative = mLayout.isSigned && (value & signBit) != 0;
@@ -98,6 +101,7 @@ Status IntegerRegister::write(Evaluation& evaluation, const Number& value)
         return bits.status();
     }
     std::uint64_t whole = static_cast<std::uint64_t>(*integer) << bits->shift;
+    // A field shares its register with others, whose bits must come to no harm.
     if (bits->width < place->length * kBitsPerByte) {
         const Result<std::uint64_t> before = contentToPatch(evaluation, *place);
         if (!before) {

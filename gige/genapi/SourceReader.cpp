@@ -103,6 +103,7 @@ void readConstants(ElementReader& reader, Arithmetic arithmetic, FormulaScope& s
         const std::string name = element.attribute("Name").value();
         const std::optional<std::int64_t> integer = parseInteger(textOf(element));
         const std::optional<double> real = parseReal(textOf(element));
+        // Whole numbers stay exact: a double has 53 bits, an address 64.
         if (!real && !integer) {
             reader.fail(Status::BadNode);
         } else if (integer) {
@@ -158,6 +159,7 @@ Slope slopeOf(ElementReader& reader)
     if (text == "Decreasing") {
         return Slope::Decreasing;
     }
+    // Without the element, too: most descriptions leave it out.
     return text == "Varying" ? Slope::Varying : Slope::Automatic;
 }
 
@@ -176,6 +178,7 @@ std::unique_ptr<NumberSource> readFormula(ElementReader& reader, Arithmetic arit
 std::unique_ptr<NumberSource> readConverter(ElementReader& reader, Arithmetic arithmetic)
 {
     ConverterFormulas formulas{readScope(reader, arithmetic, true), {}, {}};
+    // FormulaTo makes the device's value of the host's, FormulaFrom the other way round.
     formulas.to = compile(reader, formulas.scope, "FormulaTo");
     formulas.from = compile(reader, formulas.scope, "FormulaFrom");
     Node* const target = reader.referenceIn("pValue");
@@ -200,6 +203,7 @@ Node& readEmbeddedFormula(ElementReader& reader, const pugi::xml_node& element)
         reader.fail(node.defect());
     }
     node.define(std::move(source), {}, {});
+    // Linked as if it were named: what invalidates the formula's variables reaches the register.
     reader.node().links().below.push_back(&node);
     node.links().above.push_back(&reader.node());
     return node;

@@ -101,6 +101,7 @@ Result<std::string> StringNode::readRegister(Evaluation& evaluation)
     if (!content) {
         return content.status();
     }
+    // A text that fills its register has no NUL at its end.
     return std::string(content->begin(), std::ranges::find(*content, std::uint8_t{0}));
 }
 

@@ -57,6 +57,7 @@ std::optional<std::int64_t> parseInteger(std::string_view text)
 {
     text = trimmed(text);
     if (isHexadecimal(text)) {
+        // Hexadecimal texts are bit patterns: "0xFFFFFFFFFFFFFFFF" is -1.
         const std::optional<std::uint64_t> pattern = parseHexadecimal(text);
         return pattern ? std::optional(static_cast<std::int64_t>(*pattern)) : std::nullopt;
     }

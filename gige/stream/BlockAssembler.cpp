@@ -36,11 +36,13 @@ void BlockAssembler::setSettings(const StreamSettings& settings)
 
 void BlockAssembler::onPacket(const wire::GvspHeader& header, wire::ByteView body, Time now)
 {
+    // Its body is no data, so that it neither opens a block nor keeps one alive.
     if (isError(header.status)) {
         onErrorPacket(header);
         return;
     }
     Slot* const target = isBlockPacket(header.format) ? slotFor(header, body, now) : nullptr;
+    // After it was judged: the silence before a packet is what tells a restart from a late one.
     mSequence.notePacket(now);
     if (target == nullptr) {
         ++mStatistics.packetsIgnored;
@@ -60,6 +62,7 @@ void BlockAssembler::onTime(Time now)
 {
     closeSettled();
     while (mOpenCount > 0) {
+        // The oldest one's limit only: those behind it are completed after it anyway.
         const auto limit = limitOf(slot(0).block);
         if (!limit || now < *limit) {
             break;
@@ -109,6 +112,7 @@ BlockAssembler::Slot* BlockAssembler::slotFor(const wire::GvspHeader& header, wi
     if (found != nullptr && !isOtherLeader(*found, header, body)) {
         return found;
     }
+    // A device that starts anew counts from 1 again, and may meet an open block of its own.
     const BlockOrder order =
         found != nullptr ? BlockOrder::Restart : mSequence.judge(header, body, now);
     if (order == BlockOrder::Late) {
@@ -117,6 +121,7 @@ BlockAssembler::Slot* BlockAssembler::slotFor(const wire::GvspHeader& header, wi
     if (order == BlockOrder::Restart) {
         abandonAll();
     }
+    // The second block before this one has had its time now, and gives its slot back.
     mSequence.begin(header, order);
     closeSettled();
     return open(header, now);
@@ -221,6 +226,8 @@ void BlockAssembler::closeOldest(BlockResult result)
 {
     Slot& closed = slot(0);
     const BlockInfo info = closed.block.info(result);
+    // Blocks of one stream are alike: what is known of this one places the packets of the next even
+    // if its leader is lost.
     mHint = closed.block.hint();
     endResends(closed);
     if (result == BlockResult::Ok) {
@@ -240,6 +247,7 @@ void BlockAssembler::closeOldest(BlockResult result)
 BlockResult BlockAssembler::resultOf(const Slot& slot)
 {
     const BlockResult result = slot.block.result();
+    // A host tells by this whether more resends would have helped.
     return result == BlockResult::ImageError && slot.resends.hasAsked()
                ? BlockResult::ResendsFailure
                : result;
@@ -298,14 +306,18 @@ void BlockAssembler::onErrorPacket(const wire::GvspHeader& header)
         return;
     }
     switch (header.status) {
+        // 0x800C, 0x8012: the device keeps this packet no longer, or never had it.
     case GvcpStatus::PacketUnavailable:
     case GvcpStatus::PacketRemoved:
         changeResends(*target, [&](ResendPlanner& resends) { resends.giveUp(header.packetId); });
         break;
+        // 0x8011: its memory has been overwritten up to here.
     case GvcpStatus::PacketAndPreviousRemoved:
         changeResends(*target,
                       [&](ResendPlanner& resends) { resends.giveUpThrough(header.packetId); });
         break;
+        // 0x800D: the sensor was faster than the device could send; the block has a hole that no
+        // resend fills.
     case GvcpStatus::DataOverrun:
         target->block.setDamaged();
         break;
@@ -323,6 +335,7 @@ void BlockAssembler::requestResends(Time now)
     const auto next = [&](std::size_t index) {
         return mTurns.first(index, now, resendBudget() > 0);
     };
+    // The slots are a ring that may run over their end.
     for (std::size_t i = next(mOldest); i < mSlots.size(); i = next(i + 1)) {
         requestResends(i, now);
     }
@@ -334,6 +347,7 @@ void BlockAssembler::requestResends(Time now)
 void BlockAssembler::requestResends(std::size_t index, Time now)
 {
     Slot& open = mSlots[index];
+    // Nothing comes by itself behind the beginning of the next block.
     const bool cutOff = &open != &slot(mOpenCount - 1);
     changeResends(open, [&](ResendPlanner& resends) {
         resends.plan(open.block, mSettings, cutOff, resendBudget(), now, mRanges);
@@ -396,6 +410,8 @@ std::optional<Time> BlockAssembler::firstPacketLimit()
     if (!since) {
         return std::nullopt;
     }
+    // A host may queue long before it starts the camera, and buffers time out one after the other,
+    // not all at once.
     return std::max({*since, mSequence.lastPacket(), mWaitingFrom}) + mSettings.firstPacketTimeout;
 }
 

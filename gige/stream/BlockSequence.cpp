@@ -10,6 +10,8 @@ BlockOrder BlockSequence::judge(const wire::GvspHeader& header, wire::ByteView b
     if (!mNewestId) {
         return BlockOrder::Next;
     }
+    // Between 16-bit and 64-bit ids there is no distance; a device changes over only when it
+    // starts.
     if (header.extendedIds != mExtendedIds) {
         return BlockOrder::Restart;
     }
@@ -27,6 +29,7 @@ void BlockSequence::begin(const wire::GvspHeader& header, BlockOrder order)
 {
     mNewestId = header.blockId;
     mExtendedIds = header.extendedIds;
+    // Until its last packet is there.
     mMayContinue = true;
     if (order == BlockOrder::Restart) {
         mNewestTimestamp = 0;
@@ -51,6 +54,7 @@ void BlockSequence::noteComplete(std::uint64_t blockId)
 bool BlockSequence::isRestart(const wire::GvspHeader& header, wire::ByteView body,
                               std::int64_t distance, Time now) const
 {
+    // No packet is on its way for so many blocks.
     if (distance < -kLateBlocks) {
         return true;
     }

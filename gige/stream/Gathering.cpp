@@ -52,6 +52,7 @@ std::chrono::microseconds Gathering::choosePause(std::uint32_t toCome) const
         return {};
     }
     const double packetRate = mPackets / mSeconds;
+    // Not up to the last packet: the block is complete with it, and the host waits.
     const double rest = (toCome - 1) / packetRate;
     const double seconds =
         std::min({inSeconds(mLongest), rest * kShareOfRest, mMostBytes * mSeconds / mBytes});

@@ -38,6 +38,7 @@ void OpenBlock::begin(StreamBuffer& buffer, std::uint64_t id, bool extendedIds, 
     mEnd = 0;
     mTooLong = false;
     mDamaged = false;
+    // Keeps its memory: the receive path allocates none.
     mReceived.clear();
 }
 
@@ -52,6 +53,7 @@ Placement OpenBlock::addLeader(const wire::GvspLeader& leader)
 
 Placement OpenBlock::addData(std::uint32_t packetId, wire::ByteView data)
 {
+    // Packet 0 is the leader, and no data come behind the trailer.
     if (packetId == 0 || packetId > kMaxPacketId || data.empty() ||
         (mTrailerId != 0 && packetId >= mTrailerId)) {
         return Placement::Refused;
@@ -65,6 +67,7 @@ Placement OpenBlock::addData(std::uint32_t packetId, wire::ByteView data)
         mDamaged = true;
         return Placement::Refused;
     }
+    // One short packet is regular, at the end. Of two, one has lost a part.
     if (data.size() < mDataSize) {
         mDamaged = mDamaged || mShortId != 0;
         mShortId = packetId;
@@ -75,6 +78,7 @@ Placement OpenBlock::addData(std::uint32_t packetId, wire::ByteView data)
     if (offset + data.size() > capacity) {
         mTooLong = true;
     }
+    // The front of a block that is too long is the host's all the same.
     if (offset < capacity) {
         mark(packetId);
         const auto size =
@@ -93,6 +97,7 @@ Placement OpenBlock::addTrailer(std::uint32_t packetId)
     if (mTrailerId != 0) {
         return mTrailerId == packetId ? Placement::Duplicate : Placement::Refused;
     }
+    // The trailer has the highest id of its block.
     mDamaged = mDamaged || mHighestId >= packetId;
     mTrailerId = packetId;
     mHighestId = std::max(mHighestId, packetId);
@@ -128,6 +133,7 @@ std::uint32_t OpenBlock::findMissing(std::uint32_t from, std::uint32_t end) cons
     if (from == 0 && from < end && !mLeader) {
         return 0;
     }
+    // The leader and the trailer have no bit of their own.
     const std::uint32_t found = findData(false, std::max(from, 1U), end);
     return found < end && found == mTrailerId ? findData(false, found + 1, end) : found;
 }
@@ -201,9 +207,11 @@ void OpenBlock::chooseDataSize(std::uint32_t packetId, std::size_t size)
 /// A longer packet came: the only one so far was the short one, and moves to its right place.
 bool OpenBlock::growDataSize(std::size_t size)
 {
+    // Of several packets of one length that length is the full one, and the longer one is damaged.
     if (mDataCount != 1 || mShortId != 0 || mTooLong) {
         return false;
     }
+    // The trailer's id, once known, is the highest; the packet before it is the last with data.
     const std::uint32_t moved = mHighestId == mTrailerId ? mTrailerId - 1 : mHighestId;
     if (!has(moved)) {
         return false;

@@ -47,6 +47,7 @@ void ResendPlanner::stop()
 
 bool ResendPlanner::noteArrived(std::uint32_t packetId)
 {
+    // Nearly every packet: it was not missed.
     const std::size_t index = lossFrom(packetId);
     if (index == mLosses.size() || mLosses[index].first > packetId) {
         return false;
@@ -75,6 +76,7 @@ void ResendPlanner::giveUp(std::uint32_t packetId)
     if (index == mLosses.size() || mLosses[index].first > packetId) {
         return;
     }
+    // What lies behind first, so that the index stays right.
     partBefore(index, packetId + 1);
     setState(mLosses[partBefore(index, packetId) ? index + 1 : index], State::GivenUp);
 }
@@ -86,6 +88,7 @@ void ResendPlanner::giveUpThrough(std::uint32_t packetId)
         partBefore(i, end);
         setState(mLosses[i], State::GivenUp);
     }
+    // Counts for losses that show only later, too.
     mGivenUpTo = end;
 }
 
@@ -141,6 +144,7 @@ void ResendPlanner::addLosses(const OpenBlock& block, std::uint32_t end)
     while (mSearchedTo < end && !isFull()) {
         const std::uint32_t first = block.findMissing(mSearchedTo, end);
         mSearchedTo = block.findReceived(first, end);
+        // Below mGivenUpTo the device has nothing left to send.
         const std::uint32_t here = std::clamp(mGivenUpTo, first, mSearchedTo);
         addLoss(first, here, State::GivenUp);
         addLoss(here, mSearchedTo, State::Found);
@@ -154,6 +158,7 @@ void ResendPlanner::addLoss(std::uint32_t first, std::uint32_t end, State state)
     }
     packetsIn(state) += end - first;
     Loss* const before = mLosses.empty() ? nullptr : &mLosses.back();
+    // One that is asked for already keeps its own count and time.
     if (before != nullptr && before->last + 1 == first && before->state == state &&
         before->requests == 0) {
         before->last = end - 1;
@@ -165,6 +170,7 @@ void ResendPlanner::addLoss(std::uint32_t first, std::uint32_t end, State state)
 void ResendPlanner::askAgain(const StreamSettings& settings, Time now,
                              std::vector<PacketRange>& ranges)
 {
+    // With every packet it comes here: the losses are walked through only when one is due.
     if (now < mDue) {
         return;
     }

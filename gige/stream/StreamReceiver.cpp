@@ -70,6 +70,7 @@ StreamReceiver::~StreamReceiver()
         mWaker.wake();
         mThread.join();
     }
+    // What was being filled joins the completed ones, which are then let go with all others.
     mAssembler.abort();
     mQueue.releaseAll();
 }
@@ -175,6 +176,7 @@ void StreamReceiver::serveCommands()
     }
     {
         const std::lock_guard lock(mCommandLock);
+        // Before they are taken: a command given from here on sets it again.
         mHasCommands = false;
         const Commands commands = std::exchange(mCommands, {});
         if (commands.settings) {
@@ -187,6 +189,7 @@ void StreamReceiver::serveCommands()
             mAssembler.abort();
             mQueue.abort();
         }
+        // Whoever gave the command reads what came of it.
         mStatistics.publish(mAssembler.statistics());
         mCommandsServed = mCommandsGiven;
     }
@@ -217,9 +220,11 @@ void StreamReceiver::onDatagram(wire::ByteView datagram, const net::Endpoint& so
         mAssembler.countIgnored();
         return;
     }
+    // A device that tells no port (SCSP) is known by its first packet's.
     if (mDevicePort.load(std::memory_order_relaxed) == 0) {
         mDevicePort = source.port;
     }
+    // Fired while the packet size was sought (bit 31 of SCPS); of no block.
     if (wire::isTestPacket(*header)) {
         return;
     }
