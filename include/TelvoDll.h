@@ -30,6 +30,43 @@
  * Pointers returned are the library's: read only, never freed by the host, valid as long as the
  * function says. Texts are single-byte and NUL-terminated. Pointers passed are not kept.
  *
+ * How long the memory behind a returned pointer stays as it is:
+ *
+ *   expGetPreviewImage,            until the next call of either of them that returns an image, or
+ *   expGetSingleImage              the next stop or start of a mode
+ *   expGetFramePointer,            until the next call of either of them, expInitializeGrabber or
+ *   expGetRecordInfoFramePointer   expStartRecordMode
+ *   expGetRecordedFrameBlockResult until the next call of it, or the next start of a mode that
+ *   expGetRecordedFrameBlockInfo   streams
+ *   all of them                    until expDisconnectGrabber
+ *
+ * What a camera does, and the functions that lead from one state to another. Leave a mode before
+ * you start another one.
+ *
+ *   unknown   --expConnectGrabber-->                connected
+ *   connected --expInitializeGrabber: 0-->          playback
+ *   connected --expInitializeGrabber: 1-->          recording (which was under way)
+ *   connected --expInitializeGrabber: -2-->         connected: disconnect, and begin once more
+ *   playback  --expStartLiveMode-->                 live
+ *   live      --expStopLiveMode-->                  playback
+ *   playback  --expStartRecordMode-->               recording
+ *   recording --expStopRecordMode: 0-->             playback
+ *   recording --expStopRecordMode: 2-->             copying to the flash card: when expIsStateIdle
+ *                                                   says that it is over, expStopRecordMode again
+ *   recording --expStopRecordMode: 3-->             idle, ready for the next expStartRecordMode
+ *   playback  --expStartFrameBlockTransfer-->       block transfer
+ *   block transfer --expStopFrameBlockTransfer-->   playback
+ *   any       --link lost-->                        lost: images are NULL, a wait for a block ends,
+ *                                                   expGetRecordedFrameBlock returns 1, the stop
+ *                                                   functions 0; expDisconnectGrabber leads on
+ *   any       --expDisconnectGrabber-->             unknown
+ *
+ *   live, recording   expGetPreviewImage, expGetSingleImage; recording also
+ *                     expGetCurrentNumberOfImages, expAbortRecording; live expPauseLiveMode
+ *   playback          expGetFramePointer, expGetRecordInfoFramePointer
+ *   block transfer    expGetRecordedFrameBlock and the functions named after it
+ *   any but unknown   settings, of which the camera may refuse some while it streams or records
+ *
  * Log lines go to the debugger output (OutputDebugStringA); on Linux to the abstract Unix datagram
  * socket "TelvoDll.debug".
  */
@@ -39,6 +76,13 @@
 #include <assert.h> // NOLINT(modernize-deprecated-headers): this header is C as well
 #include <stddef.h> // NOLINT(modernize-deprecated-headers)
 #include <stdint.h> // NOLINT(modernize-deprecated-headers)
+
+/// The version that this header belongs to. Versions with the same first two numbers are
+/// compatible: a host runs with any of them, whichever it was built with.
+#define TELVO_VERSION_MAJOR 0
+#define TELVO_VERSION_MINOR 1
+#define TELVO_VERSION_PATCH 0
+#define TELVO_VERSION "0.1.0"
 
 // On Windows the module-definition file exports the functions.
 #ifdef __ELF__
@@ -96,7 +140,35 @@ typedef void (*TelvoChangedCallback)(int32_t reason);
 /// @param reason  the host's own
 typedef void (*TelvoDataAvailableCallback)(int32_t reason);
 
+/// Bytes that the camera writes over the beginning of every frame, recorded and live: no pixels.
+#define TELVO_FRAME_HEADER_SIZE 16
+
+/// What those bytes say. Bytes 0 to 3 and 6 are the camera's own.
+typedef struct TelvoFrameHeader {
+    uint16_t counter; ///< @4, little-endian: counts the frames of a recording, 0 after 65535
+    uint8_t flags;    ///< @7, every bit inverted, as the functions give it
+    uint64_t time;    ///< @8, 7 bytes, little-endian: when the frame was exposed, in the camera's
+                      ///< unit; the "header" of the functions
+    uint8_t extra;    ///< @15: on the last frame of a recorded sequence not 0
+} TelvoFrameHeader;
+
 // NOLINTEND(modernize-use-using)
+
+/// Reads a frame's header. No call into the library: it may be made anywhere, of copied frames too.
+/// @param frame  its first TELVO_FRAME_HEADER_SIZE bytes
+static inline TelvoFrameHeader telvoFrameHeader(const uint8_t* frame)
+{
+    TelvoFrameHeader header;
+    int i;
+    header.counter = (uint16_t)(frame[4] | (uint16_t)frame[5] << 8);
+    header.flags = (uint8_t)~frame[7];
+    header.time = 0;
+    for (i = 14; i >= 8; --i) {
+        header.time = header.time << 8 | frame[i];
+    }
+    header.extra = frame[15];
+    return header;
+}
 
 // Connection
 

@@ -22,3 +22,8 @@ uint32_t offsetOfOutputDataRateInC(void)
 {
     return (uint32_t)offsetof(TelvoConnectionSettings, outputDataRate);
 }
+
+uint16_t frameCounterInC(const uint8_t* frame)
+{
+    return telvoFrameHeader(frame).counter;
+}

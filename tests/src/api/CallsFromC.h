@@ -13,6 +13,7 @@ int32_t readWidthFromC(const char* macAddress, const char* ipAddress, int32_t ca
 
 /// Bytes from the start of the settings block to its output data rate, as C lays it out.
 uint32_t offsetOfOutputDataRateInC(void);
+uint16_t frameCounterInC(const uint8_t* frame);
 
 #ifdef __cplusplus
 }
