@@ -2,7 +2,7 @@
 BUILD ?= release
 SOURCES = $(shell git ls-files '*.h' '*.c' '*.cpp')
 
-.PHONY: demo test check fuzz soak bench bench-programs build windows test-windows package reproducible format lint clean
+.PHONY: demo test check fuzz soak bench bench-programs build windows test-windows package install deb reproducible format lint clean
 
 demo:
 	scripts/setup.sh build
@@ -66,6 +66,23 @@ test-windows:
 
 package: windows
 	cpack --preset windows
+
+# Library, header, CMake package, pkg-config file and programs into a folder.
+install: PREFIX ?= /usr/local
+install:
+	scripts/setup.sh build
+	mkdir -p build
+	cmake --preset demo >build/configure-demo.log || { cat build/configure-demo.log; false; }
+	cmake --build --preset demo
+	cmake --install build/release --prefix $(PREFIX)
+
+# Debian packages of the same, into build/release/package.
+deb:
+	scripts/setup.sh build
+	mkdir -p build
+	cmake --preset demo >build/configure-demo.log || { cat build/configure-demo.log; false; }
+	cmake --build --preset demo
+	cpack --preset release
 
 # Builds the Windows programs once more and compares.
 reproducible: windows

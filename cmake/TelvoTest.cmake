@@ -7,7 +7,7 @@ add_compile_options(-O0) # what is tested is optimised; the tests build faster
 if(CMAKE_CROSSCOMPILING)
   set(INSTALL_GTEST OFF)
   # Debian's package of the sources.
-  add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
+  add_subdirectory(/usr/src/googletest ${PROJECT_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
 else()
   find_package(GTest REQUIRED)
   include(GoogleTest)
@@ -20,8 +20,8 @@ target_compile_options(telvo_test_warnings INTERFACE
   $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict -Wno-stringop-overflow -Wno-array-bounds>)
 
 # GoogleTest's headers, parsed once for all test programs.
-file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/empty_main.cpp CONTENT "int main() {}\n")
-add_executable(telvo_test_headers ${CMAKE_BINARY_DIR}/empty_main.cpp)
+file(CONFIGURE OUTPUT ${PROJECT_BINARY_DIR}/empty_main.cpp CONTENT "int main() {}\n")
+add_executable(telvo_test_headers ${PROJECT_BINARY_DIR}/empty_main.cpp)
 target_link_libraries(telvo_test_headers PRIVATE GTest::gtest GTest::gmock telvo_test_warnings)
 target_precompile_headers(telvo_test_headers PRIVATE <gmock/gmock.h> <gtest/gtest.h>)
 
@@ -47,7 +47,7 @@ function(telvo_test name)
   endif()
   if(arg_OWN_NETWORK)
     set_target_properties(${name} PROPERTIES
-      CROSSCOMPILING_EMULATOR ${CMAKE_SOURCE_DIR}/scripts/in-own-network.sh)
+      CROSSCOMPILING_EMULATOR ${PROJECT_SOURCE_DIR}/scripts/in-own-network.sh)
   endif()
   gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 NO_PRETTY_VALUES
                        PROPERTIES ${arg_PROPERTIES})

@@ -1,6 +1,6 @@
 # The same libraries for Windows, from the sources that scripts/windows-libraries.sh fetches. zlib
 # comes as Debian's libz-mingw-w64-dev; CLI11 and nlohmann-json are headers only.
-set(sources ${CMAKE_SOURCE_DIR}/build/windows-libraries)
+set(sources ${PROJECT_SOURCE_DIR}/build/windows-libraries)
 if(NOT EXISTS ${sources}/libpng)
   message(FATAL_ERROR "Run scripts/windows-libraries.sh first.")
 endif()
@@ -18,16 +18,16 @@ target_link_libraries(telvo_minizip PUBLIC ${zlib_archive})
 file(GLOB png_sources ${sources}/libpng/png*.c)
 list(FILTER png_sources EXCLUDE REGEX "pngtest.c$")
 configure_file(${sources}/libpng/scripts/pnglibconf.h.prebuilt
-               ${CMAKE_BINARY_DIR}/libpng/pnglibconf.h COPYONLY)
+               ${PROJECT_BINARY_DIR}/libpng/pnglibconf.h COPYONLY)
 add_library(telvo_png STATIC ${png_sources})
-target_include_directories(telvo_png SYSTEM PUBLIC ${sources}/libpng ${CMAKE_BINARY_DIR}/libpng)
+target_include_directories(telvo_png SYSTEM PUBLIC ${sources}/libpng ${PROJECT_BINARY_DIR}/libpng)
 target_compile_definitions(telvo_png PRIVATE PNG_INTEL_SSE_OPT=0)
 target_link_libraries(telvo_png PUBLIC ${zlib_archive})
 
 # Not all of /usr/include: only these out of it are meant for another system.
-file(COPY /usr/include/CLI DESTINATION ${CMAKE_BINARY_DIR}/cli11)
+file(COPY /usr/include/CLI DESTINATION ${PROJECT_BINARY_DIR}/cli11)
 add_library(telvo_cli11 INTERFACE)
-target_include_directories(telvo_cli11 SYSTEM INTERFACE ${CMAKE_BINARY_DIR}/cli11)
-file(COPY /usr/include/nlohmann DESTINATION ${CMAKE_BINARY_DIR}/json)
+target_include_directories(telvo_cli11 SYSTEM INTERFACE ${PROJECT_BINARY_DIR}/cli11)
+file(COPY /usr/include/nlohmann DESTINATION ${PROJECT_BINARY_DIR}/json)
 add_library(telvo_json INTERFACE)
-target_include_directories(telvo_json SYSTEM INTERFACE ${CMAKE_BINARY_DIR}/json)
+target_include_directories(telvo_json SYSTEM INTERFACE ${PROJECT_BINARY_DIR}/json)

@@ -1,10 +1,18 @@
 # The zip for Windows: `cpack --preset windows` or `make package`. With the licence of everything
 # that is linked into its programs.
-install(TARGETS TelvoDll RUNTIME DESTINATION bin ARCHIVE DESTINATION lib)
-install(TARGETS telvo telvo-camera RUNTIME DESTINATION bin)
 install(FILES ${PROJECT_SOURCE_DIR}/src/api/TelvoDll.def DESTINATION lib)
-install(FILES ${PROJECT_SOURCE_DIR}/include/TelvoDll.h DESTINATION include)
 install(FILES ${PROJECT_SOURCE_DIR}/README.md DESTINATION .)
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples DESTINATION .)
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs DESTINATION .)
+
+# What hosts built with other compilers are linked to; libTelvoDll.dll.a is GCC's.
+set(import_library ${PROJECT_BINARY_DIR}/lib/TelvoDll.lib)
+set(definition ${PROJECT_SOURCE_DIR}/src/api/TelvoDll.def)
+add_custom_command(OUTPUT ${import_library} DEPENDS ${definition}
+  COMMAND ${CMAKE_DLLTOOL} --input-def ${definition} --dllname TelvoDll.dll
+          --output-lib ${import_library})
+add_custom_target(TelvoDll_import_library ALL DEPENDS ${import_library})
+install(FILES ${import_library} DESTINATION lib)
 
 function(licence name file)
   install(FILES ${file} DESTINATION licences RENAME ${name}.txt)
@@ -24,6 +32,6 @@ licence(GPL-3 /usr/share/common-licenses/GPL-3)
 
 set(CPACK_GENERATOR ZIP)
 set(CPACK_PACKAGE_FILE_NAME TelvoDll-${PROJECT_VERSION}-win64)
-set(CPACK_PACKAGE_DIRECTORY ${CMAKE_BINARY_DIR}/package)
+set(CPACK_PACKAGE_DIRECTORY ${PROJECT_BINARY_DIR}/package)
 set(CMAKE_SKIP_INSTALL_ALL_DEPENDENCY ON) # the tests are not needed
 include(CPack)

@@ -10,7 +10,7 @@ build="build-essential cmake ninja-build pkgconf git
     libavformat-dev libavcodec-dev libswscale-dev"
 # The suites, the independent programs that they meet, and namespaces for their networks.
 test="libgtest-dev libgmock-dev aravis-tools aravis-tools-cli iproute2
-    libtiff-tools imagemagick ffmpeg python3
+    libtiff-tools imagemagick ffmpeg python3 lintian dpkg-dev mono-mcs mono-runtime
     python3-numpy python3-matplotlib python3-pytest
     python3-build python3-pip python3-setuptools python3-wheel"
 # The cross-compiler, and a system to run what it makes.

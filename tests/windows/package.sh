@@ -3,7 +3,7 @@
 # the programs from the unpacked folder.
 set -eu
 
-build=$1 version=$2
+build=$1 version=$2 source=$(realpath "$(dirname "$0")/../..")
 name=TelvoDll-$version-win64
 work=$build/package-test
 rm -rf "$work"
@@ -16,14 +16,23 @@ cpack --config "$build/CPackConfig.cmake" -B "$work" >"$work/cpack.log" || {
 cd "$work"
 cmake -E tar xf "$name.zip"
 
-cat >expected <<END
+{
+    (cd "$source" && git ls-files docs examples)
+    cat <<END
 README.md
 bin/TelvoDll.dll
 bin/telvo-camera.exe
 bin/telvo.exe
 include/TelvoDll.h
+include/telvo.hpp
 lib/TelvoDll.def
+lib/TelvoDll.lib
+lib/cmake/Telvo/TelvoConfig.cmake
+lib/cmake/Telvo/TelvoConfigVersion.cmake
+lib/cmake/Telvo/TelvoTargets-release.cmake
+lib/cmake/Telvo/TelvoTargets.cmake
 lib/libTelvoDll.dll.a
+lib/pkgconfig/telvo.pc
 licences/CLI11.txt
 licences/GPL-3.txt
 licences/Telvo.txt
@@ -34,8 +43,20 @@ licences/minizip.txt
 licences/pugixml.txt
 licences/zlib.txt
 END
+} | LC_ALL=C sort >expected
 (cd "$name" && find . -type f -size +0 | sed 's|^\./||' | LC_ALL=C sort) | diff expected -
 
-in_wine=$(dirname "$0")/../../scripts/in-wine.sh
+in_wine=$source/scripts/in-wine.sh
 "$in_wine" wine "$name/bin/telvo.exe" --version | tr -d '\r' | grep -x "telvo $version"
 "$in_wine" wine "$name/bin/telvo-camera.exe" --help | grep -q -- --user-sets-prepared
+
+# A host that has the zip alone: with either import library it records and reads back.
+for library in -lTelvoDll -l:TelvoDll.lib; do
+    for example in record readout; do
+        x86_64-w64-mingw32-gcc "$name/examples/c/$example.c" -I"$name/include" -L"$name/lib" \
+            $library -o "$name/bin/$example.exe"
+    done
+    "$source/tests/windows/with-camera.sh" "$source/build/release/bin/telvo-camera" sh -c "
+        wine '$name/bin/record.exe' 02:54:45:00:00:0b 127.0.0.11 &&
+        wine '$name/bin/readout.exe' 02:54:45:00:00:0b 127.0.0.11" | grep -q 'frames read, 0 gaps'
+done

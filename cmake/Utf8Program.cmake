@@ -1,0 +1,11 @@
+# telvo_utf8_program(TARGET): on Windows the program's texts and paths are UTF-8, as elsewhere.
+function(telvo_utf8_program target)
+  if(WIN32)
+    enable_language(RC)
+    set(manifest ${PROJECT_SOURCE_DIR}/cmake/Utf8.manifest)
+    set(resource ${CMAKE_CURRENT_BINARY_DIR}/${target}-manifest.rc)
+    file(CONFIGURE OUTPUT ${resource} CONTENT "1 24 \"${manifest}\"\n")
+    set_source_files_properties(${resource} PROPERTIES OBJECT_DEPENDS ${manifest})
+    target_sources(${target} PRIVATE ${resource})
+  endif()
+endfunction()
