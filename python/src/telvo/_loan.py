@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 import ctypes
+import math
 import threading
 import weakref
 from typing import Any
@@ -26,7 +27,7 @@ class Loan:
         self._owner = weakref.ref(owner)
         self._address: int | None = address
         self._shape = shape
-        self._type = ctypes.c_uint8 * int(np.prod(shape))
+        self._type = ctypes.c_uint8 * math.prod(shape)
         self._memory: weakref.ref[Any] | None = None
         self._lock = threading.Lock()
 

@@ -6,7 +6,7 @@ import ctypes
 import dataclasses
 import time
 import weakref
-from collections.abc import Callable, Iterator
+from collections.abc import Callable, Generator
 from typing import Any
 
 from ._functions import ConnectionSettings
@@ -280,7 +280,7 @@ class Camera:
         """
         self._session.stop()
 
-    def live(self, timeout: float = 5) -> Iterator[Frame]:
+    def live(self, timeout: float = 5) -> Generator[Frame, None, None]:
         """Live pictures, always the newest, until the loop is left or the camera stopped.
 
         Raises NoImageError when none comes for timeout seconds, LinkLostError, and ViewInUseError

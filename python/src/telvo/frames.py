@@ -34,9 +34,17 @@ def headers(images: NDArray[np.uint8]) -> NDArray[Any]:
     images: (..., height, width), as recordings and frames give them; the result has the shape of
     what is left of the dots.
     """
+    return _decoded(_first_bytes(images))
+
+
+def _first_bytes(images: NDArray[np.uint8]) -> NDArray[np.uint8]:
+    """A copy of those that the headers are in."""
     *several, height, width = images.shape
-    pixels = images.reshape(*several, height * width)
-    written = np.ascontiguousarray(pixels[..., :HEADER_SIZE]).view(_WRITTEN)[..., 0]
+    return images.reshape(*several, height * width)[..., :HEADER_SIZE].copy()
+
+
+def _decoded(first_bytes: NDArray[np.uint8]) -> NDArray[Any]:
+    written = first_bytes.view(_WRITTEN)[..., 0]
     result = np.empty(written.shape, HEADER)
     result["counter"] = written["counter"]
     result["flags"] = ~written["flags"]
@@ -51,7 +59,7 @@ class _Pictures:
     def __init__(self, loan: Loan) -> None:
         self._loan = loan
         self._array: NDArray[np.uint8] | None = None
-        self._headers = headers(loan.array())
+        self._first_bytes = _first_bytes(loan.array())
 
     @property
     def view(self) -> NDArray[np.uint8]:
@@ -82,7 +90,7 @@ class Frame(_Pictures):
     @property
     def header(self) -> Any:
         """What the camera says of it, one HEADER; stays valid."""
-        return self._headers[()]
+        return _decoded(self._first_bytes)[()]
 
 
 class Block(_Pictures):
@@ -96,7 +104,7 @@ class Block(_Pictures):
     @property
     def headers(self) -> NDArray[Any]:
         """What the camera says of each, an array of HEADER; stays valid."""
-        return self._headers
+        return _decoded(self._first_bytes)
 
     def __len__(self) -> int:
-        return len(self._headers)
+        return len(self._first_bytes)
