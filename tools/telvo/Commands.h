@@ -16,6 +16,7 @@ void addSetCommand(CLI::App& app);
 void addLiveCommand(CLI::App& app);
 void addRecordCommand(CLI::App& app);
 void addStopCommand(CLI::App& app);
+void addReviewCommand(CLI::App& app);
 void addDownloadCommand(CLI::App& app);
 void addLogCommand(CLI::App& app);
 

@@ -1,7 +1,7 @@
 #include "DownloadTarget.h"
 
 #include "CancelFlag.h"
-#include "ToolError.h"
+#include "ForcedOutput.h"
 
 #include <utility>
 
@@ -12,14 +12,6 @@ namespace
 {
 
 namespace fs = std::filesystem;
-
-/// Before anything is done: a file that is there is not replaced unless that is said.
-void requireFree(const fs::path& path, bool force)
-{
-    if (!force && kindOf(path) == TargetKind::File) {
-        throw Failure(path.string() + " is there already; --force replaces it");
-    }
-}
 
 fs::path sidecarOf(const DownloadOptions& options)
 {
@@ -44,17 +36,16 @@ DownloadTarget continueTarget(const DownloadOptions& options)
 DownloadTarget newTarget(const DownloadOptions& options)
 {
     const FileFormat format = parseFileFormat(options.format);
-    const IfThere ifThere = options.force ? IfThere::Replace : IfThere::Refuse;
     const fs::path sidecar = sidecarOf(options);
     if (!isFolder(format)) {
         requireFree(options.out, options.force);
     }
     requireFree(sidecar, options.force);
     const CancelToken cancel;
-    OutputPlace place(format, options.out, ifThere, cancel.token());
+    OutputPlace place(format, options.out, ifThere(options.force), cancel.token());
     const bool hasSidecar = place.isFileOrFolder() || !options.sidecar.empty();
-    return {std::move(place), hasSidecar ? std::optional(sidecar) : std::nullopt, ifThere,
-            std::nullopt};
+    return {std::move(place), hasSidecar ? std::optional(sidecar) : std::nullopt,
+            ifThere(options.force), std::nullopt};
 }
 
 } // namespace

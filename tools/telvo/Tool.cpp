@@ -35,6 +35,7 @@ void addCommands(CLI::App& app)
     addLiveCommand(app);
     addRecordCommand(app);
     addStopCommand(app);
+    addReviewCommand(app);
     addDownloadCommand(app);
     addLogCommand(app);
 }
