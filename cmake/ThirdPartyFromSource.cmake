@@ -1,7 +1,7 @@
 # The same libraries for Windows, from the sources that scripts/windows-libraries.sh fetches. zlib
 # comes as Debian's libz-mingw-w64-dev; CLI11 and nlohmann-json are headers only.
 set(sources ${PROJECT_SOURCE_DIR}/build/windows-libraries)
-if(NOT EXISTS ${sources}/libpng)
+if(NOT EXISTS ${sources}/libtiff)
   message(FATAL_ERROR "Run scripts/windows-libraries.sh first.")
 endif()
 find_library(zlib_archive NAMES libz.a REQUIRED)
@@ -23,6 +23,17 @@ add_library(telvo_png STATIC ${png_sources})
 target_include_directories(telvo_png SYSTEM PUBLIC ${sources}/libpng ${PROJECT_BINARY_DIR}/libpng)
 target_compile_definitions(telvo_png PRIVATE PNG_INTEL_SSE_OPT=0)
 target_link_libraries(telvo_png PUBLIC ${zlib_archive})
+
+# By its own build: pages that are not compressed need none of the other libraries.
+set(CMAKE_POLICY_DEFAULT_CMP0077 NEW)
+set(BUILD_SHARED_LIBS OFF)
+foreach(option tiff-tools tiff-tests tiff-contrib tiff-docs cxx ccitt packbits lzw thunder next
+        logluv mdi zlib libdeflate pixarlog jpeg old-jpeg jpeg12 lerc jbig lzma zstd webp)
+  set(${option} OFF)
+endforeach()
+add_subdirectory(${sources}/libtiff ${PROJECT_BINARY_DIR}/libtiff EXCLUDE_FROM_ALL)
+add_library(telvo_tiff INTERFACE)
+target_link_libraries(telvo_tiff INTERFACE tiff)
 
 # Not all of /usr/include: only these out of it are meant for another system.
 file(COPY /usr/include/CLI DESTINATION ${PROJECT_BINARY_DIR}/cli11)

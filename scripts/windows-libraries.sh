@@ -48,3 +48,4 @@ fetch()
 fetch pugixml pugixml
 fetch minizip minizip
 fetch libpng libpng1.6
+fetch libtiff tiff
