@@ -79,6 +79,11 @@ def test_what_the_camera_only_tells_cannot_be_set(camera: telvo.Camera) -> None:
     assert camera.temperature > 0
 
 
+def test_a_setting_that_there_is_not_cannot_be_set(camera: telvo.Camera) -> None:
+    with pytest.raises(AttributeError, match="exposur"):
+        camera.exposur = 5
+
+
 def test_every_setting_says_what_it_is() -> None:
     assert telvo.Camera.exposure.__doc__ == "Exposure time, in the camera's unit."
 

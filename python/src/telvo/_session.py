@@ -42,14 +42,14 @@ class Session:
         ip: str,
         settings: ConnectionSettings,
         assign_address: bool,
-        on_link_lost: Callable[[], None],
     ) -> None:
         self.activity: object | None = None
         self._must_be_stopped = False
         self._id = next(_ids)
         self._lock = threading.RLock()
         self._lost = threading.Event()
-        self._on_link_lost = on_link_lost
+        # Nobody yet: a camera that is lost while it is connected is not initialised.
+        self.on_link_lost: Callable[[], None] | None = None
         self._is_closed = False
         self._loan = Loan(self, 0, (0,))
         self._loan.end()
@@ -85,7 +85,8 @@ class Session:
     def link_lost(self) -> None:
         """What the library tells, on a thread of its own."""
         self._lost.set()
-        self._on_link_lost()
+        if self.on_link_lost is not None:
+            self.on_link_lost()
 
     def require_link(self, patience: float = 0) -> None:
         """patience: seconds in which the message of a loss may still come."""

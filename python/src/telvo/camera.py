@@ -83,6 +83,8 @@ class Camera:
     Each camera may be used by a thread of its own; waiting lets the other threads run.
     """
 
+    __slots__ = ("__weakref__", "_session")  # a setting with a wrong name is an error
+
     def __init__(
         self,
         ip_address: str,
@@ -110,8 +112,9 @@ class Camera:
                 on_link_lost(lost)
 
         self._session = Session(
-            mac_address or ip_address, ip_address, link._as_c(), assign_address, link_lost
+            mac_address or ip_address, ip_address, link._as_c(), assign_address
         )
+        self._session.on_link_lost = link_lost
 
     def __enter__(self) -> Camera:
         return self
