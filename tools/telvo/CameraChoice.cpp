@@ -14,10 +14,13 @@ namespace
 
 constexpr std::uint32_t kLongestTimeout = 60'000; // milliseconds
 
+CameraOptions usual; // what options are before the command line gives others
+
 } // namespace
 
 void addSearchOptions(CLI::App& command, SearchOptions& options)
 {
+    options = usual.search;
     command
         .add_option("--interface", options.interfaceName,
                     "Network interface to look on [every one that is up]")
@@ -30,6 +33,7 @@ void addSearchOptions(CLI::App& command, SearchOptions& options)
 
 void addCameraOptions(CLI::App& command, CameraOptions& options)
 {
+    options.camera = usual.camera;
     command.add_option("--camera", options.camera, "The camera [the only one that answers]")
         ->type_name("MAC|IP|NAME|SERIAL");
     addSearchOptions(command, options.search);
@@ -37,12 +41,25 @@ void addCameraOptions(CLI::App& command, CameraOptions& options)
 
 void addCamerasOptions(CLI::App& command, CamerasOptions& options)
 {
+    if (!usual.camera.empty()) {
+        options.cameras = {usual.camera};
+    }
     command
         .add_option("--camera", options.cameras,
                     "The camera [the only one that answers]; once for each of several")
         ->type_name("MAC|IP|NAME|SERIAL")
         ->allow_extra_args(false);
     addSearchOptions(command, options.search);
+}
+
+UsualCamera::UsualCamera(const CameraOptions& options)
+{
+    usual = options;
+}
+
+UsualCamera::~UsualCamera()
+{
+    usual = {};
 }
 
 CameraAddress chooseCamera(const CameraOptions& options)

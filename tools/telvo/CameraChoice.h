@@ -30,6 +30,16 @@ struct CamerasOptions {
     SearchOptions search;
 };
 
+/// While it lives, the camera and the search of a command that names none. One at a time.
+class UsualCamera
+{
+  public:
+    explicit UsualCamera(const CameraOptions& options);
+    ~UsualCamera();
+    UsualCamera(const UsualCamera&) = delete;
+    UsualCamera& operator=(const UsualCamera&) = delete;
+};
+
 /// Finds the camera. Throws Failure if there is none that can be connected to, UsageError if there
 /// are several to choose from.
 CameraAddress chooseCamera(const CameraOptions& options);

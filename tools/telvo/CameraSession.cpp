@@ -254,6 +254,12 @@ void CameraSession::requireLink() const
     }
 }
 
+CameraLook lookAt(const CameraAddress& address)
+{
+    letGo(address.ip);
+    return CameraLook(address);
+}
+
 KeptCameras::KeptCameras()
 {
     const std::lock_guard guard(keeper().lock);

@@ -3,6 +3,7 @@
 
 #include "CameraAddress.h"
 #include "CameraLink.h"
+#include "CameraLook.h"
 #include "SettingLook.h"
 #include "SettingWriter.h"
 
@@ -74,6 +75,10 @@ class CameraSession
 
     std::shared_ptr<Connected> mConnected; // never null
 };
+
+/// A look at the camera. A connection that is kept is given up for it: with that, nobody else may
+/// look. Throws Failure.
+CameraLook lookAt(const CameraAddress& address);
 
 /// While it lives, connections stay for the commands that follow. One at a time.
 class KeptCameras

@@ -13,12 +13,20 @@ void addInfoCommand(CLI::App& app);
 void addStateCommand(CLI::App& app);
 void addGetCommand(CLI::App& app);
 void addSetCommand(CLI::App& app);
+void addSettingsCommand(CLI::App& app);
+void addUserSetCommand(CLI::App& app);
+void addNameCommand(CLI::App& app);
+void addForceIpCommand(CLI::App& app);
+void addBrowseCommand(CLI::App& app);
 void addLiveCommand(CLI::App& app);
 void addRecordCommand(CLI::App& app);
 void addStopCommand(CLI::App& app);
 void addReviewCommand(CLI::App& app);
+void addFlashCommand(CLI::App& app);
 void addDownloadCommand(CLI::App& app);
+void addSerialCommand(CLI::App& app);
 void addLogCommand(CLI::App& app);
+void addShellCommand(CLI::App& app);
 
 } // namespace telvo
 

@@ -112,7 +112,7 @@ Facts factsOf(const CameraAddress& camera, const CameraLook& look)
 void runInfo(const Options& options)
 {
     const CameraAddress camera = chooseCamera(options.camera);
-    const CameraLook look(camera);
+    const CameraLook look = lookAt(camera);
     const Facts facts = factsOf(camera, look);
     const ReadSetting read = [&look](const Setting& setting) {
         return lookAtSetting(look, setting);

@@ -29,6 +29,8 @@ std::int32_t stopRecordMode(const CameraSession& camera)
     return result;
 }
 
+} // namespace
+
 void followFlashCopy(const CameraSession& camera)
 {
     std::cerr << "telvo: the camera copies the recording to its flash card; Ctrl-C lets it go on "
@@ -46,8 +48,6 @@ void followFlashCopy(const CameraSession& camera)
         std::this_thread::sleep_for(kFlashPoll);
     }
 }
-
-} // namespace
 
 RecordingEnd endRecording(const CameraSession& camera)
 {

@@ -18,6 +18,9 @@ struct RecordingEnd {
 /// Cancelled when the user does not wait for the copy, which goes on then.
 RecordingEnd endRecording(const CameraSession& camera);
 
+/// Follows a copy to the flash card to its end. Throws as above.
+void followFlashCopy(const CameraSession& camera);
+
 /// "203 frames of 64x48 in the camera's memory"
 std::string recordedText(const CameraSession& camera);
 

@@ -23,7 +23,7 @@ void runState(const Options& options)
     Json all = Json::array();
     std::string text;
     for (const CameraAddress& camera : chooseCameras(options.cameras)) {
-        Facts facts = stateOf(CameraLook(camera));
+        Facts facts = stateOf(lookAt(camera));
         facts.insert(facts.begin(), Fact{"camera", "camera", camera.ip});
         all.push_back(jsonOf(facts));
         text += (text.empty() ? "" : "\n") + formatTable(rowsOf(facts));

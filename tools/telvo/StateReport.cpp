@@ -70,6 +70,13 @@ Facts stateOf(const CameraLook& look)
     return facts;
 }
 
+Facts userSetsOf(const CameraLook& look)
+{
+    return {
+        {"in use", "inUse", look.text("UserSetSelector").value_or("none")},
+        {"after power-on", "afterPowerOn", look.text("UserSetDefaultSelector").value_or("none")}};
+}
+
 std::vector<std::vector<std::string>> rowsOf(const Facts& facts)
 {
     std::vector<std::vector<std::string>> rows;

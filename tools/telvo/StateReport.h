@@ -23,6 +23,9 @@ using Facts = std::vector<Fact>;
 /// What the camera is doing, who controls it and what it holds; what it does not tell is left out.
 Facts stateOf(const CameraLook& look);
 
+/// Which user set is in use, and which after power-on.
+Facts userSetsOf(const CameraLook& look);
+
 /// Rows of a table; a fact without a value has none.
 std::vector<std::vector<std::string>> rowsOf(const Facts& facts);
 Json jsonOf(const Facts& facts);

@@ -2,8 +2,11 @@
 #ifndef TELVO_TOOLS_TELVO_TERMINAL_H
 #define TELVO_TOOLS_TELVO_TERMINAL_H
 
+#include <chrono>
 #include <cstdio>
+#include <optional>
 #include <span>
+#include <string>
 #include <string_view>
 
 namespace telvo
@@ -23,6 +26,10 @@ std::span<const int> endingSignals();
 
 /// From now on writing to a pipe that nobody reads is an error of the write, and no more.
 void ignoreBrokenPipes();
+
+/// What comes on standard input: bytes; none of them if nothing came within the wait; no value at
+/// its end. (On Windows the wait has no limit.)
+std::optional<std::string> readInput(std::chrono::milliseconds wait);
 
 /// Writes to standard error; may be called by a signal handler.
 void writeFromSignal(std::string_view text);

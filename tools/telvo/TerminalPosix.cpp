@@ -2,6 +2,7 @@
 
 #include <array>
 #include <csignal>
+#include <poll.h>
 #include <unistd.h>
 
 namespace telvo
@@ -25,6 +26,18 @@ std::span<const int> endingSignals()
 void ignoreBrokenPipes()
 {
     std::signal(SIGPIPE, SIG_IGN);
+}
+
+std::optional<std::string> readInput(std::chrono::milliseconds wait)
+{
+    pollfd input{.fd = STDIN_FILENO, .events = POLLIN, .revents = 0};
+    if (poll(&input, 1, static_cast<int>(wait.count())) <= 0) {
+        return "";
+    }
+    std::array<char, 4096> bytes{};
+    const ssize_t size = read(STDIN_FILENO, bytes.data(), bytes.size());
+    return size > 0 ? std::optional(std::string(bytes.data(), static_cast<std::size_t>(size)))
+                    : std::nullopt;
 }
 
 void writeFromSignal(std::string_view text)

@@ -34,6 +34,14 @@ std::span<const int> endingSignals()
 
 void ignoreBrokenPipes() {} // they are an error of the write here, and no more
 
+std::optional<std::string> readInput(std::chrono::milliseconds /*wait*/)
+{
+    std::array<char, 4096> bytes{};
+    const int size = _read(_fileno(stdin), bytes.data(), static_cast<unsigned>(bytes.size()));
+    return size > 0 ? std::optional(std::string(bytes.data(), static_cast<std::size_t>(size)))
+                    : std::nullopt;
+}
+
 void writeFromSignal(std::string_view text)
 {
     _write(_fileno(stderr), text.data(), static_cast<unsigned>(text.size()));

@@ -27,17 +27,13 @@ void addCommands(CLI::App& app)
     app.set_version_flag("--version", "telvo " TELVO_VERSION);
     app.footer("'telvo COMMAND --help' says all about a command.\n"
                "Exit status: 0 done, 1 failed or less than asked, 2 the command line is wrong.");
-    addDiscoverCommand(app);
-    addInfoCommand(app);
-    addStateCommand(app);
-    addGetCommand(app);
-    addSetCommand(app);
-    addLiveCommand(app);
-    addRecordCommand(app);
-    addStopCommand(app);
-    addReviewCommand(app);
-    addDownloadCommand(app);
-    addLogCommand(app);
+    for (const auto add :
+         {addDiscoverCommand, addInfoCommand, addStateCommand, addGetCommand, addSetCommand,
+          addSettingsCommand, addUserSetCommand, addNameCommand, addForceIpCommand,
+          addBrowseCommand, addLiveCommand, addRecordCommand, addStopCommand, addFlashCommand,
+          addReviewCommand, addDownloadCommand, addSerialCommand, addLogCommand}) {
+        add(app);
+    }
 }
 
 /// What was printed may still be on its way to a full disk, or to a reader that is gone.
@@ -48,13 +44,28 @@ void requireOutput()
     }
 }
 
-void runCommand(CLI::App& app, int argc, const char* const* argv)
+/// Runs what parsing runs, and turns every error into a line and an exit status.
+template <typename Parse>
+int runCommand(CLI::App& app, const Parse& parse)
 {
-    app.parse(argc, argv); // runs the command
-    if (app.get_subcommands().empty()) {
-        throw UsageError("no command given; 'telvo --help' lists them");
+    try {
+        parse(); // runs the command
+        if (app.get_subcommands().empty()) {
+            throw UsageError("no command given; 'telvo --help' lists them");
+        }
+        requireOutput();
+        return kExitSuccess;
+    } catch (const CLI::Success& helpOrVersion) {
+        return app.exit(helpOrVersion);
+    } catch (const CLI::ParseError& error) {
+        return report(error.what(), kExitUsage);
+    } catch (const UsageError& error) {
+        return report(error.what(), kExitUsage);
+    } catch (const ExitStatus& status) {
+        return status.value;
+    } catch (const std::exception& error) {
+        return report(error.what(), kExitFailure);
     }
-    requireOutput();
 }
 
 } // namespace
@@ -64,19 +75,20 @@ int runTool(int argc, const char* const* argv)
     ignoreBrokenPipes();
     const CancelFlag cancel;
     CLI::App app("Controls GigE Vision high-speed cameras.", "telvo");
-    try {
+    return runCommand(app, [&] {
         addCommands(app);
-        runCommand(app, argc, argv);
-        return kExitSuccess;
-    } catch (const CLI::Success& helpOrVersion) {
-        return app.exit(helpOrVersion);
-    } catch (const CLI::ParseError& error) {
-        return report(error.what(), kExitUsage);
-    } catch (const UsageError& error) {
-        return report(error.what(), kExitUsage);
-    } catch (const std::exception& error) {
-        return report(error.what(), kExitFailure);
-    }
+        addShellCommand(app);
+        app.parse(argc, argv);
+    });
+}
+
+int runToolLine(const std::string& line)
+{
+    CLI::App app("Controls GigE Vision high-speed cameras.", "telvo");
+    return runCommand(app, [&] {
+        addCommands(app);
+        app.parse(line);
+    });
 }
 
 } // namespace telvo

@@ -23,6 +23,12 @@ struct UsageError : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
+/// The command ends with this exit status; the reason was told already.
+struct ExitStatus : std::runtime_error {
+    explicit ExitStatus(int exitStatus) : std::runtime_error("told already"), value(exitStatus) {}
+    int value;
+};
+
 } // namespace telvo
 
 #endif

@@ -39,7 +39,7 @@ void CameraTest::switchOn(const camera::CameraOptions& options)
 
 std::vector<std::string> CameraTest::forCamera(std::vector<std::string> arguments) const
 {
-    arguments.insert(arguments.begin() + 1, {"--camera", mCamera->options().address});
+    arguments.insert(arguments.end(), {"--camera", mCamera->options().address});
     return arguments;
 }
 

@@ -25,7 +25,7 @@ class CameraTest : public testing::Test
     void switchOn(const camera::CameraOptions& options = quickCamera());
     camera::VirtualCamera& camera() { return *mCamera; }
 
-    /// The command for this camera: its name, --camera, then the arguments.
+    /// The command for this camera: with --camera behind it.
     std::vector<std::string> forCamera(std::vector<std::string> arguments) const;
     ToolOutcome run(std::vector<std::string> arguments, const std::string& input = "") const;
     /// Whether nobody controls the camera.

@@ -62,12 +62,13 @@ std::vector<std::string> toolCommand(std::vector<std::string> arguments)
 
 } // namespace
 
-ToolProcess::ToolProcess(std::vector<std::string> arguments, const std::string& input)
+ToolProcess::ToolProcess(std::vector<std::string> arguments,
+                         const std::optional<std::string>& input)
     : ToolProcess(Program{toolCommand(std::move(arguments))}, input)
 {
 }
 
-ToolProcess::ToolProcess(const Program& program, const std::string& input)
+ToolProcess::ToolProcess(const Program& program, const std::optional<std::string>& input)
 {
     const Pipe in;
     const Pipe out;
@@ -76,8 +77,11 @@ ToolProcess::ToolProcess(const Program& program, const std::string& input)
     close(in.readEnd);
     close(out.writeEnd);
     close(err.writeEnd);
-    EXPECT_EQ(write(in.writeEnd, input.data(), input.size()), static_cast<ssize_t>(input.size()));
-    close(in.writeEnd);
+    mInput = in.writeEnd;
+    if (input) {
+        type(*input);
+        close(std::exchange(mInput, -1));
+    }
     mReaders.emplace_back([this, descriptor = out.readEnd] { readAll(descriptor, mOutput); });
     mReaders.emplace_back([this, descriptor = err.readEnd] { readAll(descriptor, mErrors); });
 }
@@ -88,6 +92,14 @@ ToolProcess::~ToolProcess()
         signal(SIGKILL);
         waitpid(mProcess, &mStatus, 0);
     }
+    if (mInput != -1) {
+        close(mInput);
+    }
+}
+
+void ToolProcess::type(const std::string& text) const
+{
+    EXPECT_EQ(write(mInput, text.data(), text.size()), static_cast<ssize_t>(text.size()));
 }
 
 void ToolProcess::signal(int number) const

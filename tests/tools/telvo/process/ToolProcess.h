@@ -2,6 +2,7 @@
 #define TELVO_TESTS_TOOLS_TELVO_PROCESS_TOOLPROCESS_H
 
 #include <chrono>
+#include <optional>
 #include <string>
 #include <sys/types.h>
 #include <thread>
@@ -18,16 +19,20 @@ struct ToolOutcome {
 class ToolProcess
 {
   public:
-    explicit ToolProcess(std::vector<std::string> arguments, const std::string& input = "");
+    /// @param input  all that it reads; none: type() gives it
+    explicit ToolProcess(std::vector<std::string> arguments,
+                         const std::optional<std::string>& input = "");
     /// Any program, its name or path in front.
     struct Program {
         std::vector<std::string> command;
     };
-    explicit ToolProcess(const Program& program, const std::string& input = "");
+    explicit ToolProcess(const Program& program, const std::optional<std::string>& input = "");
     ~ToolProcess();
     ToolProcess(const ToolProcess&) = delete;
     ToolProcess& operator=(const ToolProcess&) = delete;
 
+    /// More input. Without it the input has ended.
+    void type(const std::string& text) const;
     void signal(int number) const;
     /// @return how it ended; a process that is still there after 30 s is killed
     ToolOutcome wait();
@@ -36,6 +41,7 @@ class ToolProcess
 
   private:
     pid_t mProcess = -1;
+    int mInput = -1;
     std::string mOutput;
     std::string mErrors;
     std::vector<std::jthread> mReaders;

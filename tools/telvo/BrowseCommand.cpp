@@ -1,0 +1,48 @@
+#include "CameraChoice.h"
+#include "CameraSession.h"
+#include "Commands.h"
+#include "Terminal.h"
+#include "ToolError.h"
+
+#include "TelvoDll.h"
+
+#include <memory>
+
+namespace telvo
+{
+
+namespace
+{
+
+struct Options {
+    CameraOptions camera;
+    bool stream = false;
+};
+
+void runBrowse(const Options& options)
+{
+    if (!isTerminal(stdin) || !isTerminal(stdout)) {
+        throw Failure("browse needs a terminal; 'telvo get' prints the settings");
+    }
+    const CameraSession camera(chooseCamera(options.camera));
+    if (options.stream) {
+        expShowStreamParams(camera.id());
+    } else {
+        expShowGEVParams(camera.id());
+    }
+    camera.requireLink();
+}
+
+} // namespace
+
+void addBrowseCommand(CLI::App& app)
+{
+    CLI::App* const command =
+        app.add_subcommand("browse", "Look at all of a camera's features and change them");
+    const auto options = std::make_shared<Options>();
+    addCameraOptions(*command, options->camera);
+    command->add_flag("--stream", options->stream, "The stream's parameters in place of them");
+    command->callback([options] { runBrowse(*options); });
+}
+
+} // namespace telvo

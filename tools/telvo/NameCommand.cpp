@@ -1,0 +1,49 @@
+#include "CameraChoice.h"
+#include "CameraSession.h"
+#include "Commands.h"
+#include "ToolError.h"
+
+#include "TelvoDll.h"
+
+#include <iostream>
+#include <memory>
+#include <string>
+
+namespace telvo
+{
+
+namespace
+{
+
+struct Options {
+    CameraOptions camera;
+    std::string name;
+};
+
+void runName(const Options& options)
+{
+    const CameraAddress address = chooseCamera(options.camera);
+    {
+        const CameraSession camera(address);
+        expSetUserDefinedName(options.name.c_str(), camera.id());
+    }
+    // The name reaches the camera when it is disconnected.
+    const std::string taken = lookAt(address).text("DeviceUserID").value_or("");
+    if (taken != options.name) {
+        throw Failure("the camera is called '" + taken + "'; it takes 15 characters at most");
+    }
+    std::cout << address.ip << " is now called '" << taken << "'\n";
+}
+
+} // namespace
+
+void addNameCommand(CLI::App& app)
+{
+    CLI::App* const command = app.add_subcommand("name", "Give a camera a name");
+    const auto options = std::make_shared<Options>();
+    addCameraOptions(*command, options->camera);
+    command->add_option("name", options->name, "The new name, 15 characters at most")->required();
+    command->callback([options] { runName(*options); });
+}
+
+} // namespace telvo

@@ -1,0 +1,104 @@
+#include "CameraChoice.h"
+#include "CameraSession.h"
+#include "CancelFlag.h"
+#include "Commands.h"
+#include "ToolError.h"
+
+#include "TelvoDll.h"
+
+#include <array>
+#include <iostream>
+#include <map>
+#include <memory>
+#include <string>
+
+namespace telvo
+{
+
+namespace
+{
+
+struct Options {
+    CameraOptions camera;
+    std::string line;
+    std::string end = "cr";
+};
+
+const std::map<std::string, std::string> kLineEnds{
+    {"cr", "\r"}, {"lf", "\n"}, {"crlf", "\r\n"}, {"none", ""}};
+
+constexpr std::size_t kLongestAnswer = 4096; // bytes
+
+bool isLineEnd(char character)
+{
+    return character == '\r' || character == '\n';
+}
+
+/// Up to the end of the line, or until nothing comes for two seconds.
+std::string readAnswer(const CameraSession& camera)
+{
+    const CancelFlag cancel;
+    std::string answer;
+    while (answer.size() < kLongestAnswer) {
+        cancel.check();
+        std::uint8_t byte = 0;
+        std::uint32_t count = 1;
+        if (expReadData(&byte, &count, camera.id()) != 0 || count == 0) {
+            break;
+        }
+        const char character = static_cast<char>(byte);
+        if (isLineEnd(character) && !answer.empty()) {
+            return answer;
+        }
+        if (!isLineEnd(character)) { // what is left of the line before
+            answer += character;
+        }
+    }
+    camera.requireLink();
+    return answer;
+}
+
+/// Answers to others' lines, such as requests for frames, may still wait.
+void dropAnswers(const CameraSession& camera)
+{
+    std::array<std::uint8_t, kLongestAnswer> answers{};
+    auto count = static_cast<std::uint32_t>(answers.size());
+    expReadData(answers.data(), &count, camera.id());
+}
+
+void runSerial(const Options& options)
+{
+    const CameraSession camera(chooseCamera(options.camera));
+    dropAnswers(camera);
+    const std::string line = options.line + kLineEnds.at(options.end);
+    const std::string bytes(line.c_str(), line.size() + 1); // the library logs it as a text
+    if (expWriteData(reinterpret_cast<const std::uint8_t*>(bytes.data()),
+                     static_cast<std::uint32_t>(line.size()), camera.id()) != 0) {
+        camera.requireLink();
+        throw Failure("the camera does not take the line; has it a serial line?");
+    }
+    const std::string answer = readAnswer(camera);
+    if (answer.empty()) {
+        throw Failure("the camera does not answer");
+    }
+    std::cout << answer << '\n';
+}
+
+} // namespace
+
+void addSerialCommand(CLI::App& app)
+{
+    CLI::App* const command =
+        app.add_subcommand("serial", "Send a line over a camera's serial line, print the answer");
+    const auto options = std::make_shared<Options>();
+    addCameraOptions(*command, options->camera);
+    command->add_option("line", options->line, "The line, in the camera's own language")
+        ->required();
+    command->add_option("--end", options->end, "What ends the line")
+        ->type_name("cr|lf|crlf|none")
+        ->check(CLI::IsMember({"cr", "lf", "crlf", "none"}).description(""))
+        ->capture_default_str();
+    command->callback([options] { runSerial(*options); });
+}
+
+} // namespace telvo
