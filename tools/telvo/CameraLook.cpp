@@ -79,6 +79,14 @@ std::optional<std::string> CameraLook::text(std::string_view feature) const
     return valueOf<std::string>(find(feature));
 }
 
+std::int64_t CameraLook::linkSpeed() const
+{
+    control::DeviceRegisters& registers = mDevice->registers();
+    return registers.traits().has(wire::kCapabilityLinkSpeed)
+               ? registers.readRegister(wire::kRegLinkSpeed).valueOr(0)
+               : 0;
+}
+
 std::optional<std::string> CameraLook::controllingHost() const
 {
     control::DeviceRegisters& registers = mDevice->registers();

@@ -43,6 +43,9 @@ class CameraLook
     /// Also an enumeration's present entry.
     std::optional<std::string> text(std::string_view feature) const;
 
+    /// Mbit/s, as the camera tells; 0: it does not.
+    std::int64_t linkSpeed() const;
+
     /// The address of the host that controls the camera; empty text: the camera does not tell
     /// which. None: nobody does.
     std::optional<std::string> controllingHost() const;

@@ -26,6 +26,9 @@ void addFlashCommand(CLI::App& app);
 void addDownloadCommand(CLI::App& app);
 void addSerialCommand(CLI::App& app);
 void addLogCommand(CLI::App& app);
+void addDoctorCommand(CLI::App& app);
+void addCompletionCommand(CLI::App& app);
+void addManCommand(CLI::App& app);
 void addShellCommand(CLI::App& app);
 
 } // namespace telvo

@@ -4,17 +4,23 @@
 #include "Commands.h"
 #include "ContactSheet.h"
 #include "FrameCounter.h"
+#include "Json.h"
 #include "LiveStream.h"
+#include "LiveView.h"
 #include "OptionRange.h"
 #include "PngFile.h"
 #include "PngFolderSink.h"
 #include "ProgressBar.h"
+#include "Terminal.h"
+#include "ToolError.h"
 
 #include <chrono>
 #include <filesystem>
 #include <iomanip>
 #include <iostream>
+#include <limits>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace telvo
@@ -23,6 +29,7 @@ namespace telvo
 namespace
 {
 
+constexpr std::uint64_t kEndless = std::numeric_limits<std::uint64_t>::max();
 constexpr std::uint32_t kMostPictures = 1'000'000; // as many as six digits number
 
 struct Options {
@@ -31,6 +38,8 @@ struct Options {
     std::uint32_t frames = 0;
     std::filesystem::path folder;
     std::filesystem::path contactSheet;
+    bool view = false;
+    bool json = false;
 };
 
 /// What came of a live series.
@@ -56,77 +65,161 @@ struct Series {
     }
 };
 
-Series takeSeries(LiveStream& stream, const Options& options, FrameSink& pictures,
-                  ContactSheet& sheet)
+/// Where the frames of a series go.
+struct Destinations {
+    std::optional<PngFolderSink> pictures;
+    ContactSheet sheet;
+    std::optional<LiveView> view;
+
+    /// @return false: the user, who looks at them, wants no more
+    bool take(const Series& series, GrayView frame)
+    {
+        if (pictures) {
+            pictures->put(series.counter.received() - 1, frame);
+        }
+        sheet.add(frame);
+        return !view || view->show(frame, series.rate(), series.counter.missing());
+    }
+};
+
+/// Until the frames are there, or the user wants the end.
+Series takeSeries(LiveStream& stream, std::uint64_t frames, Destinations& destinations)
 {
     const CancelFlag cancel;
     Series series;
-    ProgressBar progress = terminalProgress("live", options.frames);
-    while (series.counter.received() < options.frames && !cancel.isSet()) {
+    std::optional<ProgressBar> progress;
+    if (!destinations.view) {
+        progress.emplace(std::cerr, isTerminal(stderr), "live", frames);
+    }
+    bool goesOn = true;
+    while (goesOn && series.counter.received() < frames && !cancel.isSet()) {
         if (const auto frame = stream.next()) {
-            pictures.put(series.counter.received(), *frame);
             series.add(frame->pixels);
-            sheet.add(*frame);
-            progress.show(series.counter.received());
+            goesOn = destinations.take(series, *frame);
+            if (progress) {
+                progress->show(series.counter.received());
+            }
         }
     }
-    pictures.finish();
     return series;
+}
+
+void finish(LiveStream& stream, Destinations& destinations)
+{
+    destinations.view.reset();
+    {
+        const Waiting waiting("the camera to end live mode");
+        stream.stop();
+    }
+    if (destinations.pictures) {
+        const Waiting waiting("the pictures that were taken to be written");
+        destinations.pictures->finish();
+    }
+}
+
+Json jsonOf(const Series& series, const LiveStream& stream)
+{
+    return {{"frames", series.counter.received()},
+            {"width", stream.width()},
+            {"height", stream.height()},
+            {"framesPerSecond", series.rate()},
+            {"lost", series.counter.missing()}};
 }
 
 void report(const Series& series, const LiveStream& stream, const Options& options)
 {
+    if (options.json) {
+        return printJson(jsonOf(series, stream));
+    }
     std::cout << series.counter.received() << " frames of " << stream.width() << 'x'
               << stream.height() << " at " << std::fixed << std::setprecision(1) << series.rate()
               << " frames/s, " << series.counter.missing() << " lost\n";
-    std::cout << "pictures: " << options.folder.string() << '\n';
+    if (!options.folder.empty()) {
+        std::cout << "pictures: " << options.folder.string() << '\n';
+    }
+    if (!options.contactSheet.empty()) {
+        std::cout << "contact sheet: " << options.contactSheet.string() << '\n';
+    }
+}
+
+/// Throws Failure where it is less than was asked for.
+void judge(const Series& series, const Options& options)
+{
+    if (series.counter.missing() != 0) {
+        throw Failure(std::to_string(series.counter.missing()) +
+                      " frames were lost; 'telvo doctor' looks for the reason");
+    }
+    if (series.counter.received() < options.frames) {
+        throw Cancelled();
+    }
+}
+
+void check(const Options& options)
+{
+    if (!options.view && options.frames == 0) {
+        throw UsageError("--frames is required, unless --view is given");
+    }
+    if (!options.view && options.folder.empty()) {
+        throw UsageError("--out is required, unless --view is given");
+    }
+    if (!options.contactSheet.empty() && options.frames == 0) {
+        throw UsageError("--contact-sheet needs --frames");
+    }
 }
 
 void runLive(const Options& options)
 {
+    check(options);
     const std::vector<Assignment> settings = options.capture.assignments();
     if (!options.contactSheet.empty()) {
         requireWritable(options.contactSheet, IfThere::Refuse);
     }
-    PngFolderSink pictures(options.folder);
+    Destinations destinations{.pictures = {}, .sheet = ContactSheet(options.frames), .view = {}};
+    if (!options.folder.empty()) {
+        destinations.pictures.emplace(options.folder);
+    }
     const CameraSession camera(chooseCamera(options.camera), settings);
     camera.requireNoRecording();
     camera.apply(settings);
-
-    ContactSheet sheet(options.frames);
-    LiveStream stream(camera);
-    const Series series = takeSeries(stream, options, pictures, sheet);
-    stream.stop();
-    report(series, stream, options);
-    if (!options.contactSheet.empty() && !sheet.isEmpty()) {
-        writePngFile(options.contactSheet, sheet.render().view());
-        std::cout << "contact sheet: " << options.contactSheet.string() << '\n';
+    if (options.view) {
+        destinations.view.emplace(camera);
     }
+    LiveStream stream(camera);
+    const std::uint64_t frames = options.frames == 0 ? kEndless : options.frames;
+    const Series series = takeSeries(stream, frames, destinations);
+    finish(stream, destinations);
+    if (!options.contactSheet.empty() && !destinations.sheet.isEmpty()) {
+        writePngFile(options.contactSheet, destinations.sheet.render().view());
+    }
+    report(series, stream, options);
+    judge(series, options);
 }
 
 } // namespace
 
 void addLiveCommand(CLI::App& app)
 {
-    CLI::App* const command = app.add_subcommand("live", "Write live pictures as PNG files");
+    CLI::App* const command =
+        app.add_subcommand("live", "Show live pictures, or write them as PNG files");
     const auto options = std::make_shared<Options>();
     addCameraOptions(*command, options->camera);
     command->add_option("--frames", options->frames, "Pictures to take, 1 to 1000000")
-        ->required()
         ->type_name("N")
         ->check(inRange(1, kMostPictures));
     command->add_option("--out", options->folder, "Folder for frame-000000.png and so on")
-        ->required()
         ->type_name("FOLDER");
     command
         ->add_option("--contact-sheet", options->contactSheet,
                      "Write one PNG with small pictures of the whole series")
         ->type_name("FILE");
-    options->capture.addTo(*command,
-                           {"width", "height", "frame-rate", "exposure", "packet-size", "resends"});
+    command->add_flag("--view", options->view,
+                      "Show the picture in the terminal, with keys for exposure and gain");
+    addJsonOption(*command, options->json);
+    options->capture.addTo(
+        *command, {"width", "height", "frame-rate", "exposure", "gain", "packet-size", "resends"});
     command->footer("At the end it prints the frame rate measured and the frames lost, counted by "
                     "the gaps in\nthe camera's own frame numbers. Ctrl-C ends it with what was "
-                    "taken so far.");
+                    "taken so far.\nExit status 1: frames were lost, or fewer taken than asked.");
     command->callback([options] { runLive(*options); });
 }
 

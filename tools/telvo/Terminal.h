@@ -3,6 +3,7 @@
 #define TELVO_TOOLS_TELVO_TERMINAL_H
 
 #include <chrono>
+#include <cstdint>
 #include <cstdio>
 #include <optional>
 #include <span>
@@ -14,6 +15,14 @@ namespace telvo
 
 /// Whether somebody watches this stream.
 bool isTerminal(std::FILE* stream);
+
+struct TerminalSize {
+    std::uint32_t columns;
+    std::uint32_t rows;
+};
+
+/// Of the terminal at standard output; 80 x 24 where it does not tell.
+TerminalSize terminalSize();
 
 /// From now on the terminal shows what is written as UTF-8.
 void showUtf8();

@@ -3,6 +3,7 @@
 #include <array>
 #include <csignal>
 #include <poll.h>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 namespace telvo
@@ -11,6 +12,13 @@ namespace telvo
 bool isTerminal(std::FILE* stream)
 {
     return isatty(fileno(stream)) == 1;
+}
+
+TerminalSize terminalSize()
+{
+    winsize size{};
+    const bool tells = ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col != 0;
+    return tells ? TerminalSize{size.ws_col, size.ws_row} : TerminalSize{80, 24};
 }
 
 void showUtf8() {} // terminals here show UTF-8 as they are

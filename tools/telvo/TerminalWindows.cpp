@@ -15,6 +15,16 @@ bool isTerminal(std::FILE* stream)
     return _isatty(_fileno(stream)) != 0;
 }
 
+TerminalSize terminalSize()
+{
+    CONSOLE_SCREEN_BUFFER_INFO info{};
+    if (GetConsoleScreenBufferInfo(GetStdHandle(STD_OUTPUT_HANDLE), &info) == 0) {
+        return {80, 24};
+    }
+    return {static_cast<std::uint32_t>(info.srWindow.Right - info.srWindow.Left + 1),
+            static_cast<std::uint32_t>(info.srWindow.Bottom - info.srWindow.Top + 1)};
+}
+
 void showUtf8()
 {
     SetConsoleOutputCP(CP_UTF8);

@@ -1,0 +1,197 @@
+#include "Diagnosis.h"
+
+#include <algorithm>
+
+namespace telvo
+{
+
+namespace
+{
+
+using Kind = Finding::Kind;
+
+/// A frame rate below this share of the camera's own is too low.
+constexpr double kGoodShare = 0.8;
+/// A cable's bits a second that are left for pictures, of a million.
+constexpr std::int64_t kPayloadBits = 950'000;
+
+std::string listOf(const Interfaces& interfaces)
+{
+    std::string text;
+    for (const gige::net::NetworkInterface& each : interfaces) {
+        text +=
+            (text.empty() ? "" : ", ") + each.name + " (" + gige::net::toText(each.address) + ')';
+    }
+    return text;
+}
+
+std::string number(std::int64_t value)
+{
+    return std::to_string(value);
+}
+
+void addControl(const CameraLook& look, Findings& findings)
+{
+    const auto host = look.controllingHost();
+    if (!host) {
+        findings.push_back({Kind::Good, "nobody controls the camera"});
+        return;
+    }
+    findings.push_back({Kind::Problem,
+                        "the camera is controlled by " +
+                            (host->empty() ? "another program" : "a program on " + *host),
+                        "end that program"});
+}
+
+void addState(const CameraLook& look, Findings& findings)
+{
+    const std::string state = look.text("CameraState").value_or("unknown");
+    if (state == "Recording") {
+        findings.push_back({Kind::Problem, "the camera records", "'telvo stop' ends that"});
+    } else if (state == "FlashWrite") {
+        findings.push_back({Kind::Problem, "the camera copies a recording to its flash card",
+                            "wait, or end it with 'telvo flash stop'"});
+    } else {
+        findings.push_back({Kind::Good, "the camera is at rest"});
+    }
+}
+
+void addWaiting(const CameraLook& look, Findings& findings)
+{
+    if (look.flag("SyncInEnable").value_or(false)) {
+        findings.push_back({Kind::Hint, "pictures are exposed by the sync input only",
+                            "give it its signal, or 'telvo set sync-in=off'"});
+    }
+    if (look.flag("ExtTriggerEnable").value_or(false)) {
+        findings.push_back({Kind::Hint, "recordings wait for the trigger input",
+                            "give it its pulse, or 'telvo set external-trigger=off'"});
+    }
+}
+
+void addDataRate(const CameraLook& look, std::int64_t linkSpeed, Findings& findings)
+{
+    const std::int64_t bits = 8 * look.integer("PayloadSize").value_or(0) *
+                              look.integer("AcquisitionFrameRateRaw").value_or(0);
+    const std::int64_t megabits = bits / 1'000'000;
+    if (linkSpeed > 0 && bits > linkSpeed * kPayloadBits) {
+        findings.push_back({Kind::Hint,
+                            "live pictures make " + number(megabits) +
+                                " Mbit/s, the camera's link "
+                                "has " +
+                                number(linkSpeed),
+                            "expect fewer live pictures, or lower the frame rate or the size; "
+                            "recordings are not concerned"});
+    } else {
+        findings.push_back({Kind::Good, "live pictures make " + number(megabits) + " Mbit/s"});
+    }
+}
+
+void addLosses(const StreamProbe& probe, Findings& findings)
+{
+    if (probe.framesFailed > 0 || probe.packetsMissing > 0) {
+        findings.push_back({Kind::Problem,
+                            number(probe.framesFailed) + " pictures came incomplete, " +
+                                number(probe.packetsMissing) + " packets are missing",
+                            "look at cable and switch; a larger packet-delay spreads the packets"});
+    } else if (probe.packetsResent > 0) {
+        findings.push_back(
+            {Kind::Hint,
+             number(probe.packetsResent) + " packets got lost and came when asked for again",
+             "leave resends on; look at cable and switch"});
+    }
+    if (probe.framesDropped > 0) {
+        findings.push_back({Kind::Problem,
+                            number(probe.framesDropped) + " pictures found no buffer",
+                            "the computer is too slow for this rate: end other programs, or lower "
+                            "the frame rate"});
+    }
+}
+
+void addRate(const StreamProbe& probe, Findings& findings)
+{
+    const double rate = static_cast<double>(probe.framesWhole) / probe.time.count();
+    const std::string text = number(probe.framesWhole) + " whole pictures in " +
+                             number(static_cast<std::int64_t>(probe.time.count() * 1000)) + " ms";
+    if (rate < kGoodShare * static_cast<double>(probe.frameRate)) {
+        findings.push_back(
+            {Kind::Hint, text + ", the camera is set to " + number(probe.frameRate) + " a second",
+             "the camera leaves out what its link or packet-delay does not carry"});
+    } else {
+        findings.push_back({Kind::Good, text});
+    }
+}
+
+} // namespace
+
+Findings diagnoseSilence(const Interfaces& interfaces)
+{
+    if (interfaces.empty()) {
+        return {{Kind::Problem, "there is no network interface that is up",
+                 "plug the cable in and give the interface an address"}};
+    }
+    return {{Kind::Problem, "no camera answers on " + listOf(interfaces),
+             "is it switched on and plugged in? A firewall must let UDP from port 3956 pass"}};
+}
+
+Findings diagnoseAddress(const gige::control::DiscoveredDevice& device)
+{
+    const std::string ip = gige::net::toText(device.ip());
+    if (device.hasRival) {
+        return {{Kind::Problem, "two addresses claim the camera's MAC address",
+                 "give each camera a MAC address of its own"}};
+    }
+    if (!device.inSubnet()) {
+        return {{Kind::Problem, ip + " is not in the subnet of " + device.nic.name,
+                 "'telvo force-ip' gives the camera an address there"}};
+    }
+    return {{Kind::Good, ip + " answers on " + device.nic.name}};
+}
+
+Findings diagnoseCamera(const CameraLook& look, std::int64_t linkSpeed)
+{
+    Findings findings;
+    addControl(look, findings);
+    addState(look, findings);
+    addWaiting(look, findings);
+    addDataRate(look, linkSpeed, findings);
+    return findings;
+}
+
+Findings diagnoseBuffer(std::size_t granted, std::size_t asked)
+{
+    if (granted >= asked) {
+        return {{Kind::Good, "the receive buffer is as large as asked for"}};
+    }
+    return {{Kind::Hint,
+             "the receive buffer has " + number(static_cast<std::int64_t>(granted >> 10)) +
+                 " KiB, " + number(static_cast<std::int64_t>(asked >> 10)) + " were asked for",
+             "sysctl -w net.core.rmem_max=" + number(static_cast<std::int64_t>(asked))}};
+}
+
+Findings diagnoseStream(const StreamProbe& probe, std::uint32_t mtu)
+{
+    if (!probe.problem.empty()) {
+        return {{Kind::Problem, probe.problem, "'telvo state' shows who has the camera"}};
+    }
+    if (probe.packets == 0) {
+        return {{Kind::Problem, "the camera sends pictures, and no packet of them arrives",
+                 "a firewall must let UDP from the camera pass to this program"}};
+    }
+    Findings findings;
+    if (mtu != 0 && probe.packetSize < std::min<std::int64_t>(mtu, 9000)) {
+        findings.push_back({Kind::Hint,
+                            "packets of " + number(probe.packetSize) +
+                                " bytes come through, the "
+                                "interface takes " +
+                                number(mtu),
+                            "let switch and camera take as large ones (jumbo frames)"});
+    } else {
+        findings.push_back(
+            {Kind::Good, "packets of " + number(probe.packetSize) + " bytes come through"});
+    }
+    addLosses(probe, findings);
+    addRate(probe, findings);
+    return findings;
+}
+
+} // namespace telvo
