@@ -1,17 +1,40 @@
 #include "ToolProcess.h"
 
 #include <array>
+#include <chrono>
 #include <csignal>
+#include <cstdint>
 #include <cstdlib>
 #include <fcntl.h>
+#include <fstream>
 #include <gtest/gtest.h>
 #include <spawn.h>
+#include <string>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 #include <utility>
 
 namespace
 {
+
+/// Whether a process catches or ignores a signal, or has ended.
+bool expects(pid_t process, int number)
+{
+    std::ifstream status("/proc/" + std::to_string(process) + "/status");
+    std::string name;
+    std::string value;
+    std::uint64_t signals = 0;
+    while (status >> name && std::getline(status, value)) {
+        if (name == "State:" && value.find('Z') != std::string::npos) {
+            return true;
+        }
+        if (name == "SigCgt:" || name == "SigIgn:") {
+            signals |= std::stoull(value, nullptr, 16);
+        }
+    }
+    return name.empty() || (signals >> (number - 1) & 1U) != 0;
+}
 
 struct Pipe {
     int readEnd = -1;
@@ -104,6 +127,12 @@ void ToolProcess::type(const std::string& text) const
 
 void ToolProcess::signal(int number) const
 {
+    // Before its first lines of code have run, a program has not said what it does with signals.
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+    while (number != SIGKILL && !expects(mProcess, number) &&
+           std::chrono::steady_clock::now() < deadline) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
     kill(mProcess, number);
 }
 
