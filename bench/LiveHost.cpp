@@ -55,7 +55,7 @@ LiveHost::~LiveHost()
 {
     auto* stop = dynamic_cast<PvGenCommand*>(mDevice.GetGenParameters()->Get("AcquisitionStop"));
     if (stop != nullptr) {
-        stop->Execute();
+        (void)stop->Execute();
     }
 }
 
@@ -120,6 +120,6 @@ bool LiveHost::next()
     PvBuffer* buffer = nullptr;
     PvResult operation;
     require(mPipeline.RetrieveNextBuffer(&buffer, 5000, &operation).IsOK(), "retrieving");
-    mPipeline.ReleaseBuffer(buffer);
+    (void)mPipeline.ReleaseBuffer(buffer);
     return operation.IsOK();
 }

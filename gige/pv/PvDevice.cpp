@@ -66,7 +66,7 @@ PvDevice::PvDevice() : mImpl(std::make_unique<Impl>(*this)) {}
 
 PvDevice::~PvDevice()
 {
-    mImpl->disconnect();
+    (void)mImpl->disconnect();
 }
 
 PvResult PvDevice::SetIPConfiguration(const PvString& macAddress, const PvString& ipAddress,

@@ -6,7 +6,7 @@
 #include <cstdint>
 
 /// Outcome of every operation of the network stack.
-class PvResult
+class [[nodiscard]] PvResult
 {
   public:
     /// The values are this stack's own; `Ok` is 0.

@@ -28,8 +28,8 @@ void FrameRequester::bind(CameraLink& link, std::int32_t readoutMode)
     mAcquisitionStart = features.find<PvGenCommand>("AcquisitionStart");
     features.find<PvGenCommand>("AcquisitionStop"); // sent by the grabber, through its own handle
     if (hasRange()) {
-        mStartNumber->SetValue(0);
-        mEndNumber->SetValue(0);
+        (void)mStartNumber->SetValue(0);
+        (void)mEndNumber->SetValue(0);
     }
     mIsSerial = readoutMode == 1 && link.serialLine.isOpen();
     if (mIsSerial) {

@@ -17,7 +17,7 @@ Outcome ModeControl::startPlaybackMode()
         return Outcome::Failed;
     }
     execute(mCamera.link.features->acquisitionStop);
-    mCamera.link.stream.FlushPacketQueue();
+    (void)mCamera.link.stream.FlushPacketQueue();
     const std::int32_t delay = mCamera.link.transfer.defaultInterPacketDelay;
     mCamera.link.transfer.currentInterPacketDelay = delay;
     (void)setInterPacketDelay(mCamera.link, delay);
@@ -32,7 +32,7 @@ void ModeControl::stopPlaybackMode()
 {
     logLine("Stopping PlaybackMode.");
     execute(mCamera.link.features->acquisitionStop);
-    mCamera.link.stream.AbortQueuedBuffers();
+    (void)mCamera.link.stream.AbortQueuedBuffers();
     logLine("PlaybackMode stopped.");
 }
 

@@ -22,8 +22,8 @@ SingleImageRead readSingleImage(PvStream& stream, PvBuffer& buffer,
 
 void takeBack(PvStream& stream)
 {
-    stream.AbortQueuedBuffers();
+    (void)stream.AbortQueuedBuffers();
     PvBuffer* retrieved = nullptr;
     PvResult operation;
-    stream.RetrieveBuffer(&retrieved, &operation);
+    (void)stream.RetrieveBuffer(&retrieved, &operation);
 }

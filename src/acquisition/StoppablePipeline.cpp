@@ -14,7 +14,7 @@ PvResult StoppablePipeline::setBufferCount(std::uint32_t count)
 void StoppablePipeline::start()
 {
     const std::lock_guard lock(mLock);
-    mPipeline->Start();
+    (void)mPipeline->Start();
     mRunning = true;
 }
 
@@ -26,7 +26,7 @@ PvResult StoppablePipeline::retrieve(PvBuffer** buffer, std::uint32_t timeout,
 
 void StoppablePipeline::release(PvBuffer* buffer)
 {
-    mPipeline->ReleaseBuffer(buffer);
+    (void)mPipeline->ReleaseBuffer(buffer);
 }
 
 void StoppablePipeline::wake()
@@ -45,7 +45,7 @@ void StoppablePipeline::close()
 void StoppablePipeline::stopIfRunning()
 {
     if (mRunning) {
-        mPipeline->Stop();
+        (void)mPipeline->Stop();
         mRunning = false;
     }
 }

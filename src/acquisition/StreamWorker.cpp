@@ -10,7 +10,7 @@ StartResult StreamWorker::open(CameraLink& link, std::uint32_t frameSize, std::u
         texts.streamNotOpen.log();
         return StartResult::Failed;
     }
-    link.stream.FlushPacketQueue();
+    (void)link.stream.FlushPacketQueue();
     mPipeline = std::make_unique<StoppablePipeline>(&link.stream, frameSize);
     if (!mPipeline->setBufferCount(bufferCount).IsOK()) {
         texts.bufferCountRefused.log();

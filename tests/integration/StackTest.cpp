@@ -48,7 +48,7 @@ class StackTest : public testing::Test
     std::int64_t statistic(const char* name)
     {
         std::int64_t value = -1;
-        dynamic_cast<PvGenInteger&>(*stream.GetParameters()->Get(name)).GetValue(value);
+        (void)dynamic_cast<PvGenInteger&>(*stream.GetParameters()->Get(name)).GetValue(value);
         return value;
     }
 
@@ -220,7 +220,7 @@ TEST_F(StackTest, StoppingThePipelineWakesAWaitingRetrieval)
     startPipeline();
     std::thread stopper([this] {
         std::this_thread::sleep_for(50ms);
-        pipeline.Stop();
+        (void)pipeline.Stop();
     });
     const auto start = std::chrono::steady_clock::now();
     PvBuffer* buffer = nullptr;

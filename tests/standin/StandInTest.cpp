@@ -23,7 +23,7 @@ TEST(StandIn, WritesDownCallsLookupsAndLogLinesInOrder)
     PvDevice device;
     EXPECT_TRUE(device.Connect("02:54:45:00:00:21", PvAccessType::Exclusive).IsOK());
     std::int64_t value = 0;
-    findInteger(device.GetGenParameters(), "Temperature")->GetValue(value);
+    (void)findInteger(device.GetGenParameters(), "Temperature")->GetValue(value);
     Sleep(500);
     OutputDebugStringA("-- GEN ok\r\n");
     OutputDebugStringA("no end");
@@ -77,15 +77,15 @@ TEST(StandIn, GivesQueuedAnswersBeforeTheValue)
     s.camera().integer("AcquisitionFrameRateRaw").next("GetMax", {0, 7});
     std::array<std::int64_t, 3> maxima{};
     for (std::int64_t& maximum : maxima) {
-        s.camera().integer("AcquisitionFrameRateRaw").GetMax(maximum);
+        (void)s.camera().integer("AcquisitionFrameRateRaw").GetMax(maximum);
     }
     EXPECT_EQ(maxima, (std::array<std::int64_t, 3>{0, 7, 100000}));
 
     s.camera().enumeration("CameraState").next({"Live"});
     PvString state;
-    s.camera().enumeration("CameraState").GetValue(state);
+    (void)s.camera().enumeration("CameraState").GetValue(state);
     EXPECT_STREQ(state.GetAscii(), "Live");
-    s.camera().enumeration("CameraState").GetValue(state);
+    (void)s.camera().enumeration("CameraState").GetValue(state);
     EXPECT_STREQ(state.GetAscii(), "Idle");
 }
 
@@ -94,8 +94,8 @@ TEST(StandIn, NumbersFurtherObjects)
     StandIn s;
     PvDevice first;
     PvDevice second;
-    second.Disconnect();
-    first.Disconnect();
+    (void)second.Disconnect();
+    (void)first.Disconnect();
     EXPECT_EQ(s.takeCalls(), (Texts{"PvDevice#2.Disconnect", "PvDevice.Disconnect"}));
 }
 
@@ -122,12 +122,12 @@ TEST(StandIn, TellsRegisteredSinksOfALostLink)
     StandIn s;
     PvDevice device;
     const auto sink = std::make_shared<RecordingSink>();
-    device.Connect("x", PvAccessType::Exclusive);
-    device.RegisterEventSink(sink);
+    (void)device.Connect("x", PvAccessType::Exclusive);
+    (void)device.RegisterEventSink(sink);
     s.loseLink();
     EXPECT_EQ(sink->losses, 1);
     EXPECT_FALSE(device.IsConnected());
-    device.UnregisterEventSink(sink.get());
+    (void)device.UnregisterEventSink(sink.get());
     s.loseLink();
     EXPECT_EQ(sink->losses, 1);
 }
@@ -161,7 +161,7 @@ TEST(StandInStream, FillsQueuedBuffersFromTheFeed)
     PvBuffer buffer;
     PvBuffer* retrieved = nullptr;
     PvResult operation;
-    buffer.Alloc(4);
+    (void)buffer.Alloc(4);
     EXPECT_EQ(stream.RetrieveBuffer(&retrieved, &operation), Code::Timeout);
     EXPECT_EQ(stream.QueueBuffer(&buffer), Code::Pending);
     s.streamFeed().feedError(Code::ImageError, {1, 2, 3, 4, 5});
@@ -178,11 +178,11 @@ TEST(StandInStream, GivesAbortedBuffersBack)
     PvBuffer buffer;
     PvBuffer* retrieved = nullptr;
     PvResult operation;
-    stream.QueueBuffer(&buffer);
+    (void)stream.QueueBuffer(&buffer);
     s.streamFeed().feedFailure(Code::Timeout);
     EXPECT_EQ(stream.RetrieveBuffer(&retrieved, &operation), Code::Timeout);
     EXPECT_EQ(retrieved, nullptr);
-    stream.AbortQueuedBuffers();
+    (void)stream.AbortQueuedBuffers();
     EXPECT_EQ(stream.RetrieveBuffer(&retrieved, &operation), Code::Ok);
     EXPECT_EQ(retrieved, &buffer);
     EXPECT_EQ(operation, Code::Aborted);
@@ -198,7 +198,7 @@ struct Retriever {
         PvBuffer* buffer = nullptr;
         PvResult operation;
         while (pipeline.RetrieveNextBuffer(&buffer, 0xFFFFFFFF, &operation).IsOK()) {
-            pipeline.ReleaseBuffer(buffer);
+            (void)pipeline.ReleaseBuffer(buffer);
         }
         return 0;
     }
@@ -209,7 +209,7 @@ TEST(StandInPipeline, FeedsAWaitingThreadUntilItIsStopped)
     StandIn s;
     Retriever retriever;
     retriever.pipeline.SetBufferSize(2);
-    retriever.pipeline.Start();
+    (void)retriever.pipeline.Start();
     HANDLE thread = CreateThread(nullptr, 0, Retriever::run, &retriever, 0, nullptr);
     s.pipelineFeed().feedFrame({1, 2});
     ASSERT_TRUE(s.pipelineFeed().waitUntilDrained());
@@ -217,7 +217,7 @@ TEST(StandInPipeline, FeedsAWaitingThreadUntilItIsStopped)
               (Texts{"PvPipeline.RetrieveNextBuffer INFINITE", "PvPipeline.ReleaseBuffer",
                      "PvPipeline.RetrieveNextBuffer INFINITE"}));
     EXPECT_EQ(WaitForSingleObject(thread, 0), WAIT_TIMEOUT);
-    retriever.pipeline.Stop();
+    (void)retriever.pipeline.Stop();
     EXPECT_EQ(WaitForSingleObject(thread, INFINITE), WAIT_OBJECT_0);
     CloseHandle(thread);
     EXPECT_EQ(s.takeCalls(),
@@ -231,12 +231,12 @@ TEST(StandInSerial, AcceptsAndGivesBytesAsScripted)
     std::array<std::uint8_t, 3> bytes{'a', 'b', 'c'};
     std::uint32_t count = 0;
     s.acceptSerialBytes({2});
-    port.Write(bytes.data(), 3, count);
+    (void)port.Write(bytes.data(), 3, count);
     EXPECT_EQ(count, 2U);
-    port.Write(bytes.data(), 3, count);
+    (void)port.Write(bytes.data(), 3, count);
     EXPECT_EQ(count, 3U);
     s.feedSerial("xy");
-    port.Read(bytes.data(), 3, count, 2000);
+    (void)port.Read(bytes.data(), 3, count, 2000);
     EXPECT_EQ(count, 2U);
     EXPECT_EQ(bytes[1], 'y');
     EXPECT_EQ(s.takeCalls(),

@@ -26,7 +26,7 @@ std::int64_t integerOf(PvGenParameterArray& array, const char* name)
 {
     std::int64_t value = 0;
     if (auto* const feature = dynamic_cast<PvGenInteger*>(array.Get(name))) {
-        feature->GetValue(value);
+        (void)feature->GetValue(value);
     }
     return value;
 }
@@ -34,14 +34,14 @@ std::int64_t integerOf(PvGenParameterArray& array, const char* name)
 void setInteger(PvGenParameterArray& array, const char* name, std::int64_t value)
 {
     if (auto* const feature = dynamic_cast<PvGenInteger*>(array.Get(name))) {
-        feature->SetValue(value);
+        (void)feature->SetValue(value);
     }
 }
 
 void execute(PvGenParameterArray& array, const char* name)
 {
     if (auto* const feature = dynamic_cast<PvGenCommand*>(array.Get(name))) {
-        feature->Execute();
+        (void)feature->Execute();
     }
 }
 
@@ -53,8 +53,8 @@ class LiveSource
         : mFeatures(features), mSource(dynamic_cast<PvGenEnum*>(features.Get("AcquisitionSource")))
     {
         if (mSource != nullptr) {
-            mSource->GetValue(mBefore);
-            mSource->SetValue("Live");
+            (void)mSource->GetValue(mBefore);
+            (void)mSource->SetValue("Live");
         }
         execute(mFeatures, "AcquisitionStart");
     }
@@ -62,7 +62,7 @@ class LiveSource
     {
         execute(mFeatures, "AcquisitionStop");
         if (mSource != nullptr) {
-            mSource->SetValue(mBefore);
+            (void)mSource->SetValue(mBefore);
         }
     }
     LiveSource(const LiveSource&) = delete;
@@ -96,13 +96,13 @@ std::string Probe::open(const CameraAddress& camera)
         !connected.IsOK()) {
         return std::string("cannot connect: ") + connected.GetCodeString().GetAscii();
     }
-    mDevice.NegotiatePacketSize(0, kDefaultPacket);
+    (void)mDevice.NegotiatePacketSize(0, kDefaultPacket);
     setInteger(*mStream.GetParameters(), "MaximumPendingResends",
                kUsualConnection.maximumPendingResends);
     if (!mStream.Open(ip, 0, 0, "").IsOK()) {
         return "cannot open a stream: no socket is to be had";
     }
-    mDevice.SetStreamDestination(mStream.GetLocalIPAddress(), mStream.GetLocalPort(), 0);
+    (void)mDevice.SetStreamDestination(mStream.GetLocalIPAddress(), mStream.GetLocalPort(), 0);
     return "";
 }
 
@@ -111,8 +111,8 @@ void Probe::receive()
     PvPipeline pipeline(&mStream);
     pipeline.SetBufferSize(
         static_cast<std::uint32_t>(integerOf(*mDevice.GetGenParameters(), "PayloadSize")));
-    pipeline.SetBufferCount(kBuffers);
-    pipeline.Start();
+    (void)pipeline.SetBufferCount(kBuffers);
+    (void)pipeline.Start();
     const LiveSource source(*mDevice.GetGenParameters());
     const CancelFlag cancel;
     for (const auto end = Clock::now() + kProbeTime; Clock::now() < end;) {
@@ -120,7 +120,7 @@ void Probe::receive()
         PvBuffer* buffer = nullptr;
         PvResult operation;
         if (pipeline.RetrieveNextBuffer(&buffer, kWait, &operation).IsOK()) {
-            pipeline.ReleaseBuffer(buffer);
+            (void)pipeline.ReleaseBuffer(buffer);
         }
     }
 }
@@ -150,7 +150,7 @@ StreamProbe Probe::run(const CameraAddress& camera)
     receive();
     result.time = Clock::now() - start;
     count(result);
-    mDevice.ResetStreamDestination(0);
+    (void)mDevice.ResetStreamDestination(0);
     return result;
 }
 
