@@ -49,7 +49,8 @@ TEST_F(LiveProcess, EndsEarlyWithASignal)
 TEST_F(LiveProcess, ShowsThePictureInTheTerminal)
 {
     switchOn();
-    const std::string line = toolLine(forCamera({"live", "--view", "--fps", "10", "--frames", "12"}));
+    const std::string line =
+        toolLine(forCamera({"live", "--view", "--fps", "10", "--frames", "12"}));
     const ToolOutcome outcome =
         runProgram({"/usr/bin/env", "TERM=xterm", "/usr/bin/script", "-qec", line, "/dev/null"});
     EXPECT_EQ(outcome.exitStatus, 0) << outcome.output;
