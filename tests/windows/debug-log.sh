@@ -15,7 +15,7 @@ tries=20
 until [ -s log ]; do # the viewer is there
     tries=$((tries - 1))
     [ $tries != 0 ] || exit 1
-    wine "$telvo" info --camera 127.0.0.11 >info
+    wine "$telvo" set --camera 127.0.0.11 custom-data=0 >set
 done
 
 wine "$telvo" record --camera 127.0.0.11 --frames 10
