@@ -387,8 +387,10 @@ TEST(FindDevice, FindsTheDeviceInAFloodOfOthers)
     FakeDevice flooding("127.0.2.11");
     const Flood flood(flooding);
     FakeDevice device("127.0.2.12");
-    device.setScript([](const FakeCommand& command) { // late, when any list is full
-        return std::vector<FakeAnswer>{{.datagram = command.ack, .delay = milliseconds(200)}};
+    // Late, when any list is full; and more than once, since the system drops what comes while the
+    // flood has filled the socket's buffer.
+    device.setScript([](const FakeCommand& command) {
+        return std::vector<FakeAnswer>(5, {.datagram = command.ack, .delay = milliseconds(200)});
     });
     const auto found = findDevice(kSecondMac, {loopback()}, milliseconds(5'000));
     EXPECT_GT(flood.sent(), 1024U);
