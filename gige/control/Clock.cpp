@@ -1,5 +1,8 @@
 #include "Clock.h"
 
+#include <cstddef>
+#include <new>
+
 namespace gige::control
 {
 
@@ -22,8 +25,11 @@ class SystemClock final : public Clock
 
 Clock& systemClock()
 {
-    static SystemClock clock;
-    return clock;
+    // Never destroyed: a host may disconnect in an exit handler that runs after the destructors of
+    // our statics.
+    alignas(SystemClock) static std::byte memory[sizeof(SystemClock)];
+    static auto* const clock = new (memory) SystemClock;
+    return *clock;
 }
 
 } // namespace gige::control
