@@ -163,6 +163,7 @@ void TiffDocument::keepPages(std::uint32_t pages)
     for (std::uint32_t page = there; page > pages; --page) {
         require(TIFFUnlinkDirectory(mTiff, page) == 1);
     }
+    TIFFFreeDirectory(mTiff);                 // what was read of the first page
     require(TIFFCreateDirectory(mTiff) == 0); // the page to be written next
 }
 
