@@ -27,8 +27,7 @@ BlockReader::BlockReader(const CameraSession& camera, FrameBlock frames, std::si
     if (expStartFrameBlockTransfer(camera.id()) != 0 ||
         expGetFrameBlockSize(&mBlockFrames, camera.id()) != 0 || mBlockFrames == 0) {
         expStopFrameBlockTransfer(camera.id());
-        camera.requireLink();
-        throw Failure("cannot start reading the recording ('telvo log' shows why)");
+        camera.fail("cannot start reading the recording ('telvo log' shows why)");
     }
     mWatcher = std::jthread([this](const std::stop_token& stop) { watch(stop); });
     request();
@@ -70,9 +69,8 @@ void BlockReader::request()
     }
     if (expGetRecordedFrameBlock(nullptr, mRemaining.sequence, mRemaining.first, mRequested,
                                  mCamera.id()) != 0) {
-        mCamera.requireLink();
-        throw Failure("the camera refuses frames " + std::to_string(mRemaining.first) + " to " +
-                      std::to_string(mRemaining.first + mRequested - 1));
+        mCamera.fail("the camera refuses frames " + std::to_string(mRemaining.first) + " to " +
+                     std::to_string(mRemaining.first + mRequested - 1));
     }
     mRemaining.first += mRequested;
     mRemaining.count -= mRequested;
@@ -88,14 +86,13 @@ std::span<const std::uint8_t> BlockReader::await()
     if (mCancel.isSet()) {
         throw Failure("cancelled");
     }
-    mCamera.requireLink();
     if (isOverdue()) {
-        throw Failure("a block of frames does not come whole ('telvo log' shows why)");
+        mCamera.fail("a block of frames does not come whole ('telvo log' shows why)");
     }
     mDeadline = Clock::time_point::max();
     if (block == nullptr || frames != mRequested) {
-        throw Failure("the camera delivered " + std::to_string(frames) + " frames instead of " +
-                      std::to_string(mRequested));
+        mCamera.fail("the camera delivered " + std::to_string(frames) + " frames instead of " +
+                     std::to_string(mRequested));
     }
     return {block, mRequested * mFrameSize};
 }

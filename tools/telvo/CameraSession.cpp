@@ -1,18 +1,22 @@
 #include "CameraSession.h"
 
 #include "CameraLook.h"
+#include "CancelFlag.h"
 #include "ConnectionSettings.h"
 #include "ToolError.h"
 
 #include "TelvoDll.h"
 
+#include <algorithm>
 #include <array>
+#include <chrono>
 #include <cstring>
 #include <functional>
 #include <iostream>
 #include <map>
 #include <mutex>
 #include <set>
+#include <thread>
 
 namespace telvo
 {
@@ -103,6 +107,21 @@ Keeper& keeper()
 {
     static Keeper instance;
     return instance;
+}
+
+constexpr std::chrono::milliseconds kLinkPoll{20};
+
+/// Beyond timeout and interval: an unanswered heartbeat takes this long at most.
+constexpr std::chrono::seconds kLinkLossLimit{2};
+
+/// A camera that answers for so long is there. Less does not show it: right after the link is lost,
+/// and before it is told, the library says of a camera that it is not idle.
+constexpr std::chrono::milliseconds kSteady{300};
+
+bool answers(std::int32_t cameraId)
+{
+    std::uint8_t idle = 0;
+    return expIsStateIdle(&idle, cameraId) == 0;
 }
 
 bool isIdle(std::int32_t cameraId)
@@ -252,6 +271,24 @@ void CameraSession::requireLink() const
     if (mConnected->link->isLost()) {
         throw Failure("the connection to the camera was lost");
     }
+}
+
+void CameraSession::fail(const std::string& reason) const
+{
+    using Clock = std::chrono::steady_clock;
+    const TelvoConnectionSettings& settings = mConnected->settings;
+    const auto deadline = Clock::now() + kLinkLossLimit +
+                          std::chrono::milliseconds(settings.heartbeatTimeout) +
+                          std::chrono::milliseconds(settings.heartbeatInterval);
+    const CancelFlag cancel;
+    auto silence = Clock::now();
+    while (!mConnected->link->isLost() && Clock::now() < std::min(silence + kSteady, deadline)) {
+        cancel.check();
+        std::this_thread::sleep_for(kLinkPoll);
+        silence = answers(id()) ? silence : Clock::now();
+    }
+    requireLink();
+    throw Failure(reason);
 }
 
 CameraLook lookAt(const CameraAddress& address)

@@ -65,6 +65,11 @@ class CameraSession
     /// Throws Failure once the link to the camera is lost.
     void requireLink() const;
 
+    /// Throws Failure: the link is lost, if that is why something went wrong, else for this reason.
+    /// A camera that fell silent is waited for meanwhile: the link counts as lost only after some
+    /// heartbeats without an answer.
+    [[noreturn]] void fail(const std::string& reason) const;
+
     /// A camera that is kept connected, whatever its settings; null: it is not.
     static std::unique_ptr<CameraSession> kept(const CameraAddress& address);
 

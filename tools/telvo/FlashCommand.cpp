@@ -35,8 +35,7 @@ void runStart(const CameraOptions& options)
     camera.requireNoRecording();
     requireFlashCard(camera);
     if (expStartWriteToFlash(camera.id()) != 0 || !isCopying(camera)) {
-        camera.requireLink();
-        throw Failure("the camera does not start the copy; has it recorded anything?");
+        camera.fail("the camera does not start the copy; has it recorded anything?");
     }
     followFlashCopy(camera);
     std::cout << "the recording is on the flash card\n";

@@ -110,9 +110,8 @@ std::span<const std::uint8_t> readFrame(const CameraSession& camera, const Recor
     const std::uint8_t* const frame =
         expGetFramePointer(number, &header, &flags, &extra, camera.id());
     if (frame == nullptr) {
-        camera.requireLink();
-        throw Failure("the camera does not deliver frame " + std::to_string(number) +
-                      " ('telvo log' shows why)");
+        camera.fail("the camera does not deliver frame " + std::to_string(number) +
+                    " ('telvo log' shows why)");
     }
     return {frame, info.frameSize()};
 }

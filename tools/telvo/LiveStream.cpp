@@ -23,8 +23,7 @@ LiveStream::LiveStream(const CameraSession& camera) : mCamera(camera)
     expGetWidth(&mWidth, camera.id());
     expGetHeight(&mHeight, camera.id());
     if (expStartLiveMode(camera.id()) != 0) {
-        camera.requireLink();
-        throw Failure("cannot start live mode ('telvo log' shows why)");
+        camera.fail("cannot start live mode ('telvo log' shows why)");
     }
     mRunning = true;
     mLastFrame = std::chrono::steady_clock::now();
@@ -52,7 +51,7 @@ std::optional<GrayView> LiveStream::next()
 
     mCamera.requireLink();
     if (now > mLastFrame + kSilenceLimit) {
-        throw Failure("the camera sends no pictures");
+        mCamera.fail("the camera sends no pictures");
     }
     return std::nullopt;
 }

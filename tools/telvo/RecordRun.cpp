@@ -224,8 +224,7 @@ std::string shortfallOf(const RecordPlan& plan, const RecordOutcome& outcome)
 void start(const CameraSession& camera)
 {
     if (expStartRecordMode(camera.id()) != 0) {
-        camera.requireLink();
-        throw Failure("cannot start recording ('telvo log' shows why)");
+        camera.fail("cannot start recording ('telvo log' shows why)");
     }
 }
 

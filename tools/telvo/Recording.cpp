@@ -15,8 +15,7 @@ RecordingInfo readRecordingInfo(const CameraSession& camera)
     std::uint32_t mode = 0;
     if (expGetRecordInfoFramePointer(&info.width, &info.height, &mode, &info.sequences,
                                      camera.id()) == nullptr) {
-        camera.requireLink();
-        throw Failure("the camera does not describe its recording ('telvo log' shows why)");
+        camera.fail("the camera does not describe its recording ('telvo log' shows why)");
     }
     info.isRing = mode != 0;
     return info;
@@ -35,8 +34,7 @@ Recording selectSequence(const CameraSession& camera, const RecordingInfo& info,
     const auto getCount = info.sequences > 1 ? expGetCurrentNumberOfFramesInSequence
                                              : expGetNumberOfAllRecordedFrames;
     if (getCount(&recording.frames, camera.id()) != 0) {
-        camera.requireLink();
-        throw Failure("the camera does not tell how much it recorded");
+        camera.fail("the camera does not tell how much it recorded");
     }
     return recording;
 }

@@ -74,12 +74,11 @@ void runSerial(const Options& options)
     const std::string bytes(line.c_str(), line.size() + 1); // the library logs it as a text
     if (expWriteData(reinterpret_cast<const std::uint8_t*>(bytes.data()),
                      static_cast<std::uint32_t>(line.size()), camera.id()) != 0) {
-        camera.requireLink();
-        throw Failure("the camera does not take the line; has it a serial line?");
+        camera.fail("the camera does not take the line; has it a serial line?");
     }
     const std::string answer = readAnswer(camera);
     if (answer.empty()) {
-        throw Failure("the camera does not answer");
+        camera.fail("the camera does not answer");
     }
     std::cout << answer << '\n';
 }

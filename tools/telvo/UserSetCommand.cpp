@@ -37,8 +37,7 @@ void runSave(const CameraOptions& options)
     const CameraSession camera(chooseCamera(options));
     camera.requireNoRecording();
     if (expSaveUserSet(camera.id()) != 0) {
-        camera.requireLink();
-        throw Failure("the camera does not save its user set ('telvo log' shows why)");
+        camera.fail("the camera does not save its user set ('telvo log' shows why)");
     }
     std::cout << "the present settings are those after the next power-on\n";
 }

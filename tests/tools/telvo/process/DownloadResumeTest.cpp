@@ -2,8 +2,11 @@
 #include "RecordedCamera.h"
 
 #include <csignal>
+#include <fstream>
 #include <gmock/gmock.h>
+#include <limits>
 #include <numeric>
+#include <sys/stat.h>
 
 namespace
 {
@@ -13,6 +16,9 @@ using testing::HasSubstr;
 
 constexpr std::uint32_t kFrames = 3000; // three blocks
 constexpr std::uint64_t kLinkRate = 100'000'000;
+
+const std::vector<std::string> kQuickLoss{"--set", "heartbeat-timeout=1000", "--set",
+                                          "heartbeat-interval=200"};
 
 /// Bytes in a folder and below it.
 std::uint64_t sizeOf(const fs::path& folder)
@@ -50,6 +56,14 @@ class DownloadResume : public RecordedCamera
         EXPECT_TRUE(eventually([&] { return sizeOf(folder.path()) > 200'000; }));
         process.signal(signal);
         return process.wait();
+    }
+
+    /// So many frames, and no more since.
+    bool hasSent(std::uint64_t frames) const
+    {
+        const std::uint64_t bytes = camera->log().bytes;
+        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+        return bytes >= frames * frameSize() && bytes == camera->log().bytes;
     }
 
     /// Interrupts a download and continues it; the output is as that of one that was not.
@@ -116,9 +130,7 @@ TEST_F(DownloadResume, AVideoThatWasInterruptedPlaysAsFarAsItGoes)
 
 TEST_F(DownloadResume, GoesOnAfterALostLink)
 {
-    const std::vector<std::string> quick{"--set", "heartbeat-timeout=1000", "--set",
-                                         "heartbeat-interval=200"};
-    ToolProcess process(download("a", quick));
+    ToolProcess process(download("a", kQuickLoss));
     EXPECT_TRUE(eventually([&] { return sizeOf(folder.path()) > 200'000; }));
     camera->faults().setSilent(true);
     const ToolOutcome result = process.wait();
@@ -127,6 +139,19 @@ TEST_F(DownloadResume, GoesOnAfterALostLink)
     camera->faults().setSilent(false);
     downloads("a", {"--resume"});
     EXPECT_TRUE(contents(folder / "a") == recorded(0, kFrames));
+}
+
+TEST_F(DownloadResume, ALinkThatBreaksBetweenTwoBlocksIsNamed)
+{
+    const fs::path fifo = folder / "a.raw";
+    ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
+    ToolProcess process(download("a.raw", kQuickLoss));
+    std::ifstream reader(fifo, std::ios::binary);
+    ASSERT_TRUE(reader.is_open());
+    ASSERT_TRUE(eventually([&] { return hasSent(2000); }));
+    camera->faults().setSilent(true); // the tool has a block to write, and has got the next
+    reader.ignore(std::numeric_limits<std::streamsize>::max());
+    EXPECT_THAT(process.wait().errors, HasSubstr("the connection to the camera was lost"));
 }
 
 TEST_F(DownloadResume, DoesNotMixOneRecordingWithAnother)
