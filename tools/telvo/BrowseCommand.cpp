@@ -35,14 +35,13 @@ void runBrowse(const Options& options)
 
 } // namespace
 
-void addBrowseCommand(CLI::App& app)
+void addBrowseCommand(const Command& app)
 {
-    CLI::App* const command =
-        app.add_subcommand("browse", "Look at all of a camera's features and change them");
+    const Command command = app.add("browse", "Look at all of a camera's features and change them");
     const auto options = std::make_shared<Options>();
-    addCameraOptions(*command, options->camera);
-    command->add_flag("--stream", options->stream, "The stream's parameters in place of them");
-    command->callback([options] { runBrowse(*options); });
+    addCameraOptions(command, options->camera);
+    command.flag("--stream", options->stream, "The stream's parameters in place of them");
+    command.onRun([options] { runBrowse(*options); });
 }
 
 } // namespace telvo

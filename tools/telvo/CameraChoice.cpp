@@ -1,6 +1,5 @@
 #include "CameraChoice.h"
 
-#include "OptionRange.h"
 #include "ToolError.h"
 
 #include <algorithm>
@@ -18,37 +17,37 @@ CameraOptions usual; // what options are before the command line gives others
 
 } // namespace
 
-void addSearchOptions(CLI::App& command, SearchOptions& options)
+void addSearchOptions(const Command& command, SearchOptions& options)
 {
     options = usual.search;
     command
-        .add_option("--interface", options.interfaceName,
-                    "Network interface to look on [every one that is up]")
-        ->type_name("NAME|ADDRESS");
-    command.add_option("--timeout", options.timeout, "How long to wait for answers, 1 to 60000 ms")
-        ->type_name("MS")
-        ->check(inRange(1, kLongestTimeout))
-        ->capture_default_str();
+        .option("--interface", options.interfaceName,
+                "Network interface to look on [every one that is up]")
+        .type("NAME|ADDRESS");
+    command.option("--timeout", options.timeout, "How long to wait for answers, 1 to 60000 ms")
+        .type("MS")
+        .within(1U, kLongestTimeout)
+        .showDefault();
 }
 
-void addCameraOptions(CLI::App& command, CameraOptions& options)
+void addCameraOptions(const Command& command, CameraOptions& options)
 {
     options.camera = usual.camera;
-    command.add_option("--camera", options.camera, "The camera [the only one that answers]")
-        ->type_name("MAC|IP|NAME|SERIAL");
+    command.option("--camera", options.camera, "The camera [the only one that answers]")
+        .type("MAC|IP|NAME|SERIAL");
     addSearchOptions(command, options.search);
 }
 
-void addCamerasOptions(CLI::App& command, CamerasOptions& options)
+void addCamerasOptions(const Command& command, CamerasOptions& options)
 {
     if (!usual.camera.empty()) {
         options.cameras = {usual.camera};
     }
     command
-        .add_option("--camera", options.cameras,
-                    "The camera [the only one that answers]; once for each of several")
-        ->type_name("MAC|IP|NAME|SERIAL")
-        ->allow_extra_args(false);
+        .option("--camera", options.cameras,
+                "The camera [the only one that answers]; once for each of several")
+        .type("MAC|IP|NAME|SERIAL")
+        .repeated();
     addSearchOptions(command, options.search);
 }
 

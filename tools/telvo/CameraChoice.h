@@ -4,8 +4,8 @@
 #include "CameraAddress.h"
 #include "CameraSearch.h"
 #include "CameraSession.h"
+#include "Command.h"
 
-#include <CLI/CLI.hpp>
 #include <string>
 #include <vector>
 
@@ -19,10 +19,10 @@ struct CameraOptions {
 };
 
 /// Adds --interface and --timeout. The options outlive the command.
-void addSearchOptions(CLI::App& command, SearchOptions& options);
+void addSearchOptions(const Command& command, SearchOptions& options);
 
 /// Adds --camera and the search options. The options outlive the command.
-void addCameraOptions(CLI::App& command, CameraOptions& options);
+void addCameraOptions(const Command& command, CameraOptions& options);
 
 /// Which cameras a command is for that works with several.
 struct CamerasOptions {
@@ -45,7 +45,7 @@ class UsualCamera
 CameraAddress chooseCamera(const CameraOptions& options);
 
 /// Adds --camera, to be given once for each camera, and the search options.
-void addCamerasOptions(CLI::App& command, CamerasOptions& options);
+void addCamerasOptions(const Command& command, CamerasOptions& options);
 
 /// The same for several; each is there once.
 std::vector<CameraAddress> chooseCameras(const CamerasOptions& options);

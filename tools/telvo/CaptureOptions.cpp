@@ -21,22 +21,22 @@ std::array<std::string, 4> rectangleOf(const std::string& text)
     return parts;
 }
 
-void CaptureOptions::addTo(CLI::App& command, const std::vector<std::string_view>& settings)
+void CaptureOptions::addTo(const Command& command, const std::vector<std::string_view>& settings)
 {
     for (const std::string_view name : settings) {
         const Setting& setting = findSetting(name);
         const std::string option = name == "frame-rate" ? "--fps" : "--" + std::string(name);
         std::string help(setting.help);
         help.front() = static_cast<char>(std::toupper(static_cast<unsigned char>(help.front())));
-        command.add_option(option, mValues[&setting], help)->type_name("VALUE");
+        command.option(option, mValues[&setting], help).type("VALUE");
     }
     if (std::ranges::find(settings, "width") != settings.end()) {
-        command.add_option("--roi", mRoi, "Place and size of the picture on the sensor, pixels")
-            ->type_name("X,Y,W,H");
+        command.option("--roi", mRoi, "Place and size of the picture on the sensor, pixels")
+            .type("X,Y,W,H");
     }
-    command.add_option("--set", mSets, "Any other setting; 'telvo get --help' lists them")
-        ->type_name("NAME=VALUE")
-        ->take_all();
+    command.option("--set", mSets, "Any other setting; 'telvo get --help' lists them")
+        .type("NAME=VALUE")
+        .repeated();
 }
 
 std::vector<Assignment> CaptureOptions::assignments() const

@@ -1,9 +1,9 @@
 #ifndef TELVO_TOOLS_TELVO_CAPTUREOPTIONS_H
 #define TELVO_TOOLS_TELVO_CAPTUREOPTIONS_H
 
+#include "Command.h"
 #include "Setting.h"
 
-#include <CLI/CLI.hpp>
 #include <array>
 #include <map>
 #include <string>
@@ -23,7 +23,7 @@ class CaptureOptions
     /// Adds an option for each of these settings ("exposure" becomes --exposure; "frame-rate" is
     /// --fps), --roi for the four of the picture's place if width is among them, and --set for all
     /// the others. This object outlives the command.
-    void addTo(CLI::App& command, const std::vector<std::string_view>& settings);
+    void addTo(const Command& command, const std::vector<std::string_view>& settings);
 
     /// In the table's order, then those of --set as given. Throws UsageError.
     std::vector<Assignment> assignments() const;

@@ -1,5 +1,7 @@
 #include "CommandTree.h"
 
+#include <CLI/CLI.hpp>
+
 namespace telvo
 {
 
@@ -39,10 +41,10 @@ void add(const CLI::App& command, const std::string& name, std::vector<CommandHe
 
 } // namespace
 
-std::vector<CommandHelp> allCommands(const CLI::App& tool)
+std::vector<CommandHelp> allCommands(const Command& tool)
 {
     std::vector<CommandHelp> all;
-    add(tool, "", all);
+    add(tool.app(), "", all);
     return all;
 }
 

@@ -2,7 +2,8 @@
 #ifndef TELVO_TOOLS_TELVO_COMMANDTREE_H
 #define TELVO_TOOLS_TELVO_COMMANDTREE_H
 
-#include <CLI/CLI.hpp>
+#include "Command.h"
+
 #include <string>
 #include <vector>
 
@@ -24,7 +25,7 @@ struct CommandHelp {
 };
 
 /// The tool, then each of its commands, those within others too.
-std::vector<CommandHelp> allCommands(const CLI::App& tool);
+std::vector<CommandHelp> allCommands(const Command& tool);
 
 } // namespace telvo
 

@@ -3,33 +3,33 @@
 #ifndef TELVO_TOOLS_TELVO_COMMANDS_H
 #define TELVO_TOOLS_TELVO_COMMANDS_H
 
-#include <CLI/CLI.hpp>
+#include "Command.h"
 
 namespace telvo
 {
 
-void addDiscoverCommand(CLI::App& app);
-void addInfoCommand(CLI::App& app);
-void addStateCommand(CLI::App& app);
-void addGetCommand(CLI::App& app);
-void addSetCommand(CLI::App& app);
-void addSettingsCommand(CLI::App& app);
-void addUserSetCommand(CLI::App& app);
-void addNameCommand(CLI::App& app);
-void addForceIpCommand(CLI::App& app);
-void addBrowseCommand(CLI::App& app);
-void addLiveCommand(CLI::App& app);
-void addRecordCommand(CLI::App& app);
-void addStopCommand(CLI::App& app);
-void addReviewCommand(CLI::App& app);
-void addFlashCommand(CLI::App& app);
-void addDownloadCommand(CLI::App& app);
-void addSerialCommand(CLI::App& app);
-void addLogCommand(CLI::App& app);
-void addDoctorCommand(CLI::App& app);
-void addCompletionCommand(CLI::App& app);
-void addManCommand(CLI::App& app);
-void addShellCommand(CLI::App& app);
+void addDiscoverCommand(const Command& app);
+void addInfoCommand(const Command& app);
+void addStateCommand(const Command& app);
+void addGetCommand(const Command& app);
+void addSetCommand(const Command& app);
+void addSettingsCommand(const Command& app);
+void addUserSetCommand(const Command& app);
+void addNameCommand(const Command& app);
+void addForceIpCommand(const Command& app);
+void addBrowseCommand(const Command& app);
+void addLiveCommand(const Command& app);
+void addRecordCommand(const Command& app);
+void addStopCommand(const Command& app);
+void addReviewCommand(const Command& app);
+void addFlashCommand(const Command& app);
+void addDownloadCommand(const Command& app);
+void addSerialCommand(const Command& app);
+void addLogCommand(const Command& app);
+void addDoctorCommand(const Command& app);
+void addCompletionCommand(const Command& app);
+void addManCommand(const Command& app);
+void addShellCommand(const Command& app);
 
 } // namespace telvo
 

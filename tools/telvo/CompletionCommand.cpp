@@ -50,7 +50,7 @@ std::string caseOf(const CommandHelp& command, const std::vector<CommandHelp>& a
     return "    '" + command.name + "') words='" + words + "' ;;\n";
 }
 
-void printCompletion(const CLI::App& tool)
+void printCompletion(const Command& tool)
 {
     const std::vector<CommandHelp> all = allCommands(tool);
     std::cout << "# bash completion of telvo: source this, or install it as\n"
@@ -80,12 +80,12 @@ void printCompletion(const CLI::App& tool)
 
 } // namespace
 
-void addCompletionCommand(CLI::App& app)
+void addCompletionCommand(const Command& app)
 {
-    CLI::App* const command =
-        app.add_subcommand("completion", "Print what makes bash complete this tool's commands");
-    command->footer("source <(telvo completion)");
-    command->callback([&app] { printCompletion(app); });
+    const Command command =
+        app.add("completion", "Print what makes bash complete this tool's commands");
+    command.footer("source <(telvo completion)");
+    command.onRun([app] { printCompletion(app); });
 }
 
 } // namespace telvo

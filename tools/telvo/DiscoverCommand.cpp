@@ -41,12 +41,12 @@ void runDiscover(const SearchOptions& options)
 
 } // namespace
 
-void addDiscoverCommand(CLI::App& app)
+void addDiscoverCommand(const Command& app)
 {
-    CLI::App* const command = app.add_subcommand("discover", "List the cameras that answer");
+    const Command command = app.add("discover", "List the cameras that answer");
     const auto options = std::make_shared<SearchOptions>();
-    addSearchOptions(*command, *options);
-    command->callback([options] { runDiscover(*options); });
+    addSearchOptions(command, *options);
+    command.onRun([options] { runDiscover(*options); });
 }
 
 } // namespace telvo

@@ -106,16 +106,15 @@ void runDoctor(const Options& options)
 
 } // namespace
 
-void addDoctorCommand(CLI::App& app)
+void addDoctorCommand(const Command& app)
 {
-    CLI::App* const command =
-        app.add_subcommand("doctor", "Find out why pictures do not come, and what to do");
+    const Command command = app.add("doctor", "Find out why pictures do not come, and what to do");
     const auto options = std::make_shared<Options>();
-    addCameraOptions(*command, options->camera);
-    addJsonOption(*command, options->json);
-    command->footer("It takes live pictures for a moment where nobody has the camera and it is at "
-                    "rest, and\nleaves it as it was. Exit status 1: there is a problem.");
-    command->callback([options] { runDoctor(*options); });
+    addCameraOptions(command, options->camera);
+    addJsonOption(command, options->json);
+    command.footer("It takes live pictures for a moment where nobody has the camera and it is at "
+                   "rest, and\nleaves it as it was. Exit status 1: there is a problem.");
+    command.onRun([options] { runDoctor(*options); });
 }
 
 } // namespace telvo

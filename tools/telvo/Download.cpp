@@ -17,6 +17,7 @@
 #include <chrono>
 #include <iomanip>
 #include <iostream>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -42,6 +43,16 @@ void requireSense(const DownloadOptions& options)
     }
 }
 
+/// Of the first two colours of the first row.
+BayerPattern patternOf(const std::string& colours)
+{
+    static const std::map<std::string, BayerPattern> patterns{{"RG", BayerPattern::RG},
+                                                              {"GR", BayerPattern::GR},
+                                                              {"GB", BayerPattern::GB},
+                                                              {"BG", BayerPattern::BG}};
+    return patterns.at(colours);
+}
+
 bool hasColours(const CameraSession& camera)
 {
     std::uint8_t isColour = 0;
@@ -56,7 +67,7 @@ PictureStyle styleFor(const DownloadOptions& options, const CameraSession& camer
         throw Failure("this camera has no colours; leave out --colour");
     }
     return {.keepHeader = options.keepHeader,
-            .colour = options.colour ? std::optional(options.filter) : std::nullopt};
+            .colour = options.colour ? std::optional(patternOf(options.filter)) : std::nullopt};
 }
 
 SequenceFacts factsOf(const CameraSession& camera, const Recording& recording)
@@ -85,7 +96,7 @@ DownloadSeries describeSeries(const DownloadOptions& options, const CameraSessio
         facts.recording.info, {.fileFormat = options.format,
                                .style = style,
                                .isColourCamera = hasColours(camera),
-                               .filter = options.filter,
+                               .filter = patternOf(options.filter),
                                .hasHeader = (isRaw || options.keepHeader) && !style.colour});
     return {selection, {std::move(about), {}}, FrameCounter(selection.every)};
 }

@@ -23,7 +23,7 @@ struct DownloadOptions {
     std::filesystem::path sidecar; // empty: beside the output
     std::uint32_t fps = 25;        // of a video when it is played
     bool colour = false;
-    BayerPattern filter = BayerPattern::RG;
+    std::string filter = "RG";
     bool keepHeader = false;
     bool force = false;
     bool resume = false;

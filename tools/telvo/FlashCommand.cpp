@@ -56,22 +56,21 @@ void runStop(const CameraOptions& options)
 
 } // namespace
 
-void addFlashCommand(CLI::App& app)
+void addFlashCommand(const Command& app)
 {
-    CLI::App* const command =
-        app.add_subcommand("flash", "Copy the recording to the camera's flash card");
-    command->require_subcommand(1);
+    const Command command = app.add("flash", "Copy the recording to the camera's flash card");
+    command.needsCommand();
     const auto options = std::make_shared<CameraOptions>();
 
-    CLI::App* const start = command->add_subcommand("start", "Copy, and wait for the end");
-    addCameraOptions(*start, *options);
-    start->footer("Ctrl-C leaves the camera to copy by itself; 'telvo state' then shows when it "
-                  "is done.");
-    start->callback([options] { runStart(*options); });
+    const Command start = command.add("start", "Copy, and wait for the end");
+    addCameraOptions(start, *options);
+    start.footer("Ctrl-C leaves the camera to copy by itself; 'telvo state' then shows when it "
+                 "is done.");
+    start.onRun([options] { runStart(*options); });
 
-    CLI::App* const stop = command->add_subcommand("stop", "End a copy");
-    addCameraOptions(*stop, *options);
-    stop->callback([options] { runStop(*options); });
+    const Command stop = command.add("stop", "End a copy");
+    addCameraOptions(stop, *options);
+    stop.onRun([options] { runStop(*options); });
 }
 
 } // namespace telvo

@@ -63,24 +63,17 @@ void runForceIp(const Options& options)
 
 } // namespace
 
-void addForceIpCommand(CLI::App& app)
+void addForceIpCommand(const Command& app)
 {
-    CLI::App* const command =
-        app.add_subcommand("force-ip", "Give a camera an IP address until its power-off");
+    const Command command = app.add("force-ip", "Give a camera an IP address until its power-off");
     const auto options = std::make_shared<Options>();
-    addCameraOptions(*command, options->camera);
-    command->add_option("address", options->address, "The new address")
-        ->required()
-        ->type_name("IP");
-    command->add_option("--mask", options->mask, "Subnet mask")
-        ->type_name("IP")
-        ->capture_default_str();
-    command->add_option("--gateway", options->gateway, "Gateway")
-        ->type_name("IP")
-        ->capture_default_str();
-    command->footer("Works with a camera in another subnet, too, which other commands cannot "
-                    "reach.");
-    command->callback([options] { runForceIp(*options); });
+    addCameraOptions(command, options->camera);
+    command.option("address", options->address, "The new address").required().type("IP");
+    command.option("--mask", options->mask, "Subnet mask").type("IP").showDefault();
+    command.option("--gateway", options->gateway, "Gateway").type("IP").showDefault();
+    command.footer("Works with a camera in another subnet, too, which other commands cannot "
+                   "reach.");
+    command.onRun([options] { runForceIp(*options); });
 }
 
 } // namespace telvo

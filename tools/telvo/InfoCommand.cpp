@@ -128,15 +128,14 @@ void runInfo(const Options& options)
 
 } // namespace
 
-void addInfoCommand(CLI::App& app)
+void addInfoCommand(const Command& app)
 {
-    CLI::App* const command =
-        app.add_subcommand("info", "Print what a camera is and how it is set");
+    const Command command = app.add("info", "Print what a camera is and how it is set");
     const auto options = std::make_shared<Options>();
-    addCameraOptions(*command, options->camera);
-    addJsonOption(*command, options->json);
-    command->footer("It changes nothing in the camera.");
-    command->callback([options] { runInfo(*options); });
+    addCameraOptions(command, options->camera);
+    addJsonOption(command, options->json);
+    command.footer("It changes nothing in the camera.");
+    command.onRun([options] { runInfo(*options); });
 }
 
 } // namespace telvo

@@ -5,9 +5,9 @@
 namespace telvo
 {
 
-void addJsonOption(CLI::App& command, bool& json)
+void addJsonOption(const Command& command, bool& json)
 {
-    command.add_flag("--json", json, "Print the result as JSON");
+    command.flag("--json", json, "Print the result as JSON");
 }
 
 void printJson(const Json& json)

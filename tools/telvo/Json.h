@@ -2,9 +2,9 @@
 #ifndef TELVO_TOOLS_TELVO_JSON_H
 #define TELVO_TOOLS_TELVO_JSON_H
 
+#include "Command.h"
 #include "Setting.h"
 
-#include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
 #include <string>
 
@@ -14,7 +14,7 @@ namespace telvo
 using Json = nlohmann::ordered_json;
 
 /// Adds --json, which asks for the result as JSON in place of text. The flag outlives the command.
-void addJsonOption(CLI::App& command, bool& json);
+void addJsonOption(const Command& command, bool& json);
 
 /// Prints it, indented. What is no UTF-8 in a text is replaced.
 void printJson(const Json& json);

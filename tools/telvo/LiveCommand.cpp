@@ -7,7 +7,6 @@
 #include "Json.h"
 #include "LiveStream.h"
 #include "LiveView.h"
-#include "OptionRange.h"
 #include "PngFile.h"
 #include "PngFolderSink.h"
 #include "ProgressBar.h"
@@ -197,30 +196,29 @@ void runLive(const Options& options)
 
 } // namespace
 
-void addLiveCommand(CLI::App& app)
+void addLiveCommand(const Command& app)
 {
-    CLI::App* const command =
-        app.add_subcommand("live", "Show live pictures, or write them as PNG files");
+    const Command command = app.add("live", "Show live pictures, or write them as PNG files");
     const auto options = std::make_shared<Options>();
-    addCameraOptions(*command, options->camera);
-    command->add_option("--frames", options->frames, "Pictures to take, 1 to 1000000")
-        ->type_name("N")
-        ->check(inRange(1, kMostPictures));
-    command->add_option("--out", options->folder, "Folder for frame-000000.png and so on")
-        ->type_name("FOLDER");
+    addCameraOptions(command, options->camera);
+    command.option("--frames", options->frames, "Pictures to take, 1 to 1000000")
+        .type("N")
+        .within(1U, kMostPictures);
+    command.option("--out", options->folder, "Folder for frame-000000.png and so on")
+        .type("FOLDER");
     command
-        ->add_option("--contact-sheet", options->contactSheet,
-                     "Write one PNG with small pictures of the whole series")
-        ->type_name("FILE");
-    command->add_flag("--view", options->view,
-                      "Show the picture in the terminal, with keys for exposure and gain");
-    addJsonOption(*command, options->json);
+        .option("--contact-sheet", options->contactSheet,
+                "Write one PNG with small pictures of the whole series")
+        .type("FILE");
+    command.flag("--view", options->view,
+                 "Show the picture in the terminal, with keys for exposure and gain");
+    addJsonOption(command, options->json);
     options->capture.addTo(
-        *command, {"width", "height", "frame-rate", "exposure", "gain", "packet-size", "resends"});
-    command->footer("At the end it prints the frame rate measured and the frames lost, counted by "
-                    "the gaps in\nthe camera's own frame numbers. Ctrl-C ends it with what was "
-                    "taken so far.\nExit status 1: frames were lost, or fewer taken than asked.");
-    command->callback([options] { runLive(*options); });
+        command, {"width", "height", "frame-rate", "exposure", "gain", "packet-size", "resends"});
+    command.footer("At the end it prints the frame rate measured and the frames lost, counted by "
+                   "the gaps in\nthe camera's own frame numbers. Ctrl-C ends it with what was "
+                   "taken so far.\nExit status 1: frames were lost, or fewer taken than asked.");
+    command.onRun([options] { runLive(*options); });
 }
 
 } // namespace telvo

@@ -51,14 +51,14 @@ void runLog(bool raw)
 
 } // namespace
 
-void addLogCommand(CLI::App& app)
+void addLogCommand(const Command& app)
 {
-    CLI::App* const command = app.add_subcommand(
-        "log", "Show the debug lines of every process on this machine as they come");
+    const Command command =
+        app.add("log", "Show the debug lines of every process on this machine as they come");
     const auto raw = std::make_shared<bool>(false);
-    command->add_flag("--raw", *raw, "Leave the bytes as sent: Windows-1252, no process number");
-    command->footer("Each line comes with the number of the process that wrote it. Ctrl-C ends.");
-    command->callback([raw] { runLog(*raw); });
+    command.flag("--raw", *raw, "Leave the bytes as sent: Windows-1252, no process number");
+    command.footer("Each line comes with the number of the process that wrote it. Ctrl-C ends.");
+    command.onRun([raw] { runLog(*raw); });
 }
 
 } // namespace telvo

@@ -96,7 +96,7 @@ void printPage(const CommandHelp& command, const std::vector<CommandHelp>& all)
     }
 }
 
-void printMan(const CLI::App& tool, const std::vector<std::string>& words)
+void printMan(const Command& tool, const std::vector<std::string>& words)
 {
     std::string name;
     for (const std::string& word : words) {
@@ -112,14 +112,13 @@ void printMan(const CLI::App& tool, const std::vector<std::string>& words)
 
 } // namespace
 
-void addManCommand(CLI::App& app)
+void addManCommand(const Command& app)
 {
-    CLI::App* const command =
-        app.add_subcommand("man", "Print the manual page of the tool or of a command");
+    const Command command = app.add("man", "Print the manual page of the tool or of a command");
     const auto words = std::make_shared<std::vector<std::string>>();
-    command->add_option("command", *words, "The command; none: the tool itself");
-    command->footer("telvo man record | man -l -");
-    command->callback([&app, words] { printMan(app, *words); });
+    command.option("command", *words, "The command; none: the tool itself");
+    command.footer("telvo man record | man -l -");
+    command.onRun([app, words] { printMan(app, *words); });
 }
 
 } // namespace telvo

@@ -37,13 +37,13 @@ void runName(const Options& options)
 
 } // namespace
 
-void addNameCommand(CLI::App& app)
+void addNameCommand(const Command& app)
 {
-    CLI::App* const command = app.add_subcommand("name", "Give a camera a name");
+    const Command command = app.add("name", "Give a camera a name");
     const auto options = std::make_shared<Options>();
-    addCameraOptions(*command, options->camera);
-    command->add_option("name", options->name, "The new name, 15 characters at most")->required();
-    command->callback([options] { runName(*options); });
+    addCameraOptions(command, options->camera);
+    command.option("name", options->name, "The new name, 15 characters at most").required();
+    command.onRun([options] { runName(*options); });
 }
 
 } // namespace telvo

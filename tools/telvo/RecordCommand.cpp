@@ -134,19 +134,19 @@ void runRecord(const Options& options)
 
 } // namespace
 
-void addRecordCommand(CLI::App& app)
+void addRecordCommand(const Command& app)
 {
-    CLI::App* const command = app.add_subcommand("record", "Record into a camera's memory");
+    const Command command = app.add("record", "Record into a camera's memory");
     const auto options = std::make_shared<Options>();
-    addCamerasOptions(*command, options->cameras);
-    options->record.addTo(*command);
-    addJsonOption(*command, options->json);
-    command->footer(
+    addCamerasOptions(command, options->cameras);
+    options->record.addTo(command);
+    addJsonOption(command, options->json);
+    command.footer(
         "Without a trigger it ends after --frames or --seconds, when the memory is full, or with\n"
         "Ctrl-C; a few more frames than asked for may be recorded. With one it waits for the "
         "trigger\nand ends as the camera ends it; --frames is then the least that is wanted.\n"
         "Exit status 1: less than asked. 'telvo download' reads the recording.");
-    command->callback([options] { runRecord(*options); });
+    command.onRun([options] { runRecord(*options); });
 }
 
 } // namespace telvo

@@ -1,6 +1,5 @@
 #include "RecordPlan.h"
 
-#include "OptionRange.h"
 #include "ToolError.h"
 
 #include "TelvoDll.h"
@@ -161,47 +160,41 @@ void requireRoom(const CameraSession& camera, const RecordPlan& plan)
     }
 }
 
-void addTriggerOptions(CLI::App& command, RecordOptions& options)
+void addTriggerOptions(const Command& command, RecordOptions& options)
 {
-    command.add_option("--pre", options.pre, "Frames to keep from before the trigger")
-        ->type_name("N|N%");
-    command.add_option("--post", options.post, "Frames to record after the trigger")
-        ->type_name("N|N%");
+    command.option("--pre", options.pre, "Frames to keep from before the trigger").type("N|N%");
+    command.option("--post", options.post, "Frames to record after the trigger").type("N|N%");
     command
-        .add_option("--trigger", options.trigger,
-                    "What the recording waits for: none, external (the camera's input), window "
-                    "(what the pictures show), key (any key) [as the camera is set]")
-        ->type_name("KIND")
-        ->check(CLI::IsMember({"none", "external", "window", "key"}).description(""));
-    command.add_option("--window", options.window, "Window of the picture that is watched")
-        ->type_name("X,Y,W,H");
-    command.add_option("--threshold", options.threshold, "Grey value at which the window triggers")
-        ->type_name("VALUE");
+        .option("--trigger", options.trigger,
+                "What the recording waits for: none, external (the camera's input), window "
+                "(what the pictures show), key (any key) [as the camera is set]")
+        .type("KIND")
+        .oneOf({"none", "external", "window", "key"});
+    command.option("--window", options.window, "Window of the picture that is watched")
+        .type("X,Y,W,H");
+    command.option("--threshold", options.threshold, "Grey value at which the window triggers")
+        .type("VALUE");
     command
-        .add_option("--condition", options.condition,
-                    "When the window triggers, by the camera's number")
-        ->type_name("NUMBER");
+        .option("--condition", options.condition,
+                "When the window triggers, by the camera's number")
+        .type("NUMBER");
 }
 
 } // namespace
 
-void RecordOptions::addTo(CLI::App& command)
+void RecordOptions::addTo(const Command& command)
 {
-    command.add_option("--frames", frames, "End after so many frames")
-        ->type_name("N")
-        ->check(inRange(1, kMost));
-    command.add_option("--seconds", seconds, "End after this time")
-        ->type_name("S")
-        ->check(CLI::Range(0.0, kLongestTime).description(""));
+    command.option("--frames", frames, "End after so many frames").type("N").within(1U, kMost);
+    command.option("--seconds", seconds, "End after this time").type("S").within(0.0, kLongestTime);
     command
-        .add_option("--mode", mode,
-                    "single: until the memory is full; ring: over and over until the trigger [as "
-                    "the camera is set]")
-        ->type_name("single|ring")
-        ->check(CLI::IsMember({"single", "ring"}).description(""));
-    command.add_option("--sequences", sequences, "Sequences of a ring, a trigger each")
-        ->type_name("N")
-        ->check(CLI::IsMember({1, 2, 4, 8, 16}).description(""));
+        .option("--mode", mode,
+                "single: until the memory is full; ring: over and over until the trigger [as "
+                "the camera is set]")
+        .type("single|ring")
+        .oneOf({"single", "ring"});
+    command.option("--sequences", sequences, "Sequences of a ring, a trigger each")
+        .type("N")
+        .oneOf({"1", "2", "4", "8", "16"});
     addTriggerOptions(command, *this);
     capture.addTo(command, {"width", "height", "frame-rate", "exposure", "gain"});
 }

@@ -28,7 +28,7 @@ struct RecordOptions {
     std::string threshold; // grey value
     std::string condition; // the camera's number
 
-    void addTo(CLI::App& command);
+    void addTo(const Command& command);
     /// Throws UsageError for what makes no sense together.
     void check() const;
 };

@@ -4,7 +4,6 @@
 #include "ContactSheet.h"
 #include "ForcedOutput.h"
 #include "FrameSource.h"
-#include "OptionRange.h"
 #include "PictureStyle.h"
 #include "PngFile.h"
 #include "RecordedSize.h"
@@ -122,28 +121,27 @@ void runReview(const Options& options)
 
 } // namespace
 
-void addReviewCommand(CLI::App& app)
+void addReviewCommand(const Command& app)
 {
-    CLI::App* const command =
-        app.add_subcommand("review", "Look at a recording before it is downloaded");
+    const Command command = app.add("review", "Look at a recording before it is downloaded");
     const auto options = std::make_shared<Options>();
-    addCameraOptions(*command, options->camera);
+    addCameraOptions(command, options->camera);
     command
-        ->add_option("--contact-sheet", options->contactSheet,
-                     "Write one PNG with small pictures of frames spread over the sequence")
-        ->type_name("FILE");
-    command->add_option("--sequence", options->sequence, "Sequence on the sheet, from 0")
-        ->type_name("N")
-        ->capture_default_str();
-    command->add_option("--frames", options->frames, "Frames on the sheet, 1 to 60")
-        ->type_name("N")
-        ->check(inRange(1, ContactSheet::kMaxCells))
-        ->capture_default_str();
-    command->add_flag("--force", options->force, "Replace a file that is there already");
-    addJsonOption(*command, options->json);
-    command->footer("It prints each sequence's frames, size and time span. Only its first and last "
-                    "frame are\nread for that, and those on the sheet.");
-    command->callback([options] { runReview(*options); });
+        .option("--contact-sheet", options->contactSheet,
+                "Write one PNG with small pictures of frames spread over the sequence")
+        .type("FILE");
+    command.option("--sequence", options->sequence, "Sequence on the sheet, from 0")
+        .type("N")
+        .showDefault();
+    command.option("--frames", options->frames, "Frames on the sheet, 1 to 60")
+        .type("N")
+        .within(1U, std::uint32_t{ContactSheet::kMaxCells})
+        .showDefault();
+    command.flag("--force", options->force, "Replace a file that is there already");
+    addJsonOption(command, options->json);
+    command.footer("It prints each sequence's frames, size and time span. Only its first and last "
+                   "frame are\nread for that, and those on the sheet.");
+    command.onRun([options] { runReview(*options); });
 }
 
 } // namespace telvo

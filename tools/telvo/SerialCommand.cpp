@@ -85,19 +85,18 @@ void runSerial(const Options& options)
 
 } // namespace
 
-void addSerialCommand(CLI::App& app)
+void addSerialCommand(const Command& app)
 {
-    CLI::App* const command =
-        app.add_subcommand("serial", "Send a line over a camera's serial line, print the answer");
+    const Command command =
+        app.add("serial", "Send a line over a camera's serial line, print the answer");
     const auto options = std::make_shared<Options>();
-    addCameraOptions(*command, options->camera);
-    command->add_option("line", options->line, "The line, in the camera's own language")
-        ->required();
-    command->add_option("--end", options->end, "What ends the line")
-        ->type_name("cr|lf|crlf|none")
-        ->check(CLI::IsMember({"cr", "lf", "crlf", "none"}).description(""))
-        ->capture_default_str();
-    command->callback([options] { runSerial(*options); });
+    addCameraOptions(command, options->camera);
+    command.option("line", options->line, "The line, in the camera's own language").required();
+    command.option("--end", options->end, "What ends the line")
+        .type("cr|lf|crlf|none")
+        .oneOf({"cr", "lf", "crlf", "none"})
+        .showDefault();
+    command.onRun([options] { runSerial(*options); });
 }
 
 } // namespace telvo

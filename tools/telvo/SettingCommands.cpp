@@ -124,34 +124,33 @@ void runSet(const Options& options)
 
 } // namespace
 
-void addGetCommand(CLI::App& app)
+void addGetCommand(const Command& app)
 {
-    CLI::App* const command = app.add_subcommand("get", "Print a camera's settings");
+    const Command command = app.add("get", "Print a camera's settings");
     const auto options = std::make_shared<Options>();
-    addCameraOptions(*command, options->camera);
-    command->add_option("names", options->arguments, "Settings to print; none: all, with limits");
-    addJsonOption(*command, options->json);
-    command->footer("It changes nothing in the camera.\n\nSettings:\n" + describeSettings());
-    command->callback([options] { runGet(*options); });
+    addCameraOptions(command, options->camera);
+    command.option("names", options->arguments, "Settings to print; none: all, with limits");
+    addJsonOption(command, options->json);
+    command.footer("It changes nothing in the camera.\n\nSettings:\n" + describeSettings());
+    command.onRun([options] { runGet(*options); });
 }
 
-void addSetCommand(CLI::App& app)
+void addSetCommand(const Command& app)
 {
-    CLI::App* const command =
-        app.add_subcommand("set", "Change a camera's settings and print what it took");
+    const Command command = app.add("set", "Change a camera's settings and print what it took");
     const auto options = std::make_shared<Options>();
-    addCameraOptions(*command, options->camera);
+    addCameraOptions(command, options->camera);
     command
-        ->add_option("settings", options->arguments,
-                     "NAME=VALUE, written in an order in which the camera takes them")
-        ->required();
-    command->add_flag("--strict", options->strict,
-                      "Fail where the camera takes another value than asked");
-    addJsonOption(*command, options->json);
-    command->footer("Settings:\n" + describeSettings() +
-                    "\nThe settings from data-rate on belong to a connection and are lost when it "
-                    "ends;\ngive them to live, record or download with --set.");
-    command->callback([options] { runSet(*options); });
+        .option("settings", options->arguments,
+                "NAME=VALUE, written in an order in which the camera takes them")
+        .required();
+    command.flag("--strict", options->strict,
+                 "Fail where the camera takes another value than asked");
+    addJsonOption(command, options->json);
+    command.footer("Settings:\n" + describeSettings() +
+                   "\nThe settings from data-rate on belong to a connection and are lost when it "
+                   "ends;\ngive them to live, record or download with --set.");
+    command.onRun([options] { runSet(*options); });
 }
 
 } // namespace telvo

@@ -57,32 +57,32 @@ void runLoad(const Options& options)
     std::cout << asAsked << " of " << outcomes.size() << " settings are as in the file\n";
 }
 
-void addFile(CLI::App& command, Options& options)
+void addFile(const Command& command, Options& options)
 {
     addCameraOptions(command, options.camera);
-    command.add_option("file", options.file, "The file, JSON")->required()->type_name("FILE");
+    command.option("file", options.file, "The file, JSON").required().type("FILE");
 }
 
 } // namespace
 
-void addSettingsCommand(CLI::App& app)
+void addSettingsCommand(const Command& app)
 {
-    CLI::App* const command =
-        app.add_subcommand("settings", "Keep a camera's settings in a file, or take them from one");
-    command->require_subcommand(1);
+    const Command command =
+        app.add("settings", "Keep a camera's settings in a file, or take them from one");
+    command.needsCommand();
     const auto options = std::make_shared<Options>();
 
-    CLI::App* const save = command->add_subcommand("save", "Write all settings to a file");
-    addFile(*save, *options);
-    save->add_flag("--force", options->force, "Replace the file if it is there");
-    save->callback([options] { runSave(*options); });
+    const Command save = command.add("save", "Write all settings to a file");
+    addFile(save, *options);
+    save.flag("--force", options->force, "Replace the file if it is there");
+    save.onRun([options] { runSave(*options); });
 
-    CLI::App* const load = command->add_subcommand("load", "Set the camera as the file says");
-    addFile(*load, *options);
-    load->add_flag("--strict", options->strict,
-                   "Fail where the camera takes another value than the file's");
-    load->footer("What the file has wrong is told before anything is changed.");
-    load->callback([options] { runLoad(*options); });
+    const Command load = command.add("load", "Set the camera as the file says");
+    addFile(load, *options);
+    load.flag("--strict", options->strict,
+              "Fail where the camera takes another value than the file's");
+    load.footer("What the file has wrong is told before anything is changed.");
+    load.onRun([options] { runLoad(*options); });
 }
 
 } // namespace telvo

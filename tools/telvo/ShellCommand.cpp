@@ -53,18 +53,18 @@ void runShell(const CameraOptions& options)
 
 } // namespace
 
-void addShellCommand(CLI::App& app)
+void addShellCommand(const Command& app)
 {
-    CLI::App* const command =
-        app.add_subcommand("shell", "Read commands line by line, with the cameras kept connected");
+    const Command command =
+        app.add("shell", "Read commands line by line, with the cameras kept connected");
     const auto options = std::make_shared<CameraOptions>();
-    addCameraOptions(*command, *options);
-    command->footer(
+    addCameraOptions(command, *options);
+    command.footer(
         "The options are those of each command that does not give its own. A camera is connected "
         "once,\nwhich takes more than a second, and stays so until the shell ends: with exit, the "
         "end of its\ninput or Ctrl-C. Lines that begin with # are left out. Commands that come "
         "from a file or a\npipe end at the first that fails, with its exit status.");
-    command->callback([options] { runShell(*options); });
+    command.onRun([options] { runShell(*options); });
 }
 
 } // namespace telvo

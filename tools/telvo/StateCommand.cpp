@@ -37,15 +37,14 @@ void runState(const Options& options)
 
 } // namespace
 
-void addStateCommand(CLI::App& app)
+void addStateCommand(const Command& app)
 {
-    CLI::App* const command =
-        app.add_subcommand("state", "Print what a camera is doing and who controls it");
+    const Command command = app.add("state", "Print what a camera is doing and who controls it");
     const auto options = std::make_shared<Options>();
-    addCamerasOptions(*command, options->cameras);
-    addJsonOption(*command, options->json);
-    command->footer("It changes nothing in the camera, and disturbs nobody who works with it.");
-    command->callback([options] { runState(*options); });
+    addCamerasOptions(command, options->cameras);
+    addJsonOption(command, options->json);
+    command.footer("It changes nothing in the camera, and disturbs nobody who works with it.");
+    command.onRun([options] { runState(*options); });
 }
 
 } // namespace telvo

@@ -36,13 +36,13 @@ void runStop(const CamerasOptions& options)
 
 } // namespace
 
-void addStopCommand(CLI::App& app)
+void addStopCommand(const Command& app)
 {
-    CLI::App* const command = app.add_subcommand("stop", "End what a camera is doing");
+    const Command command = app.add("stop", "End what a camera is doing");
     const auto options = std::make_shared<CamerasOptions>();
-    addCamerasOptions(*command, *options);
-    command->footer("Ends a recording that another program has left running, and record standby.");
-    command->callback([options] { runStop(*options); });
+    addCamerasOptions(command, *options);
+    command.footer("Ends a recording that another program has left running, and record standby.");
+    command.onRun([options] { runStop(*options); });
 }
 
 } // namespace telvo

@@ -5,6 +5,7 @@
 #include "Terminal.h"
 #include "ToolError.h"
 
+#include <CLI/CLI.hpp>
 #include <exception>
 #include <iostream>
 #include <string>
@@ -32,7 +33,7 @@ void addCommands(CLI::App& app)
                            addForceIpCommand, addBrowseCommand, addLiveCommand, addRecordCommand,
                            addStopCommand, addFlashCommand, addReviewCommand, addDownloadCommand,
                            addSerialCommand, addDoctorCommand, addLogCommand}) {
-        add(app);
+        add(Command(app));
     }
 }
 
@@ -77,9 +78,9 @@ int runTool(int argc, const char* const* argv)
     CLI::App app("Controls GigE Vision high-speed cameras.", "telvo");
     return runCommand(app, [&] {
         addCommands(app);
-        addShellCommand(app);
-        addCompletionCommand(app);
-        addManCommand(app);
+        addShellCommand(Command(app));
+        addCompletionCommand(Command(app));
+        addManCommand(Command(app));
         app.parse(argc, argv);
     });
 }

@@ -44,22 +44,20 @@ void runSave(const CameraOptions& options)
 
 } // namespace
 
-void addUserSetCommand(CLI::App& app)
+void addUserSetCommand(const Command& app)
 {
-    CLI::App* const command =
-        app.add_subcommand("userset", "The settings that a camera has after power-on");
-    command->require_subcommand(1);
+    const Command command = app.add("userset", "The settings that a camera has after power-on");
+    command.needsCommand();
     const auto options = std::make_shared<Options>();
 
-    CLI::App* const show = command->add_subcommand("show", "Print which user set is in use");
-    addCameraOptions(*show, options->camera);
-    addJsonOption(*show, options->json);
-    show->callback([options] { runShow(*options); });
+    const Command show = command.add("show", "Print which user set is in use");
+    addCameraOptions(show, options->camera);
+    addJsonOption(show, options->json);
+    show.onRun([options] { runShow(*options); });
 
-    CLI::App* const save =
-        command->add_subcommand("save", "Keep the present settings over power-off");
-    addCameraOptions(*save, options->camera);
-    save->callback([options] { runSave(options->camera); });
+    const Command save = command.add("save", "Keep the present settings over power-off");
+    addCameraOptions(save, options->camera);
+    save.onRun([options] { runSave(options->camera); });
 }
 
 } // namespace telvo

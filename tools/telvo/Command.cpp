@@ -1,0 +1,100 @@
+#include "Command.h"
+
+#include <CLI/CLI.hpp>
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <utility>
+
+namespace telvo
+{
+
+Option& Option::type(const char* name)
+{
+    mOption->type_name(name);
+    return *this;
+}
+
+Option& Option::showDefault()
+{
+    mOption->capture_default_str();
+    return *this;
+}
+
+Option& Option::required()
+{
+    mOption->required();
+    return *this;
+}
+
+template <typename Number>
+Option& Option::within(Number minimum, Number maximum)
+{
+    mOption->check(CLI::Range(minimum, maximum).description(""));
+    return *this;
+}
+
+template Option& Option::within(std::uint32_t, std::uint32_t);
+template Option& Option::within(double, double);
+
+Option& Option::oneOf(const std::vector<std::string>& values)
+{
+    mOption->check(CLI::IsMember(values).description(""));
+    return *this;
+}
+
+Option& Option::repeated()
+{
+    mOption->take_all()->allow_extra_args(false);
+    return *this;
+}
+
+Option& Option::excludes(const Option& other)
+{
+    mOption->excludes(other.mOption);
+    return *this;
+}
+
+Command Command::add(const char* name, const char* text) const
+{
+    return Command(*mApp->add_subcommand(name, text));
+}
+
+void Command::needsCommand() const
+{
+    mApp->require_subcommand(1);
+}
+
+template <typename Value>
+Option Command::option(const std::string& name, Value& value, const std::string& text) const
+{
+    return Option(*mApp->add_option(name, value, text));
+}
+
+template Option Command::option(const std::string&, std::string&, const std::string&) const;
+template Option Command::option(const std::string&, std::filesystem::path&,
+                                const std::string&) const;
+template Option Command::option(const std::string&, std::vector<std::string>&,
+                                const std::string&) const;
+template Option Command::option(const std::string&, std::uint32_t&, const std::string&) const;
+template Option Command::option(const std::string&, std::optional<std::uint32_t>&,
+                                const std::string&) const;
+template Option Command::option(const std::string&, std::optional<double>&,
+                                const std::string&) const;
+
+Option Command::flag(const char* name, bool& value, const char* text) const
+{
+    return Option(*mApp->add_flag(name, value, text));
+}
+
+void Command::footer(const std::string& text) const
+{
+    mApp->footer(text);
+}
+
+void Command::onRun(std::function<void()> run) const
+{
+    mApp->callback(std::move(run));
+}
+
+} // namespace telvo
