@@ -1,0 +1,240 @@
+// One camera: its picture, its state, and the controls that belong to it.
+
+import { Download } from "./download.js";
+import { fromTemplate, setText } from "./dom.js";
+import { Features } from "./features.js";
+import { Focus } from "./focus.js";
+import { Histogram } from "./histogram.js";
+import { Live } from "./live.js";
+import { Picture } from "./picture.js";
+import { Record } from "./record.js";
+import { RegionTool, ROI, TRIGGER_WINDOW } from "./regiontool.js";
+import { Review } from "./review.js";
+import { Settings } from "./settings.js";
+import { StateLine } from "./stateline.js";
+import { makeTabs } from "./tabs.js";
+import { clockText, numberText } from "./words.js";
+
+const KEYS_OF_OTHERS = "input, select, textarea, button, summary, a, [role=tab]";
+
+export class Card {
+    root;
+    controls;
+    camera;
+    socket;
+    state;
+    notices;
+    #parts;
+    #picture;
+    #live;
+    #review;
+    #settings;
+    #record;
+    #download;
+    #stateLine;
+    #histogram;
+    #focus;
+    #lostSince = null;
+
+    /** app has socket, state and notices. */
+    constructor(app, row) {
+        Object.assign(this, { camera: row.camera, socket: app.socket, state: app.state, notices: app.notices });
+        const card = fromTemplate("card");
+        const controls = fromTemplate("controls");
+        this.root = card.root;
+        this.controls = controls.root;
+        this.#parts = { ...controls, ...card };
+        this.root.dataset.camera = this.controls.dataset.camera = row.camera;
+        this.#makeParts();
+        this.#listen();
+        this.showRow(row);
+    }
+
+    /** After every connection to the program. */
+    refresh() {
+        this.#live.askForView();
+        this.showState();
+        this.state.readSettings(this.camera).catch(() => {}); // the camera is being connected or lost
+        this.state.readRecording(this.camera).catch(() => {});
+    }
+
+    end() {
+        this.#live.end();
+        this.#stateLine.end();
+        this.#review.stopPlaying();
+        this.root.remove();
+        this.controls.remove();
+    }
+
+    get isIdle() {
+        return this.state.stateOf(this.camera).state === "idle";
+    }
+
+    setSelected(isSelected) {
+        this.root.classList.toggle("selected", isSelected);
+    }
+
+    showRow({ name, model, serial, address }) {
+        setText(this.#parts.title, name || model);
+        setText(this.#parts.about, [model, serial, address].filter(Boolean).join(" · "));
+        this.root.setAttribute("aria-label", `Camera ${name || model}, ${address}`);
+    }
+
+    showState() {
+        const state = this.state.stateOf(this.camera);
+        this.#stateLine.show(state);
+        this.#record.show(state);
+        this.#download.setColour(state.colour === true);
+        this.#live.setOn(state.live === true);
+        if (state.live) {
+            this.#review.leave();
+        }
+        this.#parts.shownWhat.textContent = state.live ? "LIVE" : this.#review.isShowing ? "RECORDED" : "";
+        this.#showLoss(state.state === "lost");
+    }
+
+    showSettings() {
+        const settingOf = (name) => this.state.settingOf(this.camera, name);
+        this.#settings.show(this.state.settingsOf(this.camera));
+        this.#record.showSettings(settingOf);
+        this.#showTriggerWindow(settingOf);
+    }
+
+    showRecording() {
+        this.#review.setSequences(this.state.sequencesOf(this.camera));
+    }
+
+    showCurve(message) {
+        this.#review.setCurve(message);
+    }
+
+    showDownloads() {
+        const { hello, files, jobs } = this.state;
+        this.#download.setFormats(hello?.formats ?? []);
+        this.#download.showFiles(hello?.folder, files);
+        this.#download.showJobs([...jobs.values()].filter(({ camera }) => camera === undefined || camera === this.camera));
+    }
+
+    #makeParts() {
+        const parts = this.#parts;
+        this.#picture = new Picture(parts.frame);
+        this.#live = new Live(this.socket, this.camera, this.#picture);
+        this.#review = new Review(this, parts, this.#picture);
+        this.#settings = new Settings(this, parts);
+        this.#record = new Record(this, parts);
+        this.#download = new Download(this, parts, this.#review);
+        this.#stateLine = new StateLine(parts);
+        this.#histogram = new Histogram(parts.histogram, parts.histogramWords);
+        this.#focus = new Focus(parts.focus, parts.focusWords);
+        new Features(this, parts);
+        new RegionTool(this.#picture, parts, (name) => this.state.settingOf(this.camera, name),
+            (style, region) => this.#applyRegion(style, region));
+        makeTabs(parts.tabs, parts, () => {})("look");
+    }
+
+    #listen() {
+        const parts = this.#parts;
+        const clicks = {
+            fit: () => this.#picture.fit(), oneToOne: () => this.#picture.oneToOne(),
+            zoomIn: () => this.#picture.zoom(1), zoomOut: () => this.#picture.zoom(-1),
+            crosshair: () => this.#toggleCrosshair(), focusReset: () => this.#focus.reset(),
+            close: () => this.notices.watch(this.socket.ask("close", { camera: this.camera })),
+        };
+        for (const [name, act] of Object.entries(clicks)) {
+            parts[name].addEventListener("click", act);
+        }
+        this.#live.addEventListener("picture", ({ detail }) => this.#onLivePicture(detail));
+        this.#live.addEventListener("silence", ({ detail }) => this.#showSilence(detail));
+        this.#review.addEventListener("frame", ({ detail }) => this.#onFrame(detail));
+        this.#picture.addEventListener("probe", () => this.#showReading());
+        this.#picture.addEventListener("zoom", () => this.#showZoom());
+        this.root.addEventListener("keydown", (event) => this.#onKey(event));
+    }
+
+    /** Keys that step, mark and play, wherever on the card no control wants them itself. */
+    #onKey(event) {
+        const keys = {
+            ArrowLeft: () => this.#review.step(-1), ArrowRight: () => this.#review.step(1),
+            i: () => this.#parts.markIn.click(), o: () => this.#parts.markOut.click(),
+            c: () => this.#toggleCrosshair(), " ": () => this.#review.togglePlaying(),
+        };
+        const act = keys[event.key];
+        const isFree = !event.ctrlKey && !event.altKey && !event.metaKey && !event.target.matches(KEYS_OF_OTHERS);
+        if (act !== undefined && isFree && (event.key === "c" || !this.#parts.review.hidden)) {
+            event.preventDefault();
+            act();
+        }
+    }
+
+    #toggleCrosshair() {
+        this.#picture.toggleCrosshair();
+        this.#parts.crosshair.setAttribute("aria-pressed", this.#picture.crosshair !== null);
+    }
+
+    #onLivePicture({ header, latency }) {
+        this.#parts.shownWhat.textContent = "LIVE";
+        setText(this.#parts.latency, latency === null ? "–" : `${numberText(latency)} ms`);
+        this.#picture.describe(`Live picture ${header.number}, ${header.pictureWidth} by ${header.pictureHeight} pixels`);
+        this.#onPicture(header);
+        this.#focus.add(header.focus);
+    }
+
+    #onFrame(header) {
+        this.#parts.shownWhat.textContent = "RECORDED";
+        setText(this.#parts.latency, "–");
+        this.#picture.describe(`Recorded frame ${header.number} of sequence ${header.sequence}`);
+        this.#onPicture(header);
+    }
+
+    #onPicture(header) {
+        this.#parts.noPicture.hidden = true;
+        this.#parts.frame.dataset.number = header.number;
+        this.#histogram.show(header);
+        this.#showReading();
+    }
+
+    #showReading() {
+        const reading = this.#picture.reading();
+        setText(this.#parts.reading, reading === null ? ""
+            : `x ${reading.x}  y ${reading.y}  ${reading.isExact ? "=" : "≈"} ${reading.text}`);
+    }
+
+    #showZoom() {
+        setText(this.#parts.zoomText, this.#picture.image === null ? "" : `${numberText(100 * this.#picture.viewport.scale)} %`);
+        this.#parts.fit.setAttribute("aria-pressed", this.#picture.viewport.isFitted);
+        this.#parts.oneToOne.setAttribute("aria-pressed", !this.#picture.viewport.isFitted && this.#picture.viewport.scale === 1);
+        this.#showReading();
+    }
+
+    #showLoss(isLost) {
+        this.#lostSince = isLost ? this.#lostSince ?? new Date() : null;
+        this.#showVeil(isLost ? `Link lost since ${clockText(this.#lostSince)}. Trying to connect again; ` +
+            "the picture is the last one that came." : "");
+    }
+
+    #showSilence(seconds) {
+        if (this.#lostSince === null) {
+            this.#showVeil(seconds > 0 ? `No picture for ${seconds} s` : "");
+        }
+    }
+
+    #showVeil(text) {
+        setText(this.#parts.veilText, text);
+        this.#parts.veil.hidden = text === "";
+    }
+
+    #showTriggerWindow(settingOf) {
+        const number = (name) => settingOf(name)?.value;
+        const region = { x: number("window-left"), y: number("window-top"),
+            width: number("window-width"), height: number("window-height") };
+        const isOn = settingOf("window-trigger")?.value === true && region.width > 0 && region.height > 0;
+        this.#picture.setRegions(isOn ? [{ region, ...TRIGGER_WINDOW }] : []);
+        this.#parts.drawWindow.hidden = settingOf("window-left") === undefined;
+    }
+
+    #applyRegion(style, { x, y, width, height }) {
+        this.#settings.set(style === ROI
+            ? { width, height, "offset-x": x, "offset-y": y }
+            : { "window-left": x, "window-top": y, "window-width": width, "window-height": height });
+    }
+}

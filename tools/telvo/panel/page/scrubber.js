@@ -1,0 +1,75 @@
+// Gets recorded frames: always the newest that was asked for, one question at a time, so that a fast
+// hand leaves no queue behind it.
+
+/** Event: "frame" (detail: header and milliseconds from asking to the screen). */
+export class Scrubber extends EventTarget {
+    #card;
+    #picture;
+    #wanted = null; // {sequence, frame, at}
+    #isAsking = false;
+    shown = null; // {sequence, frame}
+
+    constructor(card, picture) {
+        super();
+        this.#card = card;
+        this.#picture = picture;
+    }
+
+    get isBusy() {
+        return this.#isAsking;
+    }
+
+    get shows() {
+        return this.#wanted ?? this.shown;
+    }
+
+    go(sequence, frame) {
+        this.#wanted = { sequence, frame, at: performance.now() };
+        return this.#work();
+    }
+
+    /** The same frame anew, for another view. */
+    again() {
+        if (this.shown !== null && this.#wanted === null) {
+            this.go(this.shown.sequence, this.shown.frame);
+        }
+    }
+
+    forget() {
+        this.#wanted = null;
+        this.shown = null;
+    }
+
+    async #work() {
+        if (this.#isAsking) {
+            return;
+        }
+        this.#isAsking = true;
+        try {
+            while (this.#wanted !== null) {
+                await this.#showNewest();
+            }
+        } catch (error) {
+            this.#wanted = null;
+            this.#card.notices.failure(error.message);
+        } finally {
+            this.#isAsking = false;
+        }
+    }
+
+    async #showNewest() {
+        const { sequence, frame, at } = this.#wanted;
+        const { socket, camera } = this.#card;
+        const answer = await socket.ask("frame", { camera, sequence, frame, ...this.#picture.viewport.wanted() });
+        if (this.#wanted === null) { // live pictures or another recording came in between
+            return;
+        }
+        if (this.#wanted.at === at) {
+            this.#wanted = null;
+        }
+        this.shown = { sequence, frame };
+        await this.#picture.show(answer);
+        const detail = { header: answer.header, took: performance.now() - at };
+        this.dispatchEvent(new CustomEvent("frame", { detail }));
+    }
+}
