@@ -1,11 +1,13 @@
 // Elements made and found in one line each.
 
-/** An element with attributes and children; null attributes are left out. */
+/** An element with attributes and children; null, undefined and false ones are left out. */
 export function element(tag, attributes = {}, ...children) {
     const made = document.createElement(tag);
     for (const [name, value] of Object.entries(attributes)) {
         if (name.startsWith("on")) {
             made.addEventListener(name.slice(2), value);
+        } else if (name.startsWith("aria-")) {
+            made.setAttribute(name, value);
         } else if (value === true) {
             made.setAttribute(name, "");
         } else if (value !== null && value !== undefined && value !== false) {
