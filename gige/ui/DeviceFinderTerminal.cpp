@@ -1,6 +1,6 @@
 #include "DeviceFinder.h"
 #include "DisplayText.h"
-#include "Terminal.h"
+#include "TerminalScreen.h"
 
 #include <algorithm>
 
@@ -34,7 +34,7 @@ std::vector<std::string> tableLines(const std::vector<ListedDevice>& devices)
 class FinderDialog
 {
   public:
-    explicit FinderDialog(Terminal& terminal)
+    explicit FinderDialog(TerminalScreen& terminal)
         : mTerminal(terminal), mFinder([&terminal] { terminal.wake(); })
     {
     }
@@ -109,7 +109,7 @@ class FinderDialog
         }
     }
 
-    Terminal& mTerminal;
+    TerminalScreen& mTerminal;
     DeviceFinder mFinder;
     DeviceFinder::Snapshot mShown;
     std::optional<ListedDevice> mChosen;
@@ -120,7 +120,7 @@ class FinderDialog
 
 std::optional<ListedDevice> chooseDevice()
 {
-    const auto terminal = Terminal::open();
+    const auto terminal = TerminalScreen::open();
     return terminal == nullptr ? std::nullopt : FinderDialog(*terminal).choose();
 }
 

@@ -1,7 +1,7 @@
 #include "DisplayText.h"
 #include "FeatureText.h"
 #include "ParameterBrowser.h"
-#include "Terminal.h"
+#include "TerminalScreen.h"
 
 #include <algorithm>
 
@@ -22,7 +22,7 @@ enum class Mode : std::uint8_t { Browse, Type, Choose };
 class BrowserDialog
 {
   public:
-    BrowserDialog(Terminal& terminal, FeatureSource& source)
+    BrowserDialog(TerminalScreen& terminal, FeatureSource& source)
         : mTerminal(terminal), mBrowser(source, [&terminal] { terminal.wake(); })
     {
     }
@@ -223,7 +223,7 @@ class BrowserDialog
         }
     }
 
-    Terminal& mTerminal;
+    TerminalScreen& mTerminal;
     ParameterBrowser mBrowser;
     std::size_t mLevel = kFirstVisibilityLevel;
     std::vector<std::size_t> mVisible; // items of the level, row by row
@@ -242,7 +242,7 @@ class BrowserDialog
 
 bool browseParameters(FeatureSource& source)
 {
-    const auto terminal = Terminal::open();
+    const auto terminal = TerminalScreen::open();
     if (terminal == nullptr) {
         return false;
     }

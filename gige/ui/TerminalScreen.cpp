@@ -1,4 +1,4 @@
-#include "Terminal.h"
+#include "TerminalScreen.h"
 
 #include "DisplayText.h"
 
@@ -49,7 +49,7 @@ bool isInForeground(int descriptor)
 
 } // namespace
 
-std::unique_ptr<Terminal> Terminal::open()
+std::unique_ptr<TerminalScreen> TerminalScreen::open()
 {
     const int descriptor = ::open("/dev/tty", O_RDWR | O_CLOEXEC | O_NOCTTY);
     if (descriptor < 0) {
@@ -60,24 +60,25 @@ std::unique_ptr<Terminal> Terminal::open()
         close(descriptor);
         return nullptr;
     }
-    return std::unique_ptr<Terminal>(new Terminal(descriptor, before));
+    return std::unique_ptr<TerminalScreen>(new TerminalScreen(descriptor, before));
 }
 
-Terminal::Terminal(int descriptor, const termios& before) : mDescriptor(descriptor), mBefore(before)
+TerminalScreen::TerminalScreen(int descriptor, const termios& before)
+    : mDescriptor(descriptor), mBefore(before)
 {
     const termios keys = byKeys(before);
     tcsetattr(mDescriptor, TCSANOW, &keys);
     write(kEnterScreen);
 }
 
-Terminal::~Terminal()
+TerminalScreen::~TerminalScreen()
 {
     write(kLeaveScreen);
     tcsetattr(mDescriptor, TCSANOW, &mBefore);
     close(mDescriptor);
 }
 
-ScreenSize Terminal::size() const
+ScreenSize TerminalScreen::size() const
 {
     winsize size{};
     if (ioctl(mDescriptor, TIOCGWINSZ, &size) != 0 || size.ws_col == 0 || size.ws_row == 0) {
@@ -86,7 +87,7 @@ ScreenSize Terminal::size() const
     return {size.ws_col, size.ws_row};
 }
 
-void Terminal::show(const std::vector<ScreenLine>& lines)
+void TerminalScreen::show(const std::vector<ScreenLine>& lines)
 {
     const ScreenSize room = size();
     std::string screen = kTop;
@@ -105,7 +106,7 @@ void Terminal::show(const std::vector<ScreenLine>& lines)
     }
 }
 
-std::optional<Key> Terminal::readKey()
+std::optional<Key> TerminalScreen::readKey()
 {
     if (!mIsGone && mInput.empty()) {
         awaitInputOrNews();
@@ -121,7 +122,7 @@ std::optional<Key> Terminal::readKey()
     return key;
 }
 
-void Terminal::awaitInputOrNews()
+void TerminalScreen::awaitInputOrNews()
 {
     std::array<pollfd, 2> sources{pollfd{.fd = mDescriptor, .events = POLLIN, .revents = 0},
                                   pollfd{.fd = mWaker.handle(), .events = POLLIN, .revents = 0}};
@@ -136,13 +137,13 @@ void Terminal::awaitInputOrNews()
     }
 }
 
-bool Terminal::awaitInput()
+bool TerminalScreen::awaitInput()
 {
     pollfd source{.fd = mDescriptor, .events = POLLIN, .revents = 0};
     return poll(&source, 1, kSequenceTime) > 0 && readInput();
 }
 
-bool Terminal::readInput()
+bool TerminalScreen::readInput()
 {
     std::array<char, 256> bytes{};
     const ssize_t count = read(mDescriptor, bytes.data(), bytes.size());
@@ -154,7 +155,7 @@ bool Terminal::readInput()
     return true;
 }
 
-void Terminal::write(const std::string& text) const
+void TerminalScreen::write(const std::string& text) const
 {
     std::size_t done = 0;
     while (done < text.size()) {

@@ -1,5 +1,5 @@
-#ifndef TELVO_GIGE_UI_TERMINAL_H
-#define TELVO_GIGE_UI_TERMINAL_H
+#ifndef TELVO_GIGE_UI_TERMINALSCREEN_H
+#define TELVO_GIGE_UI_TERMINALSCREEN_H
 
 #include "Keys.h"
 #include "Waker.h"
@@ -26,14 +26,14 @@ struct ScreenSize {
 
 /// The terminal that controls this process, as a screen of its own: what was there before comes
 /// back when the object goes. One thread's, but for wake().
-class Terminal
+class TerminalScreen
 {
   public:
     /// @return null: there is none, or it belongs to another process group at the moment
-    static std::unique_ptr<Terminal> open();
-    ~Terminal();
-    Terminal(const Terminal&) = delete;
-    Terminal& operator=(const Terminal&) = delete;
+    static std::unique_ptr<TerminalScreen> open();
+    ~TerminalScreen();
+    TerminalScreen(const TerminalScreen&) = delete;
+    TerminalScreen& operator=(const TerminalScreen&) = delete;
 
     ScreenSize size() const;
     /// Shows the lines from the top on; cuts what does not fit.
@@ -44,7 +44,7 @@ class Terminal
     void wake() { mWaker.wake(); }
 
   private:
-    Terminal(int descriptor, const termios& before);
+    TerminalScreen(int descriptor, const termios& before);
 
     void write(const std::string& text) const;
     void awaitInputOrNews();
