@@ -23,7 +23,7 @@ void disconnect()
 
 void disconnectIf(std::string_view wanted)
 {
-    if (handler == wanted) {
+    if (handler == wanted && library.areAllThere()) {
         disconnect();
     }
 }
@@ -64,7 +64,11 @@ int main(int argc, char** argv)
         return 2;
     }
     handler = argv[1];
-    std::atexit([] { disconnectIf("atexit"); });
+    std::atexit([] { disconnectIf("atexit"); }); // before the library's own
     library = hostFunctions(argv[2]);
+    if (!library.areAllThere()) {
+        std::puts("no library");
+        return 1;
+    }
     return connectAndGoLive(argv[3], argv[4]);
 }

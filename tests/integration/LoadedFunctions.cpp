@@ -1,31 +1,23 @@
 #include "HostFunctions.h"
-
-#include <cstdio>
-#include <cstdlib>
-#include <dlfcn.h>
+#include "LibrarySymbol.h"
 
 namespace
 {
 
 template <typename Function>
-void find(void* library, const char* name, Function*& function)
+void find(const char* library, const char* name, Function*& function)
 {
-    function = reinterpret_cast<Function*>(dlsym(library, name));
-    if (function == nullptr) {
-        std::printf("no function: %s\n", name);
-        std::exit(1);
-    }
+    function = reinterpret_cast<Function*>(librarySymbol(library, name));
 }
 
 } // namespace
 
 HostFunctions hostFunctions(const char* library)
 {
-    void* const loaded = dlopen(library, RTLD_NOW | RTLD_LOCAL);
     HostFunctions functions;
-    find(loaded, "expConnectGrabber", functions.connect);
-    find(loaded, "expInitializeGrabber", functions.initialize);
-    find(loaded, "expStartLiveMode", functions.startLive);
-    find(loaded, "expDisconnectGrabber", functions.disconnect);
+    find(library, "expConnectGrabber", functions.connect);
+    find(library, "expInitializeGrabber", functions.initialize);
+    find(library, "expStartLiveMode", functions.startLive);
+    find(library, "expDisconnectGrabber", functions.disconnect);
     return functions;
 }
