@@ -1,10 +1,9 @@
-// Numbers that a host or a camera chooses, at the ends of their range.
-#include "FrameCounterTotal.h"
-#include "GeometryCache.h"
 #include "LinkPacing.h"
+
 #include "ModeTest.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <limits>
 
 namespace
@@ -42,43 +41,6 @@ TEST(RaisedDataRate, IsDefinedForEveryNumber)
     EXPECT_EQ(beyondTheLimit, 3);
     EXPECT_EQ(fromTheHighest, 3);
     EXPECT_EQ(fromTheLowest, -2'147'483'647);
-}
-
-TEST(FrameCounterTotal, CountsOnBeyond31Bits)
-{
-    FrameCounterTotal total(100'000);
-    std::int32_t frames = 0;
-    for (int wrap = 0; wrap < 32'770; ++wrap) {
-        total.add(60'000);
-        frames = total.add(0);
-    }
-    EXPECT_EQ(static_cast<std::uint32_t>(frames), 2'147'581'950U); // 32770 * 65535
-}
-
-TEST(FrameCounterTotal, TakesAnyNumberOfFrames)
-{
-    EXPECT_EQ(FrameCounterTotal(kHighest).add(1), 1);
-    EXPECT_EQ(FrameCounterTotal(kLowest).add(1), 1);
-}
-
-std::uint32_t frameSize(std::int32_t width, std::int32_t height)
-{
-    GeometryCache geometry;
-    geometry.width = width;
-    geometry.height = height;
-    return geometry.frameSize();
-}
-
-TEST(GeometryCache, HasNoFrameThat32BitsCannotCount)
-{
-    EXPECT_EQ(frameSize(1280, 1024), 1'310'720U);
-    EXPECT_EQ(frameSize(65'535, 65'537), 4'294'967'295U);
-    EXPECT_EQ(frameSize(65'536, 65'536), 0U);
-    EXPECT_EQ(frameSize(65'537, 65'537), 0U); // 131,073 when cut to 32 bits
-    EXPECT_EQ(frameSize(kHighest, kHighest), 0U);
-    EXPECT_EQ(frameSize(0, 1024), 0U);
-    EXPECT_EQ(frameSize(-65'536, -65'536), 0U);
-    EXPECT_EQ(frameSize(kLowest, kLowest), 0U);
 }
 
 class PacingLimitsTest : public GrabberTest
