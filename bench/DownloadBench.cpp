@@ -4,6 +4,7 @@
  * disk's plain writing. All times are until the device has every byte. The camera runs in a process
  * of its own; memory is the peak of the tool's.
  */
+#include "BlockReadout.h"
 #include "CameraProcess.h"
 #include "HostSettings.h"
 #include "Require.h"
@@ -28,10 +29,10 @@ namespace
 using Clock = std::chrono::steady_clock;
 
 constexpr const char* kAddress = "127.0.0.54";
+constexpr const char* kMacAddress = "02:54:45:00:00:36";
 constexpr std::uint32_t kFrameSize = 1280 * 1024;
 constexpr std::uint32_t kFrames = 1526; // 2 GB
 constexpr double kBytes = double{kFrameSize} * kFrames;
-constexpr std::int32_t kCamera = 1;
 
 double secondsSince(Clock::time_point start)
 {
@@ -60,7 +61,7 @@ void awaitRecording()
     const TelvoConnectionSettings settings = hostSettings(9000);
     for (std::uint32_t frames = 0; frames < kFrames;) {
         usleep(300'000);
-        if (expConnectGrabber("02:54:45:00:00:36", kAddress, 1, &settings, kCamera) == 0) {
+        if (expConnectGrabber(kMacAddress, kAddress, 1, &settings, kCamera) == 0) {
             expInitializeGrabber(&settings, kCamera);
             expGetNumberOfAllRecordedFrames(&frames, kCamera);
             expDisconnectGrabber(kCamera);
@@ -70,23 +71,8 @@ void awaitRecording()
 
 double readBare()
 {
-    const TelvoConnectionSettings settings = hostSettings(9000);
-    require(expConnectGrabber("02:54:45:00:00:36", kAddress, 1, &settings, kCamera) == 0,
-            "connecting");
-    require(expInitializeGrabber(&settings, kCamera) == 0, "initialising");
-    std::uint32_t perBlock = 0;
-    require(expStartFrameBlockTransfer(kCamera) == 0, "starting the transfer");
-    require(expGetFrameBlockSize(&perBlock, kCamera) == 0, "asking for the block size");
-    const auto start = Clock::now();
-    for (std::uint32_t first = 0; first < kFrames; first += perBlock) {
-        std::int64_t got = 0;
-        std::uint32_t status = 0;
-        const std::uint32_t count = std::min(perBlock, kFrames - first);
-        require(expGetRecordedFrameBlock(nullptr, 0, first, count, kCamera) == 0, "requesting");
-        require(expGetRecordedFrameBlockResult(nullptr, &got, &status, kCamera) != nullptr,
-                "reading a block");
-    }
-    const double seconds = secondsSince(start);
+    connectHost(kMacAddress, kAddress, 9000);
+    const double seconds = readInBlocks(kFrames);
     expDisconnectGrabber(kCamera);
     return seconds;
 }

@@ -3,56 +3,35 @@
 #include "Require.h"
 
 #include <array>
-#include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
-#include <sys/prctl.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 namespace
 {
 
-[[noreturn]] void become(const std::vector<std::string>& command, int output)
+std::string madeFile()
 {
-    prctl(PR_SET_PDEATHSIG, SIGKILL);
-    dup2(output, STDOUT_FILENO);
-    dup2(output, STDERR_FILENO);
-    std::vector<char*> words;
-    words.reserve(command.size() + 1);
-    for (const std::string& word : command) {
-        words.push_back(const_cast<char*>(word.c_str())); // as execvp's signature demands
-    }
-    words.push_back(nullptr);
-    execvp(words[0], words.data());
-    _exit(127);
+    std::array<char, 32> name{"/tmp/bench-peer-XXXXXX"};
+    const int file = mkostemp(name.data(), O_CLOEXEC);
+    require(file >= 0, "making a file");
+    close(file);
+    return name.data();
 }
 
 } // namespace
 
 PeerProgram::PeerProgram(const std::vector<std::string>& command)
+    : mOutput(madeFile()), mProgram(command, mOutput)
 {
-    std::array<char, 32> name{"/tmp/bench-peer-XXXXXX"};
-    const int output = mkostemp(name.data(), O_CLOEXEC);
-    require(output >= 0, "making a file");
-    mOutput = name.data();
-    mProcess = fork();
-    if (mProcess == 0) {
-        become(command, output);
-    }
-    close(output);
-    require(mProcess > 0, "starting a process");
+    require(mProgram.id() > 0, "starting a process");
 }
 
 PeerProgram::~PeerProgram()
 {
-    if (mProcess > 0) {
-        kill(mProcess, SIGKILL);
-        waitpid(mProcess, nullptr, 0);
-    }
     std::filesystem::remove(mOutput);
 }
 
@@ -72,7 +51,7 @@ bool PeerProgram::isInstalled(const std::string& name)
 double PeerProgram::cpuSeconds() const
 {
     double sum = 0;
-    const std::string tasks = "/proc/" + std::to_string(mProcess) + "/task";
+    const std::string tasks = "/proc/" + std::to_string(mProgram.id()) + "/task";
     for (const auto& task : std::filesystem::directory_iterator(tasks)) {
         double nanoseconds = 0;
         std::ifstream(task.path() / "schedstat") >> nanoseconds;
@@ -83,8 +62,7 @@ double PeerProgram::cpuSeconds() const
 
 std::string PeerProgram::finish()
 {
-    waitpid(mProcess, nullptr, 0);
-    mProcess = 0;
+    mProgram.wait();
     std::ostringstream text;
     text << std::ifstream(mOutput).rdbuf();
     return text.str();

@@ -1,8 +1,9 @@
 #ifndef TELVO_BENCH_PEERPROGRAM_H
 #define TELVO_BENCH_PEERPROGRAM_H
 
+#include "Program.h"
+
 #include <string>
-#include <sys/types.h>
 #include <vector>
 
 /// An independent program that runs beside the benchmark, with its output in a file.
@@ -23,7 +24,7 @@ class PeerProgram
 
   private:
     std::string mOutput; // file
-    pid_t mProcess = 0;
+    Program mProgram;
 };
 
 #endif

@@ -1,4 +1,5 @@
 #include "Program.h"
+#include "ProgramOutput.h"
 #include "UdpSocket.h"
 #include "VirtualCamera.h"
 

@@ -1,65 +1,44 @@
 #include "Program.h"
 
-#include <array>
 #include <csignal>
-#include <cstdio>
-#include <cstdlib>
-#include <gtest/gtest.h>
-#include <memory>
+#include <fcntl.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 namespace
 {
 
-std::string quoted(const std::vector<std::string>& command)
+void printTo(const std::string& file)
 {
-    std::string line;
+    const int output = open(file.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
+    dup2(output, STDOUT_FILENO);
+    dup2(output, STDERR_FILENO);
+}
+
+[[noreturn]] void become(const std::vector<std::string>& command)
+{
+    std::vector<char*> words;
+    words.reserve(command.size() + 1);
     for (const std::string& word : command) {
-        line += "'" + word + "' ";
+        words.push_back(const_cast<char*>(word.c_str())); // as execvp's signature demands
     }
-    return line;
+    words.push_back(nullptr);
+    execvp(words[0], words.data());
+    _exit(127);
 }
 
 } // namespace
 
-std::string outputOf(const std::vector<std::string>& command)
-{
-    const std::string line = "timeout 60 " + quoted(command) + "2>&1";
-    FILE* const pipe = popen(line.c_str(), "r");
-    EXPECT_NE(pipe, nullptr);
-    if (pipe == nullptr) {
-        return {};
-    }
-    std::string output;
-    std::array<char, 4096> piece{};
-    while (fgets(piece.data(), piece.size(), pipe) != nullptr) {
-        output += piece.data();
-    }
-    pclose(pipe);
-    return output;
-}
-
-long numberAfter(const std::string& output, const std::string& name)
-{
-    const std::size_t start = output.find(name);
-    if (start == std::string::npos) {
-        return -1;
-    }
-    const std::size_t equals = output.find('=', start);
-    return equals == std::string::npos ? -1 : std::strtol(&output[equals + 1], nullptr, 10);
-}
-
-Program::Program(const std::vector<std::string>& command) : mProcess(fork())
+Program::Program(const std::vector<std::string>& command, const std::string& output)
+    : mProcess(fork())
 {
     if (mProcess == 0) {
-        std::vector<char*> words;
-        for (const std::string& word : command) {
-            words.push_back(const_cast<char*>(word.c_str())); // as execvp's signature demands
+        prctl(PR_SET_PDEATHSIG, SIGKILL);
+        if (!output.empty()) {
+            printTo(output);
         }
-        words.push_back(nullptr);
-        execvp(words[0], words.data());
-        _exit(127);
+        become(command);
     }
 }
 
@@ -68,11 +47,18 @@ Program::~Program()
     end();
 }
 
+void Program::wait()
+{
+    if (mProcess > 0) {
+        waitpid(mProcess, nullptr, 0);
+        mProcess = 0;
+    }
+}
+
 void Program::end()
 {
     if (mProcess > 0) {
         kill(mProcess, SIGTERM);
-        waitpid(mProcess, nullptr, 0);
-        mProcess = 0;
+        wait();
     }
 }

@@ -5,21 +5,20 @@
 #include <sys/types.h>
 #include <vector>
 
-/// Runs a program to its end, at most 60 seconds. @return what it printed, both streams
-std::string outputOf(const std::vector<std::string>& command);
-
-/// The number after "NAME =" in a program's output; -1 if there is none.
-long numberAfter(const std::string& output, const std::string& name);
-
-/// A program that runs beside the test and is ended with the object.
+/// A program that runs beside this one and is ended with the object, or with this process.
 class Program
 {
   public:
-    explicit Program(const std::vector<std::string>& command);
+    /// @param output  the file that takes what it prints, on both streams; empty: it prints where
+    /// we do
+    explicit Program(const std::vector<std::string>& command, const std::string& output = {});
     ~Program();
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
 
+    pid_t id() const { return mProcess; }
+    /// Waits for its own end.
+    void wait();
     /// Asks it to end, and waits for that.
     void end();
 
