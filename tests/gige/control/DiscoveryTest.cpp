@@ -245,6 +245,7 @@ TEST(Discovery, ADeviceOfAnotherSubnetIsListedAsSuch)
     EXPECT_EQ(devices[0].ip(), net::Ipv4Address{0x7F00020B});
 }
 
+// In real time: that nothing comes of the answer shows only when it has had time to.
 TEST(Discovery, AnAnswerInTheNameOfAnotherAddressIsDropped)
 {
     FakeDevice device("127.0.2.11");
@@ -323,6 +324,7 @@ TEST(Discovery, EndsOnTimeInAFloodOfAnswers)
     EXPECT_LT(elapsed(start), 5'000) << "the flood goes on";
 }
 
+// In real time: the flood is as fast as the machine.
 TEST(Discovery, ListsNoMoreThanItsLimitInAFloodOfAnswers)
 {
     FakeDevice device("127.0.2.11");
@@ -353,6 +355,7 @@ TEST(FindDevice, ReturnsWithTheFirstAnswer)
     EXPECT_EQ(first.count(0x0002), 1U) << "not asked again";
 }
 
+// In real time: that the other device's answer is not taken shows only when it has come.
 TEST(FindDevice, FindsNothingWithinTheTime)
 {
     const FakeDevice device("127.0.2.11");
@@ -382,6 +385,7 @@ TEST(FindDevice, AForeignAnswerInItsNameDoesNotWinOverTheDevice)
     EXPECT_EQ(found->ip(), net::Ipv4Address{0x7F00020B});
 }
 
+// In real time: the flood is as fast as the machine.
 TEST(FindDevice, FindsTheDeviceInAFloodOfOthers)
 {
     FakeDevice flooding("127.0.2.11");
@@ -398,6 +402,7 @@ TEST(FindDevice, FindsTheDeviceInAFloodOfOthers)
     EXPECT_EQ(found->ip(), net::Ipv4Address{0x7F00020C});
 }
 
+// In real time: a question that is not asked takes no time of anybody's clock.
 TEST(FindDevice, LeavesTheNetworkAloneWhenLoopbackAnswers)
 {
     const FakeDevice device("127.0.2.11");

@@ -65,6 +65,7 @@ TEST(ForceIp, WaitsUntilTheDeviceAnswersUnderTheAddress)
     EXPECT_GE(device.count(kDiscoveryCommand), 4U);
 }
 
+// In real time: the device has to have answered.
 TEST(ForceIp, ADeviceThatStaysElsewhereIsATimeout)
 {
     FakeDevice device("127.0.2.21");
@@ -94,6 +95,7 @@ TEST(ForceIp, ARefusalIsAResult)
               deviceError(wire::GvcpStatus::AccessDenied));
 }
 
+// In real time: that nothing comes of the refusal shows only when it has had time to.
 TEST(ForceIp, AForeignRefusalIsNone)
 {
     FakeDevice device("127.0.2.21");
