@@ -160,8 +160,8 @@ static inline TelvoFrameHeader telvoFrameHeader(const uint8_t* frame)
 {
     TelvoFrameHeader header;
     int i;
-    header.counter = (uint16_t)(frame[4] | (uint16_t)frame[5] << 8);
-    header.flags = (uint8_t)~frame[7];
+    header.counter = (frame[4] | frame[5] << 8) & 0xFFFF;
+    header.flags = ~frame[7] & 0xFF;
     header.time = 0;
     for (i = 14; i >= 8; --i) {
         header.time = header.time << 8 | frame[i];
