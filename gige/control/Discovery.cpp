@@ -14,8 +14,6 @@ namespace gige::control
 namespace
 {
 
-using std::chrono_literals::operator""ms;
-
 /// How often a discovery looks whether it is to end early.
 constexpr std::chrono::milliseconds kStopLatency{50};
 
@@ -123,7 +121,8 @@ std::optional<DiscoveredDevice> findDevice(const wire::MacAddress& mac,
             const auto* const news = answer.info.mac == mac ? list.add(answer) : nullptr;
             if (news != nullptr && (news->hasRival || news->inSubnet())) {
                 // Not in its subnet: an interface that is may hear it, too.
-                search.endBy(clock.now() + (news->hasRival ? 0ms : rivalTime));
+                search.endBy(clock.now() +
+                             (news->hasRival ? std::chrono::milliseconds(0) : rivalTime));
             }
         },
         clock);

@@ -14,7 +14,7 @@ EnumEntryNode::EnumEntryNode(NodeMapState& state, std::string name)
 void EnumEntryNode::define(std::int64_t value, std::optional<std::string> symbolic)
 {
     mValue = value;
-    mSymbolic = symbolic.value_or(name());
+    mSymbolic = std::move(symbolic).value_or(name());
 }
 
 EnumerationNode::EnumerationNode(NodeMapState& state, std::string name)

@@ -97,8 +97,7 @@ void defineNumber(ElementReader& reader, std::unique_ptr<NumberSource> source, O
     if (source == nullptr) {
         reader.fail(Status::BadNode);
     }
-    nodeOf<NumberNode>(reader).define(std::move(source), std::move(limits),
-                                      readPresentation(reader));
+    nodeOf<NumberNode>(reader).define(std::move(source), limits, readPresentation(reader));
 }
 
 void readPlain(ElementReader& /*reader*/) {}
@@ -119,8 +118,8 @@ void readPort(ElementReader& reader)
 template <bool isInteger>
 void readNumber(ElementReader& reader)
 {
-    OwnLimits limits = readLimits(reader, isInteger);
-    defineNumber(reader, readSource(reader, isInteger), std::move(limits));
+    const OwnLimits limits = readLimits(reader, isInteger);
+    defineNumber(reader, readSource(reader, isInteger), limits);
 }
 
 template <bool isMasked>

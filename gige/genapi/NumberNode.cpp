@@ -12,7 +12,7 @@ void NumberNode::define(std::unique_ptr<NumberSource> source, OwnLimits limits,
                         Presentation presentation)
 {
     mSource = std::move(source);
-    mLimits = std::move(limits);
+    mLimits = limits;
     mPresentation = std::move(presentation);
 }
 

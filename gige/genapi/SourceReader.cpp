@@ -184,6 +184,7 @@ std::unique_ptr<NumberSource> readConverter(ElementReader& reader, Arithmetic ar
     Node* const target = reader.referenceIn("pValue");
     if (target == nullptr) {
         reader.fail(Status::BadNode);
+        return nullptr;
     }
     if (reader.node().defect() != Status::Ok) {
         return nullptr;
