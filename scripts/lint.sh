@@ -64,14 +64,15 @@ comm -12 "$work/sources" "$work/lint.compiled" >"$work/lint"
 comm -23 "$work/sources" "$work/lint.compiled" >"$work/left"
 comm -12 "$work/left" "$work/windows.compiled" >"$work/windows"
 comm -23 "$work/left" "$work/windows.compiled" >"$work/left-again"
-grep '^scripts/' "$work/left-again" >"$work/scripts" || true # which those compile that need it
-grep -v '^scripts/' "$work/left-again" >"$work/uncompiled" || true
+# What scripts compile when they need it, and a benchmark in Python.
+grep -E '^scripts/|^bench/python_' "$work/left-again" >"$work/scripts" || true
+grep -v -E '^scripts/|^bench/python_' "$work/left-again" >"$work/uncompiled" || true
 
 failed=0
 xargs -r clang-format --dry-run --Werror <"$work/all" || failed=1
 tidy lint || failed=1
 tidy windows || failed=1
-xargs -r -I FILE clang-tidy -quiet FILE -- <"$work/scripts" || failed=1
+xargs -r -I FILE clang-tidy -quiet FILE -- -Iinclude <"$work/scripts" || failed=1
 if [ -s "$work/uncompiled" ]; then
     sed 's/$/: compiled by no build/' "$work/uncompiled"
     failed=1
