@@ -29,6 +29,9 @@ namespace telvo
 namespace
 {
 
+/// How often what is written is noted, for when the process is killed.
+constexpr std::chrono::milliseconds kAccountInterval{200};
+
 void requireSense(const DownloadOptions& options)
 {
     const FileFormat format = parseFileFormat(options.format);
@@ -135,30 +138,85 @@ class FrameReading
     std::string mReason;                  // empty: none
 };
 
+/// Puts the frames of a series where they go, and keeps account of them.
+class SeriesWriting
+{
+  public:
+    /// @param sidecar  null: there is none
+    SeriesWriting(DownloadSeries& series, FrameSink& sink, SidecarFile* sidecar)
+        : mSeries(series), mSink(sink), mSidecar(sidecar), mThere(series.written())
+    {
+        keepAccount(mThere);
+    }
+
+    void put(const RecordingInfo& info, const RecordedFrame& frame)
+    {
+        mSink.put(frame.number, {info.width, info.height, frame.bytes});
+        mSeries.add({frame.number, decodeFrameHeader(frame.bytes)});
+        if (const auto now = Clock::now(); now >= mNextAccount) {
+            mNextAccount = now + kAccountInterval;
+            keepAccount(mThere + mSink.written());
+        }
+    }
+    void flush() { mSink.flush(); }
+    /// Drops the frames that could not be written.
+    void cut() { mSeries.cut(mThere + mSink.written()); }
+    std::uint32_t done() const { return mSeries.written() - mThere; }
+
+  private:
+    using Clock = std::chrono::steady_clock;
+
+    void keepAccount(std::size_t frames)
+    {
+        if (mSidecar != nullptr) {
+            mSidecar->keep(mSeries.sidecar.frames, frames);
+        }
+    }
+
+    DownloadSeries& mSeries;
+    FrameSink& mSink;
+    SidecarFile* mSidecar;
+    std::uint32_t mThere; // frames, when it began
+    Clock::time_point mNextAccount;
+};
+
 /// @return why the frames end before their last; empty: they do not
 std::string copyFrames(const CameraSession& camera, const Recording& recording,
-                       DownloadSeries& series, FrameSink& sink)
+                       const FrameSelection& frames, SeriesWriting& writing)
 {
-    const RecordingInfo& info = recording.info;
-    const std::uint32_t there = series.written();
-    TransferProgress progress(series.rest().count, info.frameSize());
-    FrameReading reading(camera, recording, series.rest());
-    while (const auto frame = reading.next()) {
-        sink.put(frame->number, {info.width, info.height, frame->bytes});
-        series.add({frame->number, decodeFrameHeader(frame->bytes)});
-        progress.show(series.written() - there);
+    TransferProgress progress(frames.count, recording.info.frameSize());
+    FrameReading reading(camera, recording, frames);
+    try {
+        while (const auto frame = reading.next()) {
+            writing.put(recording.info, *frame);
+            progress.show(writing.done());
+        }
+        writing.flush();
+        return reading.reason();
+    } catch (const Failure& failure) { // a full disk
+        writing.cut();
+        return failure.what();
     }
-    return reading.reason();
 }
 
 /// What came of a download.
 struct Outcome {
     DownloadSeries series;
     RecordingInfo info;
-    std::uint64_t transferred;          // frames, of this time
-    std::chrono::duration<double> time; // likewise
-    std::string interruption;           // empty: none
+    std::unique_ptr<SidecarFile> sidecar; // null: none
+    std::uint64_t transferred;            // frames, of this time
+    std::chrono::duration<double> time;   // likewise
+    std::string interruption;             // empty: none
 };
+
+std::unique_ptr<SidecarFile> openSidecar(const DownloadTarget& target, const DownloadSeries& series,
+                                         const std::filesystem::path& output)
+{
+    return target.sidecar ? std::make_unique<SidecarFile>(*target.sidecar, target.sidecarIfThere,
+                                                          series.sidecar.about, output,
+                                                          target.ifThere, series.selection.count)
+                          : nullptr;
+}
 
 /// Writes what is not there yet.
 Outcome writeSeries(const DownloadOptions& options, DownloadTarget& target,
@@ -167,23 +225,28 @@ Outcome writeSeries(const DownloadOptions& options, DownloadTarget& target,
 {
     const std::uint32_t there = series.written();
     const FrameSelection rest = series.rest();
+    const std::filesystem::path output = target.place.output();
+    const auto sink = target.place.begin({.frameSize = recording.info.frameSize(),
+                                          .there = there,
+                                          .count = rest.count,
+                                          .fps = options.fps},
+                                         style);
+    auto sidecar = openSidecar(target, series, output);
     const auto start = std::chrono::steady_clock::now();
-    std::string interruption;
-    if (rest.count > 0) {
-        const auto sink = target.place.begin({.frameSize = recording.info.frameSize(),
-                                              .there = there,
-                                              .count = rest.count,
-                                              .fps = options.fps},
-                                             style);
-        interruption = copyFrames(camera, recording, series, *sink);
-        if (series.written() == 0) {
-            throw Failure(interruption);
-        }
-        sink->finish();
+    SeriesWriting writing(series, *sink, sidecar.get());
+    std::string interruption =
+        rest.count > 0 ? copyFrames(camera, recording, rest, writing) : std::string();
+    if (series.written() == 0) {
+        throw Failure(interruption);
     }
-    const std::uint32_t transferred = series.written() - there;
-    return {std::move(series), recording.info, transferred,
-            std::chrono::steady_clock::now() - start, std::move(interruption)};
+    sink->finish();
+    const std::uint32_t transferred = writing.done();
+    return {std::move(series),
+            recording.info,
+            std::move(sidecar),
+            transferred,
+            std::chrono::steady_clock::now() - start,
+            std::move(interruption)};
 }
 
 Outcome transfer(const DownloadOptions& options, DownloadTarget& target)
@@ -210,10 +273,13 @@ Outcome transfer(const DownloadOptions& options, DownloadTarget& target)
 
 void saveSidecar(Outcome& outcome, const DownloadTarget& target)
 {
-    if (target.sidecar) {
+    if (outcome.sidecar) {
         outcome.series.sidecar.about["complete"] = outcome.series.isWhole();
-        writeSidecar(*target.sidecar, outcome.series.sidecar, outcome.series.counter,
-                     outcome.series.selection.count, target.sidecarIfThere);
+        outcome.sidecar->finish(outcome.series.sidecar, outcome.series.counter);
+    }
+    for (const std::filesystem::path& journal : target.journals) {
+        std::error_code ignored; // it says nothing wrong
+        remove(journal, ignored);
     }
 }
 

@@ -90,8 +90,9 @@ void addDownloadCommand(const Command& app)
     addRange(command, *options);
     options->capture.addTo(command, {"packet-size", "resends"});
     command.footer("At the end the camera's own frame numbers are checked; a gap is an error, the "
-                   "frames are\nkept. Ctrl-C ends it: the file then holds the frames so far, and "
-                   "--resume continues it.");
+                   "frames are\nkept. Ctrl-C, a lost link or a full disk end it: the output then "
+                   "holds the frames so far, and\n--resume continues it. Where the tool was killed "
+                   "they are in a file OUT.XXXXXXXX.part,\nwhich --resume finds.");
     command.onRun([options] { runDownload(*options); });
 }
 

@@ -4,6 +4,7 @@
 #include "ToolError.h"
 
 #include <string>
+#include <utility>
 
 namespace telvo
 {
@@ -17,6 +18,16 @@ bool holdsStill(const ListedFrame& frame, const CameraSession& camera, const Rec
 }
 
 } // namespace
+
+void DownloadSeries::cut(std::size_t count)
+{
+    FrameList frames = std::exchange(sidecar.frames, {});
+    frames.resize(count);
+    counter = FrameCounter(selection.every);
+    for (const ListedFrame& frame : frames) {
+        add(frame);
+    }
+}
 
 void continueSeries(DownloadSeries& series, const Sidecar& earlier, const CameraSession& camera,
                     const RecordingInfo& info)

@@ -25,6 +25,8 @@ struct DownloadSeries {
                 .count = selection.count - written(),
                 .every = selection.every};
     }
+    /// Drops the frames behind so many.
+    void cut(std::size_t count);
     void add(const ListedFrame& frame)
     {
         sidecar.frames.push_back(frame);

@@ -7,6 +7,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <vector>
 
 namespace telvo
 {
@@ -16,7 +17,9 @@ struct DownloadTarget {
     OutputPlace place;
     std::optional<std::filesystem::path> sidecar; // none: a FIFO or a device has no place for it
     IfThere sidecarIfThere;
-    std::optional<Sidecar> earlier; // of the interrupted download that is continued
+    IfThere ifThere;                             // of the output
+    std::optional<Sidecar> earlier;              // of the interrupted download that is continued
+    std::vector<std::filesystem::path> journals; // of it, of no use once it is continued
 };
 
 /// Throws Failure where nothing may or can be written.

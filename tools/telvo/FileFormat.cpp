@@ -78,28 +78,44 @@ OutputPlace::OutputPlace(FileFormat format, std::filesystem::path path, IfThere 
     }
 }
 
+OutputPlace::OutputPlace(FileFormat format, const UnfinishedFile& unfinished)
+    : mFormat(format),
+      mPath(unfinished.path),
+      mIfThere(IfThere::Continue),
+      mFile(std::make_unique<OutputFile>(unfinished))
+{
+}
+
 std::uint64_t OutputPlace::bytesOf(const Series& series, const PictureStyle& style) const
 {
     const std::uint64_t page = mFormat == FileFormat::Tiff ? TiffFileSink::kPageOverhead : 0;
     return series.count * (series.frameSize * style.channels() + page) / rowOf(mFormat).squeeze;
 }
 
+std::unique_ptr<FrameSink> OutputPlace::beginTiff(const Series& series, const PictureStyle& style)
+{
+    if (series.there + series.count > TiffFileSink::kMostPages) {
+        throw Failure("a TIFF file takes " + std::to_string(TiffFileSink::kMostPages) +
+                      " frames at most; use raw or png, or --every");
+    }
+    if (series.there > 0) {
+        return TiffFileSink::resume(std::move(mFile), style,
+                                    static_cast<std::uint32_t>(series.there));
+    }
+    if (mFile->isFile()) {
+        mFile->resize(0); // what a process left that was killed before its first page
+    }
+    return std::make_unique<TiffFileSink>(std::move(mFile), style, bytesOf(series, style));
+}
+
 std::unique_ptr<FrameSink> OutputPlace::begin(const Series& series, const PictureStyle& style)
 {
-    const std::uint64_t bytes = bytesOf(series, style);
     if (isFileOrFolder()) {
-        requireSpace(mPath, bytes);
+        requireSpace(mPath, bytesOf(series, style));
     }
     switch (mFormat) {
     case FileFormat::Tiff:
-        if (series.there + series.count > TiffFileSink::kMostPages) {
-            throw Failure("a TIFF file takes " + std::to_string(TiffFileSink::kMostPages) +
-                          " frames at most; use raw or png, or --every");
-        }
-        return mIfThere == IfThere::Continue
-                   ? TiffFileSink::resume(std::move(mFile), style,
-                                          static_cast<std::uint32_t>(series.there))
-                   : std::make_unique<TiffFileSink>(std::move(mFile), style, bytes);
+        return beginTiff(series, style);
     case FileFormat::Png:
         return std::make_unique<PngFolderSink>(mPath, style, mIfThere);
     case FileFormat::Mkv:

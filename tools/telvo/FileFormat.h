@@ -33,6 +33,15 @@ class OutputPlace
     OutputPlace(FileFormat format, std::filesystem::path path, IfThere ifThere,
                 const std::stop_token& stop = {});
 
+    /// Goes on with a file that another process has left.
+    OutputPlace(FileFormat format, const UnfinishedFile& unfinished);
+
+    /// Where the frames are before all is done. Until begin().
+    const std::filesystem::path& output() const
+    {
+        return mFile != nullptr && !mFile->partial().empty() ? mFile->partial() : mPath;
+    }
+
     /// False for a FIFO or a device.
     bool isFileOrFolder() const { return mFile == nullptr || mFile->isFile(); }
 
@@ -47,6 +56,7 @@ class OutputPlace
     std::unique_ptr<FrameSink> begin(const Series& series, const PictureStyle& style);
 
   private:
+    std::unique_ptr<FrameSink> beginTiff(const Series& series, const PictureStyle& style);
     std::uint64_t bytesOf(const Series& series, const PictureStyle& style) const;
 
     FileFormat mFormat;

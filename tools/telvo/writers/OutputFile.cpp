@@ -29,6 +29,8 @@ std::string partialSuffix(std::uint32_t number)
     return text.data();
 }
 
+const std::size_t kSuffixSize = partialSuffix(0).size();
+
 /// A name that no other process has, even if it writes to the same target.
 std::pair<fs::path, SystemFile> createPartial(const fs::path& target)
 {
@@ -85,12 +87,38 @@ OutputFile::OutputFile(const fs::path& path, IfThere ifThere, const std::stop_to
         mPartial = std::move(partial);
         mFile.emplace(std::move(file));
     });
+    claim();
+}
+
+OutputFile::OutputFile(const UnfinishedFile& unfinished)
+    : mPath(unfinished.path),
+      mTarget(unfinished.path),
+      mPartial(unfinished.partial),
+      mIsOwnPartial(false),
+      mReplace(unfinished.ifThere == IfThere::Replace),
+      mIsStream(false)
+{
+    requireWritable(unfinished.path, unfinished.ifThere);
+    if (kindOf(mPath) == TargetKind::File) {
+        mTarget = fs::canonical(mPath);
+    }
+    orFail([&] { mFile.emplace(openInPlace(unfinished.partial, {})); });
+    claim();
+}
+
+/// Two processes that continue one file would spoil it.
+void OutputFile::claim()
+{
+    if (!mIsStream && !orFail([&] { return mFile->claim(); })) {
+        throw Failure("another process writes to " + mPath.string() +
+                      "; wait for its end, or name another file");
+    }
 }
 
 OutputFile::~OutputFile()
 {
     mFile.reset();
-    if (!mPartial.empty()) {
+    if (!mPartial.empty() && mIsOwnPartial) {
         std::error_code ignored; // nothing is left to do about it
         fs::remove(mPartial, ignored);
     }
@@ -139,6 +167,23 @@ void OutputFile::resize(std::uint64_t size)
     seek(size);
 }
 
+void OutputFile::reserve(std::uint64_t size)
+{
+    orFail([&] { mFile->reserve(size); });
+}
+
+std::uint64_t OutputFile::written() const
+{
+    return orFail([&] { return mFile->size(); });
+}
+
+void OutputFile::keepWritten()
+{
+    mBuffer.clear();
+    mPosition = written();
+    orFail([&] { mFile->seek(mPosition); });
+}
+
 void OutputFile::flush()
 {
     orFail([&] { mFile->write(mBuffer); });
@@ -171,6 +216,33 @@ void OutputFile::rename()
                       std::exchange(mPartial, {}).string());
     }
     mPartial.clear();
+}
+
+bool isPartial(const fs::path& path)
+{
+    const std::string name = path.filename().string();
+    if (name.size() <= kSuffixSize) {
+        return false;
+    }
+    const std::string suffix = name.substr(name.size() - kSuffixSize);
+    unsigned number = 0;
+    return std::sscanf(suffix.c_str(), ".%8x.part", &number) == 1 &&
+           suffix == partialSuffix(number);
+}
+
+std::vector<fs::path> partialsOf(const fs::path& path)
+{
+    const fs::path target = kindOf(path) == TargetKind::File ? fs::canonical(path) : path;
+    const std::string name = target.filename().string();
+    std::error_code none; // a folder that cannot be looked into has nothing to continue
+    std::vector<fs::path> partials;
+    for (const auto& entry : fs::directory_iterator(fs::absolute(target).parent_path(), none)) {
+        const std::string other = entry.path().filename().string();
+        if (isPartial(other) && other.substr(0, other.size() - kSuffixSize) == name) {
+            partials.push_back(entry.path());
+        }
+    }
+    return partials;
 }
 
 } // namespace telvo

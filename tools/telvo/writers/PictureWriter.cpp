@@ -39,15 +39,22 @@ void PictureWriter::put(std::filesystem::path path, GrayImage frame)
     mChanged.wait(lock, [&] { return mError || mMemory == 0 || mMemory + memory <= kMemory; });
     throwError();
     mMemory += memory;
-    mJobs.push_back({std::move(path), std::move(frame)});
+    mUnwritten.insert(mPut);
+    mJobs.push_back({mPut++, std::move(path), std::move(frame)});
     lock.unlock();
     mChanged.notify_all();
+}
+
+std::uint64_t PictureWriter::written()
+{
+    const std::lock_guard guard(mLock);
+    return mUnwritten.empty() ? mPut : *mUnwritten.begin();
 }
 
 void PictureWriter::finish()
 {
     std::unique_lock lock(mLock);
-    mChanged.wait(lock, [this] { return mError || mMemory == 0; });
+    mChanged.wait(lock, [this] { return mMemory == 0; });
     throwError();
 }
 
@@ -58,10 +65,25 @@ void PictureWriter::throwError()
     }
 }
 
-void PictureWriter::write(const Job& job) const
+std::exception_ptr PictureWriter::tryToWrite(const Job& job) const
 {
-    const Picture picture = renderPicture(job.frame.view(), mStyle);
-    writePngFile(job.path, picture.view(), mIfThere);
+    try {
+        const Picture picture = renderPicture(job.frame.view(), mStyle);
+        writePngFile(job.path, picture.view(), mIfThere);
+        return nullptr;
+    } catch (...) {
+        return std::current_exception();
+    }
+}
+
+/// A series goes on behind its first picture that is missing, so that those that wait are no use.
+void PictureWriter::giveUp(std::exception_ptr error)
+{
+    mError = mError ? mError : std::move(error);
+    for (const Job& job : mJobs) {
+        mMemory -= memoryOf(job.frame);
+    }
+    mJobs.clear();
 }
 
 void PictureWriter::run()
@@ -75,17 +97,13 @@ void PictureWriter::run()
         const Job job = std::move(mJobs.front());
         mJobs.pop_front();
         lock.unlock();
-        std::exception_ptr error;
-        try {
-            write(job);
-        } catch (...) {
-            error = std::current_exception();
-        }
+        std::exception_ptr error = tryToWrite(job);
         lock.lock();
         mMemory -= memoryOf(job.frame);
-        if (error && !mError) {
-            mError = error;
-            mEnded = true;
+        if (error) {
+            giveUp(std::move(error));
+        } else {
+            mUnwritten.erase(job.number);
         }
         mChanged.notify_all();
     }

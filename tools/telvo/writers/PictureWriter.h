@@ -6,10 +6,12 @@
 
 #include <condition_variable>
 #include <cstddef>
+#include <cstdint>
 #include <deque>
 #include <exception>
 #include <filesystem>
 #include <mutex>
+#include <set>
 #include <thread>
 #include <vector>
 
@@ -35,26 +37,34 @@ class PictureWriter
     /// Takes the frame for writing. Throws the Failure of an earlier one.
     void put(std::filesystem::path path, GrayImage frame);
 
-    /// Waits until all are written. Throws the first Failure.
+    /// How many are written, from the first on without a gap.
+    std::uint64_t written();
+
+    /// Waits until all are written, or given up since one could not be. Throws the Failure of that
+    /// one.
     void finish();
 
   private:
     struct Job {
+        std::uint64_t number = 0; // of the frames that were put
         std::filesystem::path path;
         GrayImage frame;
     };
 
     void run();
-    void write(const Job& job) const;
     std::size_t memoryOf(const GrayImage& frame) const;
+    std::exception_ptr tryToWrite(const Job& job) const;
+    void giveUp(std::exception_ptr error);
     void throwError();
 
     const PictureStyle mStyle;
     const IfThere mIfThere;
     std::mutex mLock;
     std::condition_variable mChanged;
-    std::deque<Job> mJobs;   // waiting
-    std::size_t mMemory = 0; // of those that wait and those being written
+    std::deque<Job> mJobs;              // waiting
+    std::size_t mMemory = 0;            // of those that wait and those being written
+    std::uint64_t mPut = 0;             // frames
+    std::set<std::uint64_t> mUnwritten; // of them
     std::exception_ptr mError;
     bool mEnded = false;
     std::vector<std::jthread> mThreads; // last: they use all of the above

@@ -24,6 +24,16 @@ auto orFail(const std::filesystem::path& folder, Work work)
     }
 }
 
+/// What a killed process has left of pictures that were not complete.
+void removePartialPictures(const std::filesystem::path& folder)
+{
+    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+        if (isPartial(entry.path()) && entry.path().stem().stem().extension() == ".png") {
+            remove(entry.path());
+        }
+    }
+}
+
 FolderClaim claim(const std::filesystem::path& folder, IfThere ifThere)
 {
     makeFolder(folder);
@@ -46,18 +56,42 @@ PngFolderSink::PngFolderSink(std::filesystem::path folder, const PictureStyle& s
       mClaim(claim(mFolder, ifThere)),
       mWriter(style, ifThere == IfThere::Continue ? IfThere::Replace : ifThere)
 {
+    orFail(mFolder, [&] { removePartialPictures(mFolder); });
+}
+
+template <typename Work>
+void PngFolderSink::orRemember(Work work)
+{
+    try {
+        work();
+    } catch (const Failure&) {
+        mHasFailed = true;
+        throw;
+    }
 }
 
 void PngFolderSink::put(std::uint64_t number, GrayView frame)
 {
     std::ostringstream name;
     name << "frame-" << std::setfill('0') << std::setw(6) << number << ".png";
-    mWriter.put(mFolder / name.str(), GrayImage(frame));
+    orRemember([&] { mWriter.put(mFolder / name.str(), GrayImage(frame)); });
+}
+
+void PngFolderSink::flush()
+{
+    orRemember([&] { mWriter.finish(); });
+}
+
+std::uint64_t PngFolderSink::written()
+{
+    return mWriter.written();
 }
 
 void PngFolderSink::finish()
 {
-    mWriter.finish();
+    if (!mHasFailed) {
+        flush();
+    }
     orFail(mFolder, [&] { syncFileSystemOf(mFolder); });
 }
 

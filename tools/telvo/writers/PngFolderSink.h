@@ -20,12 +20,18 @@ class PngFolderSink : public FrameSink
     explicit PngFolderSink(std::filesystem::path folder, const PictureStyle& style = {},
                            IfThere ifThere = IfThere::Refuse);
     void put(std::uint64_t number, GrayView frame) override;
+    void flush() override;
+    std::uint64_t written() override;
     void finish() override;
 
   private:
+    template <typename Work>
+    void orRemember(Work work);
+
     std::filesystem::path mFolder;
     FolderClaim mClaim;
     PictureWriter mWriter;
+    bool mHasFailed = false; // told already
 };
 
 } // namespace telvo

@@ -9,9 +9,9 @@ namespace telvo
 
 RawFileSink::RawFileSink(std::unique_ptr<OutputFile> file, const PictureStyle& style,
                          std::uint64_t there)
-    : mFile(std::move(file)), mStyle(style)
+    : mFile(std::move(file)), mStyle(style), mThere(there)
 {
-    if (there == 0) {
+    if (!mFile->isFile()) {
         return;
     }
     if (mFile->size() < there) {
@@ -20,13 +20,41 @@ RawFileSink::RawFileSink(std::unique_ptr<OutputFile> file, const PictureStyle& s
     mFile->resize(there);
 }
 
+/// What fails leaves the file with whole frames.
+template <typename Work>
+void RawFileSink::orKeepWhole(Work work)
+{
+    try {
+        work();
+    } catch (const Failure&) {
+        if (mFile->isFile() && mFrameSize > 0) {
+            mFile->keepWritten();
+            mFile->resize(mThere + written() * mFrameSize);
+        }
+        throw;
+    }
+}
+
 void RawFileSink::put(std::uint64_t /*number*/, GrayView frame)
 {
-    if (mStyle.colour) {
-        mFile->write(renderPicture(frame, mStyle).pixels);
-    } else {
-        mFile->write(frame.pixels);
-    }
+    mFrameSize = frame.pixels.size() * mStyle.channels();
+    orKeepWhole([&] {
+        if (mStyle.colour) {
+            mFile->write(renderPicture(frame, mStyle).pixels);
+        } else {
+            mFile->write(frame.pixels);
+        }
+    });
+}
+
+void RawFileSink::flush()
+{
+    orKeepWhole([&] { mFile->flush(); });
+}
+
+std::uint64_t RawFileSink::written()
+{
+    return mFile->isFile() && mFrameSize > 0 ? (mFile->written() - mThere) / mFrameSize : 0;
 }
 
 void RawFileSink::finish()

@@ -21,11 +21,18 @@ class RawFileSink : public FrameSink
     RawFileSink(std::unique_ptr<OutputFile> file, const PictureStyle& style,
                 std::uint64_t there = 0);
     void put(std::uint64_t number, GrayView frame) override;
+    void flush() override;
+    std::uint64_t written() override;
     void finish() override;
 
   private:
+    template <typename Work>
+    void orKeepWhole(Work work);
+
     std::unique_ptr<OutputFile> mFile; // never null
     PictureStyle mStyle;
+    std::uint64_t mThere;         // bytes, when it began
+    std::uint64_t mFrameSize = 0; // bytes; 0: none came yet
 };
 
 } // namespace telvo

@@ -32,6 +32,11 @@ class SystemFile
     void seek(std::uint64_t position);
     std::uint64_t size() const;
     void resize(std::uint64_t size);
+    /// Takes the space for a file of this size, whose size stays; where that cannot be had in
+    /// advance, nothing.
+    void reserve(std::uint64_t size);
+    /// Keeps other processes of this tool from claiming it. False: one has it.
+    bool claim();
     /// Returns when the device has it all.
     void sync();
     /// The last chance of an error.

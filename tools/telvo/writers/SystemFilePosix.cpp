@@ -48,6 +48,14 @@ bool linkToFree(const std::filesystem::path& from, const std::filesystem::path& 
     return true;
 }
 
+/// A file system that knows no locks leaves two processes to the files' own names.
+bool isClaimed(int file)
+{
+    const bool isOurs = flock(file, LOCK_EX | LOCK_NB) == 0;
+    require(isOurs || errno == EWOULDBLOCK || errno == EOPNOTSUPP || errno == ENOLCK);
+    return isOurs || errno != EWOULDBLOCK;
+}
+
 } // namespace
 
 std::optional<SystemFile> SystemFile::create(const std::filesystem::path& path)
@@ -132,6 +140,17 @@ void SystemFile::resize(std::uint64_t size)
     require(ftruncate(descriptor(mHandle), static_cast<off_t>(size)) == 0);
 }
 
+void SystemFile::reserve(std::uint64_t size)
+{
+    require(fallocate(descriptor(mHandle), FALLOC_FL_KEEP_SIZE, 0, static_cast<off_t>(size)) == 0 ||
+            errno == EOPNOTSUPP || errno == ENOSYS);
+}
+
+bool SystemFile::claim()
+{
+    return isClaimed(descriptor(mHandle));
+}
+
 void SystemFile::sync()
 {
     // Pipes and terminals have nothing to wait for.
@@ -187,12 +206,7 @@ std::optional<FolderClaim> FolderClaim::take(const std::filesystem::path& folder
     const int file = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     require(file >= 0);
     FolderClaim claim(file);
-    if (flock(file, LOCK_EX | LOCK_NB) != 0) {
-        // A file system that knows no locks leaves two processes to the files' own names.
-        require(errno == EWOULDBLOCK || errno == EOPNOTSUPP || errno == ENOLCK);
-        return errno == EWOULDBLOCK ? std::nullopt : std::optional(std::move(claim));
-    }
-    return claim;
+    return isClaimed(file) ? std::optional(std::move(claim)) : std::nullopt;
 }
 
 FolderClaim::FolderClaim(FolderClaim&& other) noexcept

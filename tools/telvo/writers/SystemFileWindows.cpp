@@ -114,6 +114,20 @@ void SystemFile::resize(std::uint64_t size)
     require(SetEndOfFile(handleOf(mHandle)) != FALSE);
 }
 
+void SystemFile::reserve(std::uint64_t size)
+{
+    FILE_ALLOCATION_INFO allocation{};
+    allocation.AllocationSize.QuadPart = static_cast<LONGLONG>(size);
+    require(SetFileInformationByHandle(handleOf(mHandle), FileAllocationInfo, &allocation,
+                                       sizeof allocation) != FALSE ||
+            GetLastError() != ERROR_DISK_FULL);
+}
+
+bool SystemFile::claim()
+{
+    return true; // nobody else could open it to write
+}
+
 void SystemFile::sync()
 {
     require(FlushFileBuffers(handleOf(mHandle)) != FALSE);

@@ -1,6 +1,7 @@
 #include "TiffDocument.h"
 
 #include "Failure.h"
+#include "TiffPages.h"
 
 #include <algorithm>
 #include <array>
@@ -12,18 +13,6 @@ namespace telvo
 
 namespace
 {
-
-const char* modeText(TiffDocument::Mode mode)
-{
-    switch (mode) {
-    case TiffDocument::Mode::Write:
-        return "w";
-    case TiffDocument::Mode::WriteBig:
-        return "w8";
-    default:
-        return "r+";
-    }
-}
 
 TiffDocument& documentOf(thandle_t handle)
 {
@@ -57,6 +46,9 @@ tmsize_t TiffDocument::read(thandle_t handle, void* bytes, tmsize_t size)
 tmsize_t TiffDocument::write(thandle_t handle, void* bytes, tmsize_t size)
 {
     TiffDocument& document = documentOf(handle);
+    if (document.mGivenUp) {
+        return size;
+    }
     return document.guarded(tmsize_t{-1}, [&] {
         document.mFile->write(
             {static_cast<const std::uint8_t*>(bytes), static_cast<std::size_t>(size)});
@@ -97,7 +89,17 @@ TiffDocument::TiffDocument(std::unique_ptr<OutputFile> file, Mode mode) : mFile(
     if (!mFile->isFile()) {
         throw Failure("TIFF cannot be written to a FIFO or a device; use raw or mkv");
     }
-    open(modeText(mode));
+    open(mode == Mode::WriteBig ? "w8" : "w");
+}
+
+TiffDocument::TiffDocument(std::unique_ptr<OutputFile> file, std::uint32_t pages)
+    : mFile(std::move(file)), mPages(cutTiffPages(*mFile, pages))
+{
+    if (mPages < pages) {
+        throw Failure("the file has fewer pages than it had; download it anew");
+    }
+    mFile->seek(0); // libtiff reads on from where the file is
+    open("a");
 }
 
 TiffDocument::~TiffDocument()
@@ -136,6 +138,19 @@ void TiffDocument::require(bool done) const
 
 void TiffDocument::addPage(PictureView picture)
 {
+    try {
+        require(mTiff != nullptr);
+        writePage(picture);
+        mFile->flush();
+        ++mPages;
+    } catch (const Failure&) {
+        giveUp();
+        throw;
+    }
+}
+
+void TiffDocument::writePage(PictureView picture)
+{
     TIFFSetField(mTiff, TIFFTAG_SUBFILETYPE, FILETYPE_PAGE);
     TIFFSetField(mTiff, TIFFTAG_IMAGEWIDTH, picture.width);
     TIFFSetField(mTiff, TIFFTAG_IMAGELENGTH, picture.height);
@@ -154,23 +169,26 @@ void TiffDocument::addPage(PictureView picture)
     require(TIFFWriteDirectory(mTiff) == 1);
 }
 
-void TiffDocument::keepPages(std::uint32_t pages)
+/// Leaves the file with its whole pages. Where that cannot be either, it stays as it is: whoever
+/// continues it counts its pages.
+void TiffDocument::giveUp()
 {
-    const std::uint32_t there = TIFFNumberOfDirectories(mTiff);
-    if (there < pages) {
-        throw Failure("the file has fewer pages than it had; download it anew");
-    }
-    for (std::uint32_t page = there; page > pages; --page) {
-        require(TIFFUnlinkDirectory(mTiff, page) == 1);
-    }
-    TIFFFreeDirectory(mTiff);                 // what was read of the first page
-    require(TIFFCreateDirectory(mTiff) == 0); // the page to be written next
+    mGivenUp = true;
+    close();
+    guarded(0, [&] {
+        mFile->keepWritten();
+        mPages = cutTiffPages(*mFile, mPages);
+        mFile->flush();
+        return 0;
+    });
 }
 
 void TiffDocument::commit()
 {
     close();
-    require(true);
+    if (!mGivenUp) {
+        require(true);
+    }
     mFile->sync();
     mFile->commit();
 }

@@ -17,16 +17,21 @@ namespace telvo
 class TiffDocument
 {
   public:
-    enum class Mode : std::uint8_t { Write, WriteBig, Append };
+    enum class Mode : std::uint8_t { Write, WriteBig };
 
     TiffDocument(std::unique_ptr<OutputFile> file, Mode mode);
+    /// Goes on behind so many pages of a file; what is behind them is cut off. Throws Failure if it
+    /// has fewer.
+    TiffDocument(std::unique_ptr<OutputFile> file, std::uint32_t pages);
     ~TiffDocument();
     TiffDocument(const TiffDocument&) = delete;
     TiffDocument& operator=(const TiffDocument&) = delete;
 
+    /// The page is with the system when this returns. After a Failure there are those before it,
+    /// and no more can be added.
     void addPage(PictureView picture);
-    /// Forgets the pages behind so many. Throws Failure if there are fewer.
-    void keepPages(std::uint32_t pages);
+    /// With those that were there when it was opened.
+    std::uint32_t pages() const { return mPages; }
     void commit();
 
   private:
@@ -42,10 +47,14 @@ class TiffDocument
 
     void open(const char* mode);
     void close();
+    void writePage(PictureView picture);
+    void giveUp();
     void require(bool done) const;
 
     std::unique_ptr<OutputFile> mFile; // never null
-    TIFF* mTiff = nullptr;
+    TIFF* mTiff = nullptr;             // null: closed, nothing can be added
+    std::uint32_t mPages = 0;
+    bool mGivenUp = false;     // libtiff writes no more
     std::exception_ptr mError; // of the file
     std::string mMessage;      // of libtiff
 };

@@ -25,7 +25,7 @@ TiffFileSink::TiffFileSink(std::unique_ptr<OutputFile> file, const PictureStyle&
 }
 
 TiffFileSink::TiffFileSink(std::unique_ptr<TiffDocument> document, const PictureStyle& style)
-    : mDocument(std::move(document)), mStyle(style)
+    : mDocument(std::move(document)), mStyle(style), mThere(mDocument->pages())
 {
 }
 
@@ -34,14 +34,20 @@ TiffFileSink::~TiffFileSink() = default;
 std::unique_ptr<TiffFileSink> TiffFileSink::resume(std::unique_ptr<OutputFile> file,
                                                    const PictureStyle& style, std::uint32_t pages)
 {
-    auto document = std::make_unique<TiffDocument>(std::move(file), TiffDocument::Mode::Append);
-    document->keepPages(pages);
+    auto document = std::make_unique<TiffDocument>(std::move(file), pages);
     return std::unique_ptr<TiffFileSink>(new TiffFileSink(std::move(document), style));
 }
 
 void TiffFileSink::put(std::uint64_t /*number*/, GrayView frame)
 {
     mDocument->addPage(renderPicture(frame, mStyle).view());
+}
+
+void TiffFileSink::flush() {} // each page is with the system at once
+
+std::uint64_t TiffFileSink::written()
+{
+    return mDocument->pages() - mThere;
 }
 
 void TiffFileSink::finish()

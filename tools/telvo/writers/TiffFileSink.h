@@ -28,6 +28,8 @@ class TiffFileSink : public FrameSink
                                                 const PictureStyle& style, std::uint32_t pages);
     ~TiffFileSink() override;
     void put(std::uint64_t number, GrayView frame) override;
+    void flush() override;
+    std::uint64_t written() override;
     void finish() override;
 
     /// Bytes that a page takes beside its pixels, at most.
@@ -38,6 +40,7 @@ class TiffFileSink : public FrameSink
 
     std::unique_ptr<TiffDocument> mDocument; // never null
     PictureStyle mStyle;
+    std::uint32_t mThere; // pages, when it began
 };
 
 } // namespace telvo

@@ -132,6 +132,9 @@ class VideoFileSink : public FrameSink
         mEncoder->put(picture.view());
     }
 
+    void flush() override {}
+    std::uint64_t written() override { return 0; } // it plays only with its end
+
     void finish() override
     {
         if (!mEncoder) {

@@ -1,8 +1,6 @@
 #include "CameraTest.h"
 
-#include "BootstrapRegisters.h"
-#include "ControlChannel.h"
-#include "DeviceRegisters.h"
+#include "CameraControl.h"
 
 #include <chrono>
 #include <thread>
@@ -50,10 +48,5 @@ ToolOutcome CameraTest::run(std::vector<std::string> arguments, const std::strin
 
 bool CameraTest::isFree() const
 {
-    const auto address = gige::net::parseIpv4(mCamera->options().address);
-    const gige::control::LinkSettings settings;
-    const auto channel = gige::control::ControlChannel::open(*address, *address, settings);
-    return gige::control::DeviceRegisters(*channel)
-               .readRegister(gige::wire::kRegControlPrivilege)
-               .valueOr(gige::wire::kPrivilegeExclusive) == gige::wire::kPrivilegeOpen;
+    return ::isFree(*mCamera);
 }

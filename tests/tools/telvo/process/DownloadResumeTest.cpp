@@ -1,5 +1,7 @@
 /// Downloads that end before their last frame, and how they go on.
+#include "CameraControl.h"
 #include "RecordedCamera.h"
+#include "SmallDisk.h"
 
 #include <csignal>
 #include <fstream>
@@ -49,6 +51,56 @@ class DownloadResume : public RecordedCamera
         return more;
     }
 
+    static fs::path sidecarOf(const fs::path& output, const char* format)
+    {
+        return output.string() + (std::string(format) == "png" ? "/recording.json" : ".json");
+    }
+
+    /// Starts it and kills it in the middle; the camera is then free again.
+    void killed(const std::string& name, const char* format) const
+    {
+        ToolProcess process(
+            download(name, withFormat(format, {"--set", "heartbeat-timeout=1000", "--set",
+                                               "heartbeat-interval=200"})));
+        EXPECT_TRUE(eventually([&] {
+            return camera->log().bytes > 2500 * frameSize(); // two blocks and some of the third
+        }));
+        process.signal(SIGKILL);
+        EXPECT_EQ(process.wait().exitStatus, -SIGKILL);
+        EXPECT_FALSE(fs::exists(sidecarOf(folder.path() / name, format)));
+        EXPECT_TRUE(eventually([&] { return isFree(*camera); }));
+    }
+
+    /// Continues it. @return how many frames were transferred
+    std::uint32_t resumed(const std::string& name, const char* format) const
+    {
+        const ToolOutcome rest = downloads(name, withFormat(format, {"--resume", "--json"}));
+        const nlohmann::json sidecar = jsonOf(sidecarOf(folder.path() / name, format));
+        EXPECT_EQ(sidecar["complete"], true);
+        EXPECT_EQ(sidecar["counter-check"]["whole"], true);
+        EXPECT_EQ(sidecar["frames"].size(), kFrames);
+        return nlohmann::json::parse(rest.output)["transferred"];
+    }
+
+    /// Starts it, lets something else take the rest of the disk, and then free it again.
+    void runOutOfSpace(const std::string& name, const char* format) const
+    {
+        ToolProcess process(download(name, withFormat(format, {})));
+        EXPECT_TRUE(eventually([&] { return sizeOf(folder / "disk") > 200'000; }));
+        const fs::path filler = folder / "disk/filler";
+        std::ofstream(filler) << std::string(32 << 20, 'x') << std::flush;
+        const ToolOutcome result = process.wait();
+        fs::remove(filler);
+        EXPECT_EQ(result.exitStatus, 1);
+        EXPECT_THAT(result.errors, HasSubstr("No space left on device; "));
+        EXPECT_THAT(result.errors, HasSubstr("of 3000 frames, --resume continues"));
+        const nlohmann::json sidecar = jsonOf(sidecarOf(folder.path() / name, format));
+        EXPECT_EQ(sidecar["complete"], false);
+        EXPECT_GT(sidecar["frames"].size(), 0U);
+        EXPECT_LT(sidecar["frames"].size(), kFrames);
+        EXPECT_EQ(sidecar["counter-check"]["received"], sidecar["frames"].size());
+    }
+
     /// Starts it and sends the signal as soon as some frames are written.
     ToolOutcome interrupted(const std::string& name, const char* format, int signal = SIGINT) const
     {
@@ -72,8 +124,7 @@ class DownloadResume : public RecordedCamera
         const ToolOutcome result = interrupted(name, format);
         EXPECT_EQ(result.exitStatus, 1);
         EXPECT_THAT(result.errors, HasSubstr("of 3000 frames, --resume continues"));
-        const fs::path sidecar =
-            folder.path() / (name + (std::string(format) == "png" ? "/recording.json" : ".json"));
+        const fs::path sidecar = sidecarOf(folder.path() / name, format);
         const nlohmann::json before = jsonOf(sidecar);
         EXPECT_EQ(before["complete"], false);
         EXPECT_EQ(before["counter-check"]["whole"], false);
@@ -152,6 +203,60 @@ TEST_F(DownloadResume, ALinkThatBreaksBetweenTwoBlocksIsNamed)
     camera->faults().setSilent(true); // the tool has a block to write, and has got the next
     reader.ignore(std::numeric_limits<std::streamsize>::max());
     EXPECT_THAT(process.wait().errors, HasSubstr("the connection to the camera was lost"));
+}
+
+TEST_F(DownloadResume, KeepsARawFileOnAFullDiskAndGoesOn)
+{
+    const SmallDisk disk(folder / "disk", "size=14m");
+    runOutOfSpace("disk/a", "raw");
+    EXPECT_EQ(contents(folder / "disk/a").size(),
+              jsonOf(folder / "disk/a.json")["frames"].size() * frameSize());
+    EXPECT_LT(resumed("disk/a", "raw"), kFrames);
+    EXPECT_TRUE(contents(folder / "disk/a") == recorded(0, kFrames));
+}
+
+TEST_F(DownloadResume, KeepsATiffFileOnAFullDiskAndGoesOn)
+{
+    downloads("whole", withFormat("tiff", {}));
+    const SmallDisk disk(folder / "disk", "size=14m");
+    runOutOfSpace("disk/a", "tiff");
+    EXPECT_LT(resumed("disk/a", "tiff"), kFrames);
+    EXPECT_TRUE(contents(folder / "disk/a") == contents(folder / "whole"));
+}
+
+TEST_F(DownloadResume, KeepsPicturesOnAFullDiskAndGoesOn)
+{
+    const SmallDisk disk(folder / "disk", "size=18m");
+    runOutOfSpace("disk/a", "png");
+    EXPECT_LT(resumed("disk/a", "png"), kFrames);
+    EXPECT_EQ(entries(folder / "disk/a"), kFrames + 1U);
+}
+
+TEST_F(DownloadResume, ARawFileGoesOnAfterItsProcessWasKilled)
+{
+    killed("a", "raw");
+    EXPECT_FALSE(fs::exists(folder / "a"));
+    EXPECT_EQ(runTool(download("a", {"--resume", "--first", "1"})).exitStatus, 1);
+    EXPECT_EQ(entries(folder.path()), 2U) << "what was left is there still";
+    EXPECT_LT(resumed("a", "raw"), kFrames);
+    EXPECT_TRUE(contents(folder / "a") == recorded(0, kFrames));
+    EXPECT_EQ(entries(folder.path()), 2U) << "no partial files are left";
+}
+
+TEST_F(DownloadResume, ATiffFileGoesOnAfterItsProcessWasKilled)
+{
+    killed("a", "tiff");
+    EXPECT_LT(resumed("a", "tiff"), kFrames);
+    EXPECT_EQ(entries(folder.path()), 2U) << "no partial files are left";
+    downloads("whole", withFormat("tiff", {}));
+    EXPECT_TRUE(contents(folder / "a") == contents(folder / "whole"));
+}
+
+TEST_F(DownloadResume, PicturesGoOnAfterTheirProcessWasKilled)
+{
+    killed("a", "png");
+    resumed("a", "png");
+    EXPECT_EQ(entries(folder / "a"), kFrames + 1U);
 }
 
 TEST_F(DownloadResume, DoesNotMixOneRecordingWithAnother)

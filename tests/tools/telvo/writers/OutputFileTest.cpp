@@ -171,6 +171,38 @@ TEST(OutputFile, MakesFoldersAndFailsWhereAFileIsInTheWay)
     EXPECT_THROW(makeFolder(folder / "file" / "b"), Failure);
 }
 
+TEST(OutputFile, GoesOnWithWhatAnotherProcessLeft)
+{
+    const TemporaryFolder folder;
+    std::ofstream(folder / "data.0123abcd.part") << "earlier";
+    std::ofstream(folder / "data.part") << "another's";
+    ASSERT_EQ(partialsOf(folder / "data"),
+              std::vector<std::filesystem::path>{folder / "data.0123abcd.part"});
+    const UnfinishedFile unfinished{folder / "data.0123abcd.part", folder / "data",
+                                    IfThere::Refuse};
+    {
+        OutputFile file(unfinished);
+    }
+    EXPECT_EQ(contents(folder / "data.0123abcd.part"), "earlier") << "given up, not removed";
+    OutputFile file(unfinished);
+    file.seek(7);
+    file.write(std::span(kBytes).first(1));
+    file.commit();
+    EXPECT_EQ(contents(folder / "data"), "earliera");
+    EXPECT_EQ(entries(folder.path()), 2U);
+}
+
+TEST(OutputFile, IsContinuedByOneAtATime)
+{
+    const TemporaryFolder folder;
+    std::ofstream(folder / "data") << "earlier";
+    const OutputFile file(folder / "data", IfThere::Continue);
+    const std::string failure =
+        failureOf([&] { OutputFile other(folder / "data", IfThere::Continue); });
+    EXPECT_NE(failure, "");
+    EXPECT_EQ(contents(folder / "data"), "earlier");
+}
+
 TEST(OutputFile, NeedsSpace)
 {
     const TemporaryFolder folder;

@@ -51,4 +51,16 @@ TEST(PngFolderSink, ContinuesAFolderOfPictures)
     EXPECT_GT(std::filesystem::file_size(folder / "frame-000000.png"), 50U);
 }
 
+TEST(PngFolderSink, RemovesWhatAKilledProcessLeftOfAPicture)
+{
+    const TemporaryFolder folder;
+    for (const char* name : {"frame-000001.png", "frame-000002.png.0123abcd.part", "mine.part"}) {
+        std::ofstream(folder / name) << "x";
+    }
+    PngFolderSink sink(folder.path(), {}, IfThere::Continue);
+    EXPECT_TRUE(std::filesystem::exists(folder / "frame-000001.png"));
+    EXPECT_FALSE(std::filesystem::exists(folder / "frame-000002.png.0123abcd.part"));
+    EXPECT_TRUE(std::filesystem::exists(folder / "mine.part"));
+}
+
 } // namespace

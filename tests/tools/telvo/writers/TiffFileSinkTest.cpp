@@ -39,6 +39,12 @@ std::vector<int> pagesOf(const std::filesystem::path& path)
     return pages;
 }
 
+std::string contents(const std::filesystem::path& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
 void write(const std::filesystem::path& path, int pages, std::uint64_t expected = 0)
 {
     TiffFileSink sink(std::make_unique<OutputFile>(path), kAsItIs, expected);
@@ -82,6 +88,28 @@ TEST(TiffFileSink, ContinuesBehindThePagesThatAreThere)
         sink->put(3, plain(30).view());
         sink->finish();
         EXPECT_THAT(pagesOf(path), ElementsAre(0, 1, 20, 30));
+    }
+}
+
+TEST(TiffFileSink, IsContinuedByteForByteWhereverItWasCutOff)
+{
+    const TemporaryFolder folder;
+    for (const std::uint64_t expected : {std::uint64_t{0}, std::uint64_t{1} << 33}) {
+        const auto path = folder.path() / std::to_string(expected);
+        write(path, 3, expected);
+        const std::string whole = contents(path);
+        write(folder.path() / "two", 2, expected);
+        const std::size_t twoPages = contents(folder.path() / "two").size();
+        std::filesystem::remove(folder.path() / "two");
+        for (std::size_t size = twoPages; size <= whole.size(); ++size) {
+            std::filesystem::resize_file(path, size);
+            auto sink = TiffFileSink::resume(std::make_unique<OutputFile>(path, IfThere::Continue),
+                                             kAsItIs, 2);
+            sink->put(2, plain(2).view());
+            EXPECT_EQ(sink->written(), 1U);
+            sink->finish();
+            ASSERT_TRUE(contents(path) == whole) << size;
+        }
     }
 }
 
