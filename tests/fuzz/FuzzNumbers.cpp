@@ -6,6 +6,7 @@
 #include "Setting.h"
 #include "ToolError.h"
 
+#include <CLI/CLI.hpp>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
@@ -69,10 +70,10 @@ CLI::App& tool()
     static CLI::App app;
     const auto commands = [] { return app.get_subcommands([](CLI::App*) { return true; }); };
     if (commands().empty()) {
-        telvo::addDiscoverCommand(app);
-        telvo::addLiveCommand(app);
-        telvo::addRecordCommand(app);
-        telvo::addDownloadCommand(app);
+        for (const auto add : {telvo::addDiscoverCommand, telvo::addLiveCommand,
+                               telvo::addRecordCommand, telvo::addDownloadCommand}) {
+            add(telvo::Command(app));
+        }
         for (CLI::App* const command : commands()) {
             command->require_option(1000);
         }
