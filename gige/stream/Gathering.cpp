@@ -15,6 +15,13 @@ constexpr double kShareOfRest = 0.9;
 /// Of what the system keeps: the pause may turn out longer, and the rate higher.
 constexpr double kShareOfCapacity = 0.25;
 
+/// Blocks after which a stream counts as steady.
+constexpr int kSteadyBlocks = 2;
+/// Packets that come so many times faster than before end that.
+constexpr double kHurry = 1.5;
+/// A rate shows only in receives that are so far apart.
+constexpr double kShortestMeasured = 200e-6;
+
 double inSeconds(std::chrono::duration<double> time)
 {
     return time.count();
@@ -31,6 +38,9 @@ Gathering::Gathering(std::size_t capacity)
 std::chrono::microseconds Gathering::pauseAfter(const Taken& taken, std::uint32_t toCome, Time now)
 {
     measure(taken, now);
+    if (mWithinBlock && toCome == 0) {
+        mSteadyBlocks = std::min(mSteadyBlocks + 1, kSteadyBlocks);
+    }
     mWithinBlock = toCome > 0;
     return choosePause(toCome);
 }
@@ -39,11 +49,26 @@ std::chrono::microseconds Gathering::pauseAfter(const Taken& taken, std::uint32_
 void Gathering::measure(const Taken& taken, Time now)
 {
     if (mWithinBlock) {
-        mSeconds = mSeconds * kFade + inSeconds(now - mLastTaken);
+        const double seconds = inSeconds(now - mLastTaken);
+        if (isHurried(taken, seconds)) {
+            mSteadyBlocks = -1; // the block that ends next is none
+        }
+        mSeconds = mSeconds * kFade + seconds;
         mPackets = mPackets * kFade + static_cast<double>(taken.packets);
         mBytes = mBytes * kFade + static_cast<double>(taken.bytes);
     }
     mLastTaken = now;
+}
+
+bool Gathering::isHurried(const Taken& taken, double seconds) const
+{
+    return seconds >= kShortestMeasured && mSeconds > 0 &&
+           static_cast<double>(taken.packets) / seconds > kHurry * mPackets / mSeconds;
+}
+
+std::chrono::microseconds Gathering::longestPause() const
+{
+    return mSteadyBlocks == kSteadyBlocks ? mLimits.steady : mLimits.usual;
 }
 
 std::chrono::microseconds Gathering::choosePause(std::uint32_t toCome) const
@@ -55,7 +80,7 @@ std::chrono::microseconds Gathering::choosePause(std::uint32_t toCome) const
     // Not up to the last packet: the block is complete with it, and the host waits.
     const double rest = (toCome - 1) / packetRate;
     const double seconds =
-        std::min({inSeconds(mLongest), rest * kShareOfRest, mMostBytes * mSeconds / mBytes});
+        std::min({inSeconds(longestPause()), rest * kShareOfRest, mMostBytes * mSeconds / mBytes});
     const bool pays =
         seconds >= inSeconds(kShortestGathering) && seconds * packetRate >= kFewestGathered;
     return pays ? std::chrono::duration_cast<std::chrono::microseconds>(

@@ -10,11 +10,21 @@
 namespace gige::stream
 {
 
-/// Longest pause while resends are on. With what the system adds to a sleep, a request goes out at
-/// most 0.5 ms later than without pauses.
-constexpr std::chrono::microseconds kLongestWithResends{400};
-/// Longest pause without: a picture is complete at most 1 ms later, should its end come early.
-constexpr std::chrono::microseconds kLongestGathering{800};
+/// How long a pause may be.
+struct PauseLimits {
+    std::chrono::microseconds usual;
+    std::chrono::microseconds steady; // in a stream whose last blocks came at an even rate
+};
+
+/// While resends are on. With what the system adds to a sleep, a request goes out at most 0.5 ms
+/// later than without pauses.
+constexpr PauseLimits kLimitsWithResends{std::chrono::microseconds(400),
+                                         std::chrono::microseconds(400)};
+/// Without, a picture is complete at most 1 ms later, should its end come early. That of a steady
+/// stream does not; where it happens after all, one picture is late, and the limit is the usual one
+/// again.
+constexpr PauseLimits kLimitsWithoutResends{std::chrono::microseconds(800),
+                                            std::chrono::microseconds(3000)};
 /// Below this a sleep takes longer than it should.
 constexpr std::chrono::microseconds kShortestGathering{40};
 /// A pause that gathers fewer packets costs as much as it saves.
@@ -38,8 +48,7 @@ class Gathering
     /// @param capacity  bytes that the system keeps meanwhile
     explicit Gathering(std::size_t capacity);
 
-    /// @param longest  the pause's limit
-    void setLongest(std::chrono::microseconds longest) { mLongest = longest; }
+    void setLimits(const PauseLimits& limits) { mLimits = limits; }
 
     /// @param toCome  packets of the newest open block that are still to come; 0: not known
     /// @param now     when the packets were taken
@@ -48,16 +57,19 @@ class Gathering
 
   private:
     void measure(const Taken& taken, Time now);
+    bool isHurried(const Taken& taken, double seconds) const;
+    std::chrono::microseconds longestPause() const;
     std::chrono::microseconds choosePause(std::uint32_t toCome) const;
 
     const double mMostBytes;
-    std::chrono::microseconds mLongest = kLongestGathering;
+    PauseLimits mLimits = kLimitsWithoutResends;
     // Sums over the last receives within a block, the older the less.
     double mSeconds = 0;
     double mPackets = 0;
     double mBytes = 0;
     Time mLastTaken;
     bool mWithinBlock = false; // after the last receive
+    int mSteadyBlocks = 0;     // since packets last came much faster than before
 };
 
 } // namespace gige::stream

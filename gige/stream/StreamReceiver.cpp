@@ -199,8 +199,8 @@ void StreamReceiver::serveCommands()
 void StreamReceiver::apply(const StreamSettings& settings)
 {
     mAssembler.setSettings(settings);
-    mGathering.setLongest(settings.maximumPendingResends > 0 ? kLongestWithResends
-                                                             : kLongestGathering);
+    mGathering.setLimits(settings.maximumPendingResends > 0 ? kLimitsWithResends
+                                                            : kLimitsWithoutResends);
 }
 
 void StreamReceiver::dropReceived()

@@ -116,8 +116,30 @@ TEST(Gathering, DoesNotPauseWhileTheBlocksLengthIsNotKnown)
 TEST(Gathering, PausesShorterWhileResendsAreOn)
 {
     ScriptedReceiver receiver;
-    receiver.gathering.setLongest(kLongestWithResends);
+    receiver.gathering.setLimits(kLimitsWithResends);
     receiver.receiveBlock(900, kCable);
+    EXPECT_EQ(receiver.longestPause, 400us);
+}
+
+TEST(Gathering, WakesStillMoreSeldomOnceTheStreamIsKnownToBeSteady)
+{
+    ScriptedReceiver receiver;
+    for (int block = 0; block < 3; ++block) {
+        receiver.wakes = 0;
+        receiver.receiveBlock(900, kCable);
+    }
+    EXPECT_LE(receiver.wakes, 12U);
+    EXPECT_EQ(receiver.longestPause, 3ms);
+    EXPECT_EQ(receiver.latest, 0ns);
+}
+
+TEST(Gathering, PausesNoLongerWhileResendsAreOnHoweverSteadyTheStream)
+{
+    ScriptedReceiver receiver;
+    receiver.gathering.setLimits(kLimitsWithResends);
+    for (int block = 0; block < 5; ++block) {
+        receiver.receiveBlock(900, kCable);
+    }
     EXPECT_EQ(receiver.longestPause, 400us);
 }
 
@@ -138,6 +160,21 @@ TEST(Gathering, DelaysPicturesByLessThanAMillisecondWhenTheirEndsComeEarly)
         receiver.receiveBlock(hurriedBlock(receiver.clock + 1ms));
     }
     EXPECT_GT(receiver.latest, 0ns);
+    EXPECT_LE(receiver.latest, 800us);
+}
+
+TEST(Gathering, DelaysOnePictureOfASteadyStreamThatHurriesAndPausesAsUsualThen)
+{
+    ScriptedReceiver receiver;
+    for (int i = 0; i < 5; ++i) {
+        receiver.receiveBlock(900, kCable);
+    }
+    receiver.receiveBlock(hurriedBlock(receiver.clock + 1ms));
+    EXPECT_LE(receiver.latest, 3ms);
+    receiver.latest = 0ns;
+    for (int i = 0; i < 40; ++i) {
+        receiver.receiveBlock(hurriedBlock(receiver.clock + 1ms));
+    }
     EXPECT_LE(receiver.latest, 800us);
 }
 
