@@ -141,7 +141,7 @@ PvResult PvPipeline::ReleaseBuffer(PvBuffer* buffer)
         return PvResult::Code::InvalidParameter;
     }
     // After a stop the buffer simply rests with the pipeline until the next start.
-    if (mImpl->receiver != nullptr && !mImpl->receiver->queue(buffer->impl())) {
+    if (mImpl->receiver != nullptr && !mImpl->receiver->queueFirst(buffer->impl())) {
         return PvResult::Code::StateError;
     }
     return PvResult::Code::Ok;

@@ -1,5 +1,6 @@
 #include "BufferQueue.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace gige::stream
@@ -14,6 +15,15 @@ void BufferChain::push(StreamBuffer& buffer)
         mLast->mNext = &buffer;
     }
     mLast = &buffer;
+}
+
+void BufferChain::pushFirst(StreamBuffer& buffer)
+{
+    buffer.mNext = mFirst;
+    mFirst = &buffer;
+    if (buffer.mNext == nullptr) {
+        mLast = &buffer;
+    }
 }
 
 StreamBuffer* BufferChain::pop()
@@ -63,12 +73,30 @@ Retrieved CompletedBuffers::retrieve(std::chrono::milliseconds timeout, std::uin
 bool BufferQueue::queue(StreamBuffer& buffer, Time now)
 {
     const std::lock_guard lock(mLock);
+    if (!enter(buffer, now)) {
+        return false;
+    }
+    mQueued.push(buffer);
+    return true;
+}
+
+bool BufferQueue::queueFirst(StreamBuffer& buffer, Time now)
+{
+    const std::lock_guard lock(mLock);
+    if (!enter(buffer, now)) {
+        return false;
+    }
+    mQueued.pushFirst(buffer);
+    return true;
+}
+
+bool BufferQueue::enter(StreamBuffer& buffer, Time now)
+{
     if (buffer.mInStream) {
         return false;
     }
     buffer.mInStream = true;
     buffer.mQueuedAt = now;
-    mQueued.push(buffer);
     return true;
 }
 
@@ -81,8 +109,11 @@ StreamBuffer* BufferQueue::take()
 std::optional<Time> BufferQueue::waitingSince() const
 {
     const std::lock_guard lock(mLock);
-    const StreamBuffer* const first = mQueued.first();
-    return first == nullptr ? std::nullopt : std::optional(first->mQueuedAt);
+    std::optional<Time> longest;
+    for (const StreamBuffer* buffer = mQueued.first(); buffer != nullptr; buffer = buffer->mNext) {
+        longest = std::min(longest.value_or(buffer->mQueuedAt), buffer->mQueuedAt);
+    }
+    return longest;
 }
 
 void BufferQueue::complete(StreamBuffer& buffer)

@@ -19,6 +19,7 @@ class BufferChain
   public:
     StreamBuffer* first() const { return mFirst; }
     void push(StreamBuffer& buffer);
+    void pushFirst(StreamBuffer& buffer);
     /// Null if there is none.
     StreamBuffer* pop();
 
@@ -68,9 +69,12 @@ class BufferQueue : public CompletedBuffers
   public:
     /// @return false: the buffer is in a stream already
     bool queue(StreamBuffer& buffer, Time now);
-    /// The buffer queued first; null if there is none.
+    /// The same before all others: while the processor's cache still has its memory, filling it
+    /// costs a third less.
+    bool queueFirst(StreamBuffer& buffer, Time now);
+    /// The next buffer to fill; null if there is none.
     StreamBuffer* take();
-    /// Since when the first queued buffer has been waiting.
+    /// Since when the queued buffer has been waiting that waits longest.
     std::optional<Time> waitingSince() const;
     void complete(StreamBuffer& buffer);
     /// Completes all queued buffers as Aborted.
@@ -80,6 +84,8 @@ class BufferQueue : public CompletedBuffers
     void releaseAll();
 
   private:
+    static bool enter(StreamBuffer& buffer, Time now);
+
     BufferChain mQueued;
 };
 

@@ -83,7 +83,17 @@ void StreamReceiver::setSettings(const StreamSettings& settings)
 
 bool StreamReceiver::queue(StreamBuffer& buffer)
 {
-    const bool queued = mQueue.queue(buffer, Clock::now());
+    return wakeIf(mQueue.queue(buffer, Clock::now()));
+}
+
+bool StreamReceiver::queueFirst(StreamBuffer& buffer)
+{
+    return wakeIf(mQueue.queueFirst(buffer, Clock::now()));
+}
+
+/// A buffer that was queued may change until when the receiving thread waits.
+bool StreamReceiver::wakeIf(bool queued)
+{
     if (queued && mQueueWakes) {
         mWaker.wake();
     }

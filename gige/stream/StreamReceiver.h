@@ -64,6 +64,9 @@ class StreamReceiver final : private AssemblerHost
 
     /// Hands a buffer in. @return false: it is in a stream already
     bool queue(StreamBuffer& buffer);
+    /// The same, to be filled before all others: a buffer that was just in use is still in the
+    /// processor's cache.
+    bool queueFirst(StreamBuffer& buffer);
     /// Where the completed ones are taken.
     CompletedBuffers& completed() { return mQueue; }
 
@@ -88,6 +91,7 @@ class StreamReceiver final : private AssemblerHost
     void run();
     void receiveNext();
     Taken placeReceived(Time now);
+    bool wakeIf(bool queued);
     void gather(const Taken& taken, Time now);
     void serveCommands();
     void apply(const StreamSettings& settings);

@@ -70,6 +70,25 @@ TEST_F(BufferQueueTest, TellsSinceWhenTheFirstWaits)
     EXPECT_EQ(queue.waitingSince(), Time{7s});
 }
 
+TEST_F(BufferQueueTest, ABufferJustUsedIsTakenBeforeThoseThatWait)
+{
+    queue.queue(buffers[0], Time{5s});
+    EXPECT_TRUE(queue.queueFirst(buffers[1], Time{7s}));
+    EXPECT_FALSE(queue.queueFirst(buffers[1], Time{7s}));
+    EXPECT_EQ(queue.waitingSince(), Time{5s});
+    EXPECT_EQ(queue.take(), &buffers[1]);
+    EXPECT_EQ(queue.take(), &buffers[0]);
+    EXPECT_EQ(queue.take(), nullptr);
+}
+
+TEST_F(BufferQueueTest, KeepsTheOrderBehindABufferJustUsed)
+{
+    EXPECT_TRUE(queue.queueFirst(buffers[0], Time{}));
+    queue.queue(buffers[1], Time{});
+    EXPECT_EQ(queue.take(), &buffers[0]);
+    EXPECT_EQ(queue.take(), &buffers[1]);
+}
+
 TEST_F(BufferQueueTest, AbortCompletesWhatIsQueued)
 {
     queue.queue(buffers[0], Time{});
