@@ -12,7 +12,8 @@ build="build-essential cmake ninja-build pkgconf git
 test="libgtest-dev libgmock-dev aravis-tools aravis-tools-cli iproute2
     libtiff-tools imagemagick ffmpeg python3 lintian dpkg-dev mono-mcs mono-runtime
     python3-numpy python3-matplotlib python3-pytest
-    python3-build python3-pip python3-setuptools python3-wheel"
+    python3-build python3-pip python3-setuptools python3-wheel mypy
+    nftables libcap2-bin"
 # The cross-compiler, and a system to run what it makes.
 windows="g++-mingw-w64-x86-64-posix libz-mingw-w64-dev googletest wine wine64 xvfb xdotool"
 bench="libbenchmark-dev python3-numpy"

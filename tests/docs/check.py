@@ -1,6 +1,6 @@
 #!/usr/bin/python3
-"""Checks the Markdown pages of a source folder: that each link leads to a file or to a heading, and
-that each C and C++ snippet compiles.
+"""Checks the Markdown pages of a source folder: that each link leads to a file or to a heading, that
+each C, C++ and C# snippet compiles, and that no page of docs/ has a snippet that nothing checks.
 
 usage: check.py SOURCE
 """
@@ -8,11 +8,16 @@ import pathlib
 import re
 import subprocess
 import sys
+import tempfile
 
 COMPILERS = {
     "c": ["cc", "-std=c11", "-x", "c"],
     "cpp": ["c++", "-std=c++20", "-x", "c++"],
 }
+# What runs the others: transcripts.py, shell.py, and test_guide.py in tests/python. Text is no snippet;
+# bat is for Windows' own programs.
+CHECKED = {*COMPILERS, "csharp", "console", "sh", "cmake", "text", "bat"}
+CHECKED_ON = {"python": ["python.md"]}
 WARNINGS = ["-Wall", "-Wextra", "-Werror", "-fsyntax-only", "-"]
 
 
@@ -49,11 +54,39 @@ def broken_snippets(page, source):
             yield f"{page}: {result.stderr}"
 
 
+def compile_csharp(code, source):
+    with tempfile.TemporaryDirectory() as folder:
+        snippet = pathlib.Path(folder, "snippet.cs")
+        snippet.write_text(code, encoding="utf-8")
+        declarations = source / "examples/csharp/TelvoDll.cs"
+        return subprocess.run(["mcs", "-warnaserror", "-target:library", f"-out:{folder}/snippet.dll",
+                               declarations, snippet], text=True, capture_output=True, check=False)
+
+
+def broken_csharp(page, source):
+    for code in re.findall(r"```csharp\n(.*?)```", page.read_text(encoding="utf-8"), re.S):
+        result = compile_csharp(code, source)
+        if result.returncode != 0:
+            yield f"{page}: {result.stdout}{result.stderr}"
+
+
+def unchecked_snippets(page):
+    text = page.read_text(encoding="utf-8")
+    for language in re.findall(r"^ *```(\w*)\n.*?^ *```$", text, re.S | re.M):
+        if language not in CHECKED and page.name not in CHECKED_ON.get(language, []):
+            yield f"{page}: nothing checks a snippet in '{language}'"
+    without = re.sub(r"^ *```.*?^ *```$", "", text, flags=re.S | re.M)
+    for code in re.findall(r"^\n {4}(?![ *-]).*", without, re.M):
+        yield f"{page}: a snippet without a language: {code.strip()}"
+
+
 def main():
     source = pathlib.Path(sys.argv[1]).resolve()
     pages = sorted([*source.glob("*.md"), *source.glob("docs/**/*.md")])
     faults = [fault for page in pages
-              for fault in (*broken_links(page), *broken_snippets(page, source))]
+              for fault in (*broken_links(page), *broken_snippets(page, source),
+                            *broken_csharp(page, source))]
+    faults += [fault for page in source.glob("docs/**/*.md") for fault in unchecked_snippets(page)]
     print("\n".join(faults))
     print(f"{len(pages)} pages, {len(faults)} faults")
     sys.exit(1 if faults or not pages else 0)
