@@ -2,7 +2,7 @@
 BUILD ?= release
 SOURCES = $(shell git ls-files '*.h' '*.c' '*.cpp')
 
-.PHONY: demo test check fuzz soak bench bench-programs build windows test-windows package install deb reproducible format lint clean
+.PHONY: demo test check fuzz soak bench bench-programs build windows test-windows package install deb docs reproducible format lint clean
 
 demo:
 	scripts/setup.sh build
@@ -65,6 +65,7 @@ test-windows:
 	scripts/test.sh windows
 
 package: windows
+	scripts/setup.sh docs
 	cpack --preset windows
 
 # Library, header, CMake package, pkg-config file and programs into a folder.
@@ -83,6 +84,11 @@ deb:
 	cmake --preset demo >build/configure-demo.log || { cat build/configure-demo.log; false; }
 	cmake --build --preset demo
 	cpack --preset release
+
+# The pages of docs/ as a site: build/docs/html/index.html.
+docs:
+	scripts/setup.sh docs
+	scripts/docs.sh build/docs
 
 # Builds the Windows programs once more and compares.
 reproducible: windows

@@ -3,7 +3,10 @@
 install(FILES ${PROJECT_SOURCE_DIR}/src/api/TelvoDll.def DESTINATION lib)
 install(FILES ${PROJECT_SOURCE_DIR}/README.md DESTINATION .)
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples DESTINATION .)
-install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs DESTINATION .)
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs DESTINATION . PATTERN conf.py EXCLUDE)
+install(CODE "execute_process(COMMAND \"${PROJECT_SOURCE_DIR}/scripts/docs.sh\" \"${PROJECT_BINARY_DIR}/docs\"
+                              COMMAND_ERROR_IS_FATAL ANY)")
+install(DIRECTORY ${PROJECT_BINARY_DIR}/docs/html DESTINATION docs)
 
 # What hosts built with other compilers are linked to; libTelvoDll.dll.a is GCC's.
 set(import_library ${PROJECT_BINARY_DIR}/lib/TelvoDll.lib)

@@ -1,19 +1,20 @@
 #!/bin/sh
 # Installs, as Debian packages by name, what the purposes given need; installs nothing where all is
 # there already. For Windows it also fetches the sources of the libraries that are built for it.
-#   usage: scripts/setup.sh PURPOSE...     build test windows bench lint fuzz
+#   usage: scripts/setup.sh PURPOSE...     build test windows bench lint docs fuzz
 set -eu
 
 # The library, the tool and the virtual camera: all that the demo needs.
 build="build-essential cmake ninja-build pkgconf git
     libpugixml-dev libminizip-dev zlib1g-dev libpng-dev libcli11-dev nlohmann-json3-dev libtiff-dev
     libavformat-dev libavcodec-dev libswscale-dev"
+docs="python3-sphinx python3-myst-parser"
 # The suites, the independent programs that they meet, and namespaces for their networks.
 test="libgtest-dev libgmock-dev aravis-tools aravis-tools-cli iproute2
     libtiff-tools imagemagick ffmpeg python3 lintian dpkg-dev mono-mcs mono-runtime
     python3-numpy python3-matplotlib python3-pytest
     python3-build python3-pip python3-setuptools python3-wheel mypy
-    nftables libcap2-bin"
+    $docs nftables libcap2-bin"
 # The cross-compiler, and a system to run what it makes.
 windows="g++-mingw-w64-x86-64-posix libz-mingw-w64-dev googletest wine wine64 xvfb xdotool"
 bench="libbenchmark-dev python3-numpy"
@@ -32,6 +33,7 @@ for purpose in "$@"; do
         ;;
     bench) packages="$packages $bench" ;;
     lint) packages="$packages $lint" ;;
+    docs) packages="$packages $docs" ;;
     fuzz) packages="$packages $fuzz" ;;
     *)
         echo "setup: there is no purpose '$purpose'" >&2

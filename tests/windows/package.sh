@@ -17,7 +17,7 @@ cd "$work"
 cmake -E tar xf "$name.zip"
 
 {
-    (cd "$source" && git ls-files docs examples)
+    (cd "$source" && git ls-files docs examples | grep -v 'docs/conf.py')
     cat <<END
 README.md
 bin/TelvoDll.dll
@@ -44,7 +44,9 @@ licences/pugixml.txt
 licences/zlib.txt
 END
 } | LC_ALL=C sort >expected
-(cd "$name" && find . -type f -size +0 | sed 's|^\./||' | LC_ALL=C sort) | diff expected -
+(cd "$name" && find . -type f -size +0 -not -path './docs/html/*' | sed 's|^\./||' | LC_ALL=C sort) |
+    diff expected -
+"$source/tests/docs/site.py" "$name/docs/html"
 
 in_wine=$source/scripts/in-wine.sh
 "$in_wine" wine "$name/bin/telvo.exe" --version | tr -d '\r' | grep -x "telvo $version"
