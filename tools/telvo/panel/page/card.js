@@ -35,6 +35,7 @@ export class Card {
     #histogram;
     #focus;
     #lostSince = null;
+    #isLive = false;
 
     /** app has socket, state and notices. */
     constructor(app, row) {
@@ -85,12 +86,19 @@ export class Card {
         this.#stateLine.show(state);
         this.#record.show(state);
         this.#download.setColour(state.colour === true);
-        this.#live.setOn(state.live === true);
-        if (state.live) {
+        this.#setLive(state.live === true);
+        this.#showLoss(state.state === "lost");
+    }
+
+    #setLive(isLive) {
+        if (isLive && !this.#isLive) {
             this.#review.leave();
         }
-        this.#parts.shownWhat.textContent = state.live ? "LIVE" : this.#review.isShowing ? "RECORDED" : "";
-        this.#showLoss(state.state === "lost");
+        this.#isLive = isLive;
+        this.#live.setOn(isLive);
+        if (!isLive && this.#parts.shownWhat.textContent === "LIVE") {
+            setText(this.#parts.shownWhat, "LAST PICTURE");
+        }
     }
 
     showSettings() {
@@ -101,7 +109,7 @@ export class Card {
     }
 
     showRecording() {
-        this.#review.setSequences(this.state.sequencesOf(this.camera));
+        this.#review.setSequences(this.state.sequencesOf(this.camera), this.state.recordingOf(this.camera));
     }
 
     showCurve(message) {
@@ -172,7 +180,7 @@ export class Card {
     }
 
     #onLivePicture({ header, latency }) {
-        this.#parts.shownWhat.textContent = "LIVE";
+        setText(this.#parts.shownWhat, "LIVE");
         setText(this.#parts.latency, latency === null ? "–" : `${numberText(latency)} ms`);
         this.#picture.describe(`Live picture ${header.number}, ${header.pictureWidth} by ${header.pictureHeight} pixels`);
         this.#onPicture(header);
@@ -180,7 +188,7 @@ export class Card {
     }
 
     #onFrame(header) {
-        this.#parts.shownWhat.textContent = "RECORDED";
+        setText(this.#parts.shownWhat, "RECORDED");
         setText(this.#parts.latency, "–");
         this.#picture.describe(`Recorded frame ${header.number} of sequence ${header.sequence}`);
         this.#onPicture(header);

@@ -69,7 +69,9 @@ export class Live extends EventTarget {
         if (!this.#isOn) {
             return;
         }
-        await this.#picture.show(message);
+        if (!await this.#picture.show(message) || !this.#isOn) {
+            return;
+        }
         this.#last = performance.now();
         const latency = Date.now() - message.header.captured;
         const isPlausible = latency >= 0 && latency < LONGEST_LATENCY;

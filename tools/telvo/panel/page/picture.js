@@ -28,6 +28,8 @@ export class Picture extends EventTarget {
     #canvas;
     #context;
     #drag = null;
+    #lastTurn = 0; // pictures are counted as they come
+    #shownTurn = 0;
     #lastWanted = "";
     #redraw = oncePerFrame(() => this.#draw());
 
@@ -41,10 +43,22 @@ export class Picture extends EventTarget {
         this.#listen();
     }
 
-    /** Draws it with the next refresh of the screen; then it has been seen. */
+    /** Draws it with the next refresh of the screen; false: a newer one was faster. */
     async show(message) {
+        this.#lastTurn += 1;
+        const turn = this.#lastTurn;
         const image = await decodeImage(message);
         await new Promise(requestAnimationFrame);
+        if (turn < this.#shownTurn) {
+            image.bitmap.close();
+            return false;
+        }
+        this.#shownTurn = turn;
+        this.#take(image);
+        return true;
+    }
+
+    #take(image) {
         this.image?.bitmap.close();
         this.image = image;
         if (this.viewport.setPicture(image.header.pictureWidth, image.header.pictureHeight)) {

@@ -36,12 +36,9 @@ export class Review extends EventTarget {
         this.#listen(picture);
     }
 
-    get isShowing() {
-        return this.#scrubber.shows !== null;
-    }
-
-    setSequences(sequences) {
-        const known = JSON.stringify(sequences);
+    /** A recording has a number, since two may look alike. */
+    setSequences(sequences, recording) {
+        const known = JSON.stringify([recording, sequences]);
         if (known === this.#known) {
             return;
         }
@@ -62,6 +59,7 @@ export class Review extends EventTarget {
     leave() {
         this.stopPlaying();
         this.#scrubber.forget();
+        this.#thumbnails.stop();
     }
 
     stopPlaying() {
@@ -89,13 +87,21 @@ export class Review extends EventTarget {
 
     /** Small pictures and brightness, once the operator looks at frames anyway. */
     async #explore() {
-        const { socket, camera } = this.#card;
+        this.#isExplored = true;
+        const hasCurve = this.#askForCurve();
         const { sequence, frames } = this.sequence;
-        this.#thumbnails.fill(sequence, frames, this.#timeline.room);
+        const hasThumbnails = await this.#thumbnails.fill(sequence, frames, this.#timeline.room);
+        this.#isExplored = await hasCurve && hasThumbnails; // else the next frame tries again
+    }
+
+    async #askForCurve() {
+        const { socket, camera } = this.#card;
+        const { sequence } = this.sequence;
         try {
             this.setCurve({ sequence, ...await socket.ask("curve", { camera, sequence, points: CURVE_POINTS }) });
+            return true;
         } catch { // the camera does something else now
-            this.#isExplored = false;
+            return false;
         }
     }
 
@@ -115,6 +121,7 @@ export class Review extends EventTarget {
         }
         this.#timeline.addEventListener("go", ({ detail }) => this.go(detail));
         this.#scrubber.addEventListener("frame", ({ detail }) => this.#onFrame(detail));
+        this.#scrubber.addEventListener("failure", ({ detail }) => this.#onFailure(detail));
         this.marks.addEventListener("change", () => this.#showMarks());
         picture.addEventListener("view", () => this.#scrubber.again());
         parts.frameNumber.addEventListener("change", () => this.go(Number(parts.frameNumber.value) || 0));
@@ -182,9 +189,13 @@ export class Review extends EventTarget {
         setText(this.#parts.frameTook, `${numberText(took)} ms`);
         this.dispatchEvent(new CustomEvent("frame", { detail: header }));
         if (!this.#isExplored) {
-            this.#isExplored = true;
             this.#explore();
         }
+    }
+
+    #onFailure(text) {
+        this.stopPlaying();
+        this.#card.notices.failure(text);
     }
 
     #showPlaying() {

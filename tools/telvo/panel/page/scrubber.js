@@ -1,7 +1,7 @@
 // Gets recorded frames: always the newest that was asked for, one question at a time, so that a fast
 // hand leaves no queue behind it.
 
-/** Event: "frame" (detail: header and milliseconds from asking to the screen). */
+/** Events: "frame" (detail: header and milliseconds from asking to the screen), "failure" (detail: why). */
 export class Scrubber extends EventTarget {
     #card;
     #picture;
@@ -51,7 +51,7 @@ export class Scrubber extends EventTarget {
             }
         } catch (error) {
             this.#wanted = null;
-            this.#card.notices.failure(error.message);
+            this.dispatchEvent(new CustomEvent("failure", { detail: error.message }));
         } finally {
             this.#isAsking = false;
         }
@@ -68,7 +68,9 @@ export class Scrubber extends EventTarget {
             this.#wanted = null;
         }
         this.shown = { sequence, frame };
-        await this.#picture.show(answer);
+        if (!await this.#picture.show(answer)) {
+            return;
+        }
         const detail = { header: answer.header, took: performance.now() - at };
         this.dispatchEvent(new CustomEvent("frame", { detail }));
     }

@@ -13,6 +13,7 @@ export class PanelState extends EventTarget {
     #states = new Map();
     #settings = new Map();
     #sequences = new Map();
+    #recordings = new Map(); // camera -> how many there were
 
     constructor(socket) {
         super();
@@ -45,6 +46,11 @@ export class PanelState extends EventTarget {
         return this.#sequences.get(camera) ?? [];
     }
 
+    /** Counts the recordings that ended while the page was open. */
+    recordingOf(camera) {
+        return this.#recordings.get(camera) ?? 0;
+    }
+
     async readSettings(camera) {
         const { settings } = await this.#socket.ask("settings", { camera });
         this.#keep(this.#settings, "settings", camera, settings);
@@ -72,6 +78,7 @@ export class PanelState extends EventTarget {
             this.#keep(this.#settings, "settings", message.camera, message.settings);
             break;
         case "recording":
+            this.#recordings.set(message.camera, this.recordingOf(message.camera) + 1);
             this.readRecording(message.camera).catch(() => {}); // it may be gone again
             break;
         case "download":

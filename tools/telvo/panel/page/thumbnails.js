@@ -19,27 +19,33 @@ export class Thumbnails extends EventTarget {
         this.#isBusy = isBusy;
     }
 
-    clear() {
+    /** What is there stays. */
+    stop() {
         this.#run += 1;
+    }
+
+    clear() {
+        this.stop();
         this.pictures.forEach((bitmap) => bitmap.close());
         this.pictures.clear();
         this.frames = [];
         this.dispatchEvent(new Event("change"));
     }
 
-    /** So many, evenly spread over the sequence; those that are there already stay. */
+    /** So many, evenly spread over the sequence; false: it was stopped or failed before the last one. */
     async fill(sequence, frames, count) {
-        this.#run += 1;
+        this.stop();
         const run = this.#run;
         this.frames = spread(frames, count);
         for (const frame of coarseFirst(this.frames)) {
             if (!this.pictures.has(frame)) {
                 await this.#quiet();
                 if (run !== this.#run || !await this.#get(sequence, frame)) {
-                    return;
+                    return false;
                 }
             }
         }
+        return true;
     }
 
     async #quiet() {
