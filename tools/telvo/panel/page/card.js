@@ -13,7 +13,8 @@ import { Review } from "./review.js";
 import { Settings } from "./settings.js";
 import { StateLine } from "./stateline.js";
 import { makeTabs } from "./tabs.js";
-import { clockText, numberText } from "./words.js";
+import { Veil } from "./veil.js";
+import { numberText } from "./words.js";
 
 const KEYS_OF_OTHERS = "input, select, textarea, button, summary, a, [role=tab]";
 
@@ -34,7 +35,7 @@ export class Card {
     #stateLine;
     #histogram;
     #focus;
-    #lostSince = null;
+    #veil;
     #isLive = false;
 
     /** app has socket, state and notices. */
@@ -87,7 +88,7 @@ export class Card {
         this.#record.show(state);
         this.#download.setColour(state.colour === true);
         this.#setLive(state.live === true);
-        this.#showLoss(state.state === "lost");
+        this.#veil.setLost(state.state === "lost");
     }
 
     #setLive(isLive) {
@@ -134,6 +135,7 @@ export class Card {
         this.#stateLine = new StateLine(parts);
         this.#histogram = new Histogram(parts.histogram, parts.histogramWords);
         this.#focus = new Focus(parts.focus, parts.focusWords);
+        this.#veil = new Veil(parts);
         new Features(this, parts);
         new RegionTool(this.#picture, parts, (name) => this.state.settingOf(this.camera, name),
             (style, region) => this.#applyRegion(style, region));
@@ -152,7 +154,7 @@ export class Card {
             parts[name].addEventListener("click", act);
         }
         this.#live.addEventListener("picture", ({ detail }) => this.#onLivePicture(detail));
-        this.#live.addEventListener("silence", ({ detail }) => this.#showSilence(detail));
+        this.#live.addEventListener("silence", ({ detail }) => this.#veil.setSilence(detail));
         this.#review.addEventListener("frame", ({ detail }) => this.#onFrame(detail));
         this.#picture.addEventListener("probe", () => this.#showReading());
         this.#picture.addEventListener("zoom", () => this.#showZoom());
@@ -212,23 +214,6 @@ export class Card {
         this.#parts.fit.setAttribute("aria-pressed", this.#picture.viewport.isFitted);
         this.#parts.oneToOne.setAttribute("aria-pressed", !this.#picture.viewport.isFitted && this.#picture.viewport.scale === 1);
         this.#showReading();
-    }
-
-    #showLoss(isLost) {
-        this.#lostSince = isLost ? this.#lostSince ?? new Date() : null;
-        this.#showVeil(isLost ? `Link lost since ${clockText(this.#lostSince)}. Trying to connect again; ` +
-            "the picture is the last one that came." : "");
-    }
-
-    #showSilence(seconds) {
-        if (this.#lostSince === null) {
-            this.#showVeil(seconds > 0 ? `No picture for ${seconds} s` : "");
-        }
-    }
-
-    #showVeil(text) {
-        setText(this.#parts.veilText, text);
-        this.#parts.veil.hidden = text === "";
     }
 
     #showTriggerWindow(settingOf) {

@@ -8,7 +8,7 @@ const SILENCE = 2000; // ms without a picture that the operator is told of
 const WATCH_EVERY = 500;
 const LONGEST_LATENCY = 10000; // ms; beyond it the two clocks differ
 
-/** Events: "picture" (detail: its header and latency in ms or null), "silence" (detail: seconds, 0: none). */
+/** Events: "picture" (detail: its header and latency in ms or null), "silence" (detail: since when no picture came, or null). */
 export class Live extends EventTarget {
     #socket;
     #camera;
@@ -30,7 +30,7 @@ export class Live extends EventTarget {
         if (isOn !== this.#isOn) {
             this.#isOn = isOn;
             this.#last = performance.now();
-            this.#tell("silence", 0);
+            this.#tell("silence", null);
         }
     }
 
@@ -76,13 +76,13 @@ export class Live extends EventTarget {
         const latency = Date.now() - message.header.captured;
         const isPlausible = latency >= 0 && latency < LONGEST_LATENCY;
         this.#tell("picture", { header: message.header, latency: isPlausible ? latency : null });
-        this.#tell("silence", 0);
+        this.#tell("silence", null);
     }
 
     #lookForSilence() {
         const silence = performance.now() - this.#last;
         if (this.#isOn && silence > SILENCE) {
-            this.#tell("silence", Math.floor(silence / 1000));
+            this.#tell("silence", new Date(Date.now() - silence));
         }
     }
 

@@ -1,15 +1,13 @@
-// The picture on its canvas: fit, 1:1, zoom, panning, the pixel under the pointer, what is drawn over it.
+// The picture on its canvas: fit, 1:1, zoom, panning, the pixel that is looked at, what is drawn over it.
 
 import { element, oncePerFrame } from "./dom.js";
 import { decodeImage, valueAt } from "./image.js";
 import { drawCrosshair, drawRegion, drawValues } from "./overlay.js";
+import { PictureInput } from "./pictureinput.js";
 import { Viewport } from "./viewport.js";
 
 const ZOOM_STEP = 1.25;
-const PAN_SHARE = 0.1; // of the canvas, for an arrow key
 const BACKGROUND = "#08090b";
-
-const ARROWS = { ArrowLeft: [-1, 0], ArrowRight: [1, 0], ArrowUp: [0, -1], ArrowDown: [0, 1] };
 
 /**
  * Events: "zoom" (the view has changed), "view" (for it other pixels are wanted), "probe" (another pixel
@@ -20,14 +18,13 @@ export class Picture extends EventTarget {
     viewport = new Viewport();
     image = null;
     crosshair = null; // a pixel, or null
-    probed = null;
+    #probed = null;
     editor = null; // RegionEditor while a region is drawn
     #editedStyle = null;
     #regions = []; // {region, name, colour}
     #frame;
     #canvas;
     #context;
-    #drag = null;
     #lastTurn = 0; // pictures are counted as they come
     #shownTurn = 0;
     #lastWanted = "";
@@ -40,7 +37,7 @@ export class Picture extends EventTarget {
         this.#context = this.#canvas.getContext("2d");
         frame.prepend(this.#canvas);
         new ResizeObserver(() => this.#resize()).observe(frame);
-        this.#listen();
+        new PictureInput(frame, this);
     }
 
     /** Draws it with the next refresh of the screen; false: a newer one was faster. */
@@ -66,7 +63,7 @@ export class Picture extends EventTarget {
         }
         this.#draw();
         this.#askForView();
-        this.#probe(this.crosshair ?? this.probed);
+        this.probe(this.crosshair ?? this.#probed);
     }
 
     describe(text) {
@@ -83,8 +80,18 @@ export class Picture extends EventTarget {
         this.#viewChanged();
     }
 
+    /** Around a place on the canvas; else around the crosshair, or the middle. */
     zoom(steps, x, y) {
+        if (x === undefined && this.crosshair !== null) {
+            ({ x, y } = this.viewport.toCanvas(this.crosshair.x + 0.5, this.crosshair.y + 0.5));
+        }
         this.viewport.setScale(this.viewport.scale * ZOOM_STEP ** steps, x, y);
+        this.#viewChanged();
+    }
+
+    /** By so many device pixels. */
+    pan(x, y) {
+        this.viewport.pan(x, y);
         this.#viewChanged();
     }
 
@@ -92,7 +99,31 @@ export class Picture extends EventTarget {
         const { pictureWidth, pictureHeight } = this.viewport;
         const centre = { x: Math.floor(pictureWidth / 2), y: Math.floor(pictureHeight / 2) };
         this.crosshair = this.crosshair === null ? centre : null;
-        this.#probe(this.crosshair);
+        this.probe(this.crosshair);
+        this.#redraw();
+    }
+
+    /** By so many pixels of the picture. */
+    moveCrosshair(right, down) {
+        const { pictureWidth, pictureHeight } = this.viewport;
+        this.crosshair = {
+            x: Math.min(pictureWidth - 1, Math.max(0, this.crosshair.x + right)),
+            y: Math.min(pictureHeight - 1, Math.max(0, this.crosshair.y + down)),
+        };
+        this.viewport.reveal(this.crosshair.x, this.crosshair.y);
+        this.probe(this.crosshair);
+        this.#viewChanged();
+    }
+
+    /** Looks at a pixel; null: at none. The crosshair's goes before it. */
+    probe(point) {
+        this.#probed = point;
+        this.dispatchEvent(new Event("probe"));
+    }
+
+    /** The region that is drawn has changed. */
+    edited() {
+        this.dispatchEvent(new Event("edited"));
         this.#redraw();
     }
 
@@ -110,21 +141,9 @@ export class Picture extends EventTarget {
 
     /** The value of the pixel that is looked at: {x, y, text, isExact}, or null. */
     reading() {
-        const point = this.crosshair ?? this.probed;
+        const point = this.crosshair ?? this.#probed;
         const value = point === null || this.image === null ? null : valueAt(this.image, point.x, point.y);
         return value === null ? null : { ...point, ...value };
-    }
-
-    #listen() {
-        const frame = this.#frame;
-        frame.addEventListener("wheel", (event) => this.#onWheel(event), { passive: false });
-        frame.addEventListener("pointerdown", (event) => this.#onDown(event));
-        frame.addEventListener("pointermove", (event) => this.#onMove(event));
-        frame.addEventListener("pointerup", () => this.#onUp());
-        frame.addEventListener("pointercancel", () => this.#onUp());
-        frame.addEventListener("pointerleave", () => this.#probe(this.crosshair));
-        frame.addEventListener("dblclick", () => this.viewport.isFitted ? this.oneToOne() : this.fit());
-        frame.addEventListener("keydown", (event) => this.#onKey(event));
     }
 
     #resize() {
@@ -135,110 +154,6 @@ export class Picture extends EventTarget {
         this.#draw();
         this.#askForView();
         this.dispatchEvent(new Event("zoom"));
-    }
-
-    #onWheel(event) {
-        event.preventDefault();
-        const { x, y } = this.#at(event);
-        this.zoom(event.deltaY < 0 ? 1 : -1, x, y);
-    }
-
-    #onDown(event) {
-        if (event.button !== 0) {
-            return;
-        }
-        this.#frame.setPointerCapture(event.pointerId);
-        const at = this.#at(event);
-        this.#drag = at;
-        this.editor?.begin(this.viewport.toPicture(at.x, at.y));
-    }
-
-    #onMove(event) {
-        const at = this.#at(event);
-        const point = this.viewport.toPicture(at.x, at.y);
-        if (this.editor?.isDrawing) {
-            this.editor.drawTo(point);
-            this.#edited();
-        } else if (this.#drag !== null) {
-            this.viewport.pan(at.x - this.#drag.x, at.y - this.#drag.y);
-            this.#drag = at;
-            this.#viewChanged();
-        }
-        this.#probe({ x: Math.floor(point.x), y: Math.floor(point.y) });
-    }
-
-    #onUp() {
-        this.#drag = null;
-        this.editor?.end();
-    }
-
-    #onKey(event) {
-        const isTaken = this.#onArrow(event) || this.#onCommand(event.key);
-        if (isTaken) {
-            event.preventDefault();
-            event.stopPropagation();
-        }
-    }
-
-    #onArrow(event) {
-        const arrow = ARROWS[event.key];
-        if (arrow === undefined) {
-            return false;
-        }
-        const [right, down] = arrow;
-        if (this.editor !== null) {
-            event.shiftKey ? this.editor.grow(right, down) : this.editor.move(right, down);
-            this.#edited();
-        } else if (this.crosshair !== null) {
-            this.#moveCrosshair(right * (event.shiftKey ? 10 : 1), down * (event.shiftKey ? 10 : 1));
-        } else if (!this.viewport.isFitted) {
-            this.viewport.pan(-right * PAN_SHARE * this.viewport.width, -down * PAN_SHARE * this.viewport.height);
-            this.#viewChanged();
-        } else {
-            return false;
-        }
-        return true;
-    }
-
-    #onCommand(key) {
-        const commands = {
-            "+": () => this.zoom(1), "=": () => this.zoom(1), "-": () => this.zoom(-1),
-            0: () => this.fit(), 1: () => this.oneToOne(),
-        };
-        if (this.editor !== null) {
-            commands.Enter = () => this.dispatchEvent(new Event("apply"));
-            commands.Escape = () => this.dispatchEvent(new Event("cancel"));
-        }
-        commands[key]?.();
-        return commands[key] !== undefined;
-    }
-
-    #moveCrosshair(right, down) {
-        const { pictureWidth, pictureHeight } = this.viewport;
-        this.crosshair = {
-            x: Math.min(pictureWidth - 1, Math.max(0, this.crosshair.x + right)),
-            y: Math.min(pictureHeight - 1, Math.max(0, this.crosshair.y + down)),
-        };
-        this.#probe(this.crosshair);
-        this.#redraw();
-    }
-
-    #at(event) {
-        const box = this.#canvas.getBoundingClientRect();
-        return {
-            x: (event.clientX - box.left) * devicePixelRatio,
-            y: (event.clientY - box.top) * devicePixelRatio,
-        };
-    }
-
-    #edited() {
-        this.dispatchEvent(new Event("edited"));
-        this.#redraw();
-    }
-
-    #probe(point) {
-        this.probed = point;
-        this.dispatchEvent(new Event("probe"));
     }
 
     #viewChanged() {

@@ -1,12 +1,14 @@
 // Looking through what the camera holds: sequences, the timeline, playing, marks, what is known of a frame.
 
-import { element, setText } from "./dom.js";
+import { setText } from "./dom.js";
 import { Marks } from "./marks.js";
 import { Playback } from "./playback.js";
+import { boundsOf, factsOf, recordedText } from "./recording.js";
 import { Scrubber } from "./scrubber.js";
+import { SequenceList } from "./sequences.js";
 import { Thumbnails } from "./thumbnails.js";
 import { Timeline } from "./timeline.js";
-import { countText, numberText, relativeTimeText } from "./words.js";
+import { countText, numberText } from "./words.js";
 
 const CURVE_POINTS = 160;
 
@@ -18,6 +20,7 @@ export class Review extends EventTarget {
     #parts;
     #sequences = [];
     #known = "";
+    #list;
     #scrubber;
     #thumbnails;
     #timeline;
@@ -28,6 +31,7 @@ export class Review extends EventTarget {
         super();
         this.#card = card;
         this.#parts = parts;
+        this.#list = new SequenceList(parts.sequences, (row) => this.#choose(row));
         this.#scrubber = new Scrubber(card, picture);
         this.#thumbnails = new Thumbnails(card, () => this.#scrubber.isBusy || this.#playback.isOn);
         this.#timeline = new Timeline(parts.timeline, parts.timelineCanvas, this.#thumbnails, this.marks);
@@ -45,7 +49,7 @@ export class Review extends EventTarget {
         this.#known = known;
         this.#sequences = sequences.filter(({ frames }) => frames > 0);
         this.#parts.review.hidden = this.#sequences.length === 0;
-        this.#makeChoice();
+        this.#list.show(this.#sequences);
         this.#choose(this.#sequences[0] ?? null);
     }
 
@@ -127,25 +131,6 @@ export class Review extends EventTarget {
         parts.frameNumber.addEventListener("change", () => this.go(Number(parts.frameNumber.value) || 0));
     }
 
-    #makeChoice() {
-        const buttons = this.#sequences.map((row) => this.#choiceOf(row));
-        this.#parts.sequences.replaceChildren(...buttons);
-        this.#parts.sequences.hidden = buttons.length < 2;
-    }
-
-    #choiceOf(row) {
-        const bar = element("span", { class: "sequence-bar", "aria-hidden": "true" });
-        const trigger = boundsOf(row.trigger);
-        if (trigger !== null) {
-            const mark = element("span", {});
-            mark.style.left = `${(100 * trigger.last) / row.frames}%`;
-            bar.append(mark);
-        }
-        return element("button", { type: "button", "data-sequence": row.sequence, onclick: () => this.#choose(row) },
-            element("span", {}, `Sequence ${row.sequence}`), bar,
-            element("small", {}, countText(row.frames, "frame")));
-    }
-
     #choose(row) {
         this.leave();
         this.sequence = row;
@@ -155,9 +140,7 @@ export class Review extends EventTarget {
         this.marks.reset(row?.frames ?? 0);
         this.#timeline.setSequence(row?.frames ?? 0, this.#trigger());
         this.#parts.toTrigger.disabled = this.#trigger() === null;
-        for (const button of this.#parts.sequences.children) {
-            button.setAttribute("aria-pressed", Number(button.dataset.sequence) === row?.sequence);
-        }
+        this.#list.mark(row);
         setText(this.#parts.frameCount, row === null ? "" : `of ${numberText(row.frames)}`);
         setText(this.#parts.frameFacts, row === null ? "" : recordedText(row));
         this.dispatchEvent(new Event("sequence"));
@@ -208,29 +191,4 @@ export class Review extends EventTarget {
         setText(this.#parts.marked, isWhole ? `all ${countText(count, "frame")} marked`
             : `${countText(count, "frame")} marked, ${first} to ${last}`);
     }
-}
-
-/** The frames between which the trigger lies; null: there is none. */
-function boundsOf(trigger) {
-    if (trigger === null || trigger === undefined) {
-        return null;
-    }
-    return typeof trigger === "number" ? { first: trigger, last: trigger } : trigger;
-}
-
-function recordedText({ frames, fps }) {
-    return fps > 0 ? `${countText(frames, "frame")}, ${numberText(fps, 1)} frames/s` : countText(frames, "frame");
-}
-
-function factsOf({ timeFromTrigger, counter, flags, mean }) {
-    const facts = [];
-    if (timeFromTrigger !== undefined) {
-        facts.push(`${relativeTimeText(timeFromTrigger / 1e6)} from the trigger`);
-    }
-    facts.push(`counter ${counter}`);
-    if (flags?.length > 0) {
-        facts.push(flags.join(", "));
-    }
-    facts.push(`mean ${numberText(mean, 1)}`);
-    return facts.join(" · ");
 }

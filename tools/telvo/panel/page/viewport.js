@@ -52,6 +52,14 @@ export class Viewport {
         this.#settle();
     }
 
+    /** Moves as far as needed for a pixel to be seen. */
+    reveal(x, y) {
+        const nearest = (centre, at, seen) => Math.max(at + 1 - seen / 2, Math.min(at + seen / 2, centre));
+        this.centreX = nearest(this.centreX, x, this.width / this.scale);
+        this.centreY = nearest(this.centreY, y, this.height / this.scale);
+        this.#settle();
+    }
+
     toPicture(x, y) {
         return {
             x: (x - this.width / 2) / this.scale + this.centreX,

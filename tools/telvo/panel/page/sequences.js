@@ -1,0 +1,44 @@
+// The sequences of a recording, each as a button with a bar on which its trigger is marked.
+
+import { element } from "./dom.js";
+import { boundsOf } from "./recording.js";
+import { countText } from "./words.js";
+
+export class SequenceList {
+    #list;
+    #choose;
+
+    constructor(list, choose) {
+        this.#list = list;
+        this.#choose = choose;
+    }
+
+    /** A single one needs no choice. */
+    show(rows) {
+        this.#list.replaceChildren(...rows.map((row) => this.#button(row)));
+        this.#list.hidden = rows.length < 2;
+    }
+
+    mark(row) {
+        for (const button of this.#list.children) {
+            button.setAttribute("aria-pressed", Number(button.dataset.sequence) === row?.sequence);
+        }
+    }
+
+    #button(row) {
+        return element("button", { type: "button", "data-sequence": row.sequence, onclick: () => this.#choose(row) },
+            element("span", {}, `Sequence ${row.sequence}`), barOf(row),
+            element("small", {}, countText(row.frames, "frame")));
+    }
+}
+
+function barOf({ trigger, frames }) {
+    const bar = element("span", { class: "sequence-bar", "aria-hidden": "true" });
+    const bounds = boundsOf(trigger);
+    if (bounds !== null) {
+        const mark = element("span", {});
+        mark.style.left = `${(100 * bounds.last) / frames}%`;
+        bar.append(mark);
+    }
+    return bar;
+}
