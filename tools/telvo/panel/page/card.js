@@ -86,7 +86,7 @@ export class Card {
         const state = this.state.stateOf(this.camera);
         this.#stateLine.show(state);
         this.#record.show(state);
-        this.#download.setColour(state.colour === true);
+        this.#parts.filterField.hidden = this.#parts.colourOption.hidden = state.colour !== true;
         this.#setLive(state.live === true);
         this.#veil.setLost(state.state === "lost");
     }
@@ -153,6 +153,7 @@ export class Card {
         for (const [name, act] of Object.entries(clicks)) {
             parts[name].addEventListener("click", act);
         }
+        parts.filter.addEventListener("change", () => this.#picture.setFilter(parts.filter.value));
         this.#live.addEventListener("picture", ({ detail }) => this.#onLivePicture(detail));
         this.#live.addEventListener("silence", ({ detail }) => this.#veil.setSilence(detail));
         this.#review.addEventListener("frame", ({ detail }) => this.#onFrame(detail));

@@ -43,10 +43,6 @@ export class Download {
         }
     }
 
-    setColour(hasColour) {
-        this.#parts.colourOption.hidden = !hasColour;
-    }
-
     showJobs(jobs) {
         for (const job of jobs) {
             this.#showJob(job);

@@ -35,7 +35,7 @@ export class Live extends EventTarget {
     }
 
     askForView() {
-        const view = this.#picture.viewport.wanted();
+        const view = this.#picture.wanted();
         this.#socket.ask("preview", { camera: this.#camera, ...view }).catch(() => {}); // asked anew when it is back
     }
 

@@ -17,6 +17,7 @@ const BACKGROUND = "#08090b";
 export class Picture extends EventTarget {
     viewport = new Viewport();
     image = null;
+    filter = null; // the order of the sensor's colour filter, "" for none; null: as the program has it
     crosshair = null; // a pixel, or null
     #probed = null;
     editor = null; // RegionEditor while a region is drawn
@@ -64,6 +65,16 @@ export class Picture extends EventTarget {
         this.#draw();
         this.#askForView();
         this.probe(this.crosshair ?? this.#probed);
+    }
+
+    /** What the program is asked to send. */
+    wanted() {
+        return { ...this.viewport.wanted(), ...(this.filter === null ? {} : { colour: this.filter }) };
+    }
+
+    setFilter(filter) {
+        this.filter = filter;
+        this.#askForView();
     }
 
     describe(text) {
@@ -163,7 +174,7 @@ export class Picture extends EventTarget {
     }
 
     #askForView() {
-        const wanted = JSON.stringify(this.viewport.wanted());
+        const wanted = JSON.stringify(this.wanted());
         if (wanted !== this.#lastWanted) {
             this.#lastWanted = wanted;
             this.dispatchEvent(new Event("view"));

@@ -60,7 +60,7 @@ export class Scrubber extends EventTarget {
     async #showNewest() {
         const { sequence, frame, at } = this.#wanted;
         const { socket, camera } = this.#card;
-        const answer = await socket.ask("frame", { camera, sequence, frame, ...this.#picture.viewport.wanted() });
+        const answer = await socket.ask("frame", { camera, sequence, frame, ...this.#picture.wanted() });
         if (this.#wanted === null) { // live pictures or another recording came in between
             return;
         }
