@@ -1,4 +1,4 @@
-/// Receives the debug lines of every process on this machine; one source per system.
+/// Receives the debug lines of every process on this machine.
 #ifndef TELVO_TOOLS_TELVO_DEBUGLISTENER_H
 #define TELVO_TOOLS_TELVO_DEBUGLISTENER_H
 
@@ -16,11 +16,16 @@ struct DebugLine {
     std::string text; // the bytes as sent, Windows-1252, with their line end
 };
 
-/// The one viewer of the machine's debug lines: from construction on, lines come here.
+class DebugSource;
+class RelayedLines;
+
+/// A viewer of the machine's debug lines: from construction on, they come here. When the viewer
+/// that has passed them on ends, one of the others takes its place within a wait; what is sent
+/// meanwhile is lost, as it is while there is no viewer.
 class DebugListener
 {
   public:
-    /// Throws Failure if another viewer has the lines already.
+    /// Throws Failure if a viewer has the lines already that passes none on, or too many others.
     DebugListener();
     ~DebugListener();
     DebugListener(const DebugListener&) = delete;
@@ -30,8 +35,8 @@ class DebugListener
     std::optional<DebugLine> next(std::chrono::milliseconds wait);
 
   private:
-    struct System;
-    std::unique_ptr<System> mSystem;
+    std::unique_ptr<DebugSource> mSource;   // null: another viewer has the lines
+    std::unique_ptr<RelayedLines> mRelayed; // null: this one has them
 };
 
 } // namespace telvo

@@ -5,9 +5,12 @@
 #include "Windows1252.h"
 
 #include <chrono>
+#include <ctime>
 #include <iomanip>
 #include <iostream>
 #include <memory>
+#include <sstream>
+#include <string>
 #include <string_view>
 
 namespace telvo
@@ -24,27 +27,46 @@ void showRaw(const DebugLine& line)
     std::cout << line.text << std::flush;
 }
 
-void show(const DebugLine& line)
+/// "13:05:09.123  ", of the day where the tool runs.
+std::string timeNow()
+{
+    const auto now = std::chrono::system_clock::now();
+    const std::time_t seconds = std::chrono::system_clock::to_time_t(now);
+    const auto part = std::chrono::duration_cast<std::chrono::milliseconds>(now.time_since_epoch());
+    std::ostringstream text;
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): one thread prints lines
+    text << std::put_time(std::localtime(&seconds), "%H:%M:%S.") << std::setfill('0')
+         << std::setw(3) << part.count() % 1000 << "  ";
+    return text.str();
+}
+
+void show(const DebugLine& line, bool withTime)
 {
     constexpr std::string_view kLineEnds = "\r\n"; // some texts begin with one
     std::string text = utf8FromWindows1252(line.text);
     text.erase(text.find_last_not_of(kLineEnds) + 1);
     text.erase(0, text.find_first_not_of(kLineEnds));
-    std::cout << std::setw(kProcessIdWidth) << line.processId << "  " << text << std::endl;
+    std::cout << (withTime ? timeNow() : "") << std::setw(kProcessIdWidth) << line.processId << "  "
+              << text << std::endl;
 }
 
-void runLog(bool raw)
+struct Options {
+    bool raw = false;
+    bool noTime = false;
+};
+
+void runLog(const Options& options)
 {
     const CancelFlag cancel;
     DebugListener listener;
-    if (raw) {
+    if (options.raw) {
         makeOutputBinary();
     } else {
         showUtf8();
     }
     while (!cancel.isSet()) {
         if (const auto line = listener.next(kCancelPoll)) {
-            raw ? showRaw(*line) : show(*line);
+            options.raw ? showRaw(*line) : show(*line, !options.noTime);
         }
     }
 }
@@ -55,10 +77,13 @@ void addLogCommand(const Command& app)
 {
     const Command command =
         app.add("log", "Show the debug lines of every process on this machine as they come");
-    const auto raw = std::make_shared<bool>(false);
-    command.flag("--raw", *raw, "Leave the bytes as sent: Windows-1252, no process number");
-    command.footer("Each line comes with the number of the process that wrote it. Ctrl-C ends.");
-    command.onRun([raw] { runLog(*raw); });
+    const auto options = std::make_shared<Options>();
+    command.flag("--raw", options->raw,
+                 "Leave the bytes as sent: Windows-1252, no time, no process number");
+    command.flag("--no-time", options->noTime, "Leave out the time at which a line came");
+    command.footer("Each line comes with its time and the number of the process that wrote it. "
+                   "Ctrl-C ends.\nSeveral may look at once; the first one passes the lines on.");
+    command.onRun([options] { runLog(*options); });
 }
 
 } // namespace telvo

@@ -4,8 +4,10 @@
 #include "Kernel.h"
 
 #include <gtest/gtest.h>
+#include <memory>
 #include <thread>
 #include <unistd.h>
+#include <vector>
 
 namespace
 {
@@ -56,15 +58,47 @@ TEST(DebugListener, ReceivesAnEmptyLine)
     EXPECT_EQ(line->text, "");
 }
 
-TEST(DebugListener, IsTheOnlyOne)
+/// Whoever has the lines passes them on only while it takes them itself.
+void expectBothGet(Listener& one, Listener& other, const char* text)
 {
-    const Listener first;
-    try {
-        const Listener second;
-        FAIL() << "no failure";
-    } catch (const Failure& failure) {
-        EXPECT_STREQ(failure.what(), "another viewer shows the debug lines already");
+    OutputDebugStringA(text);
+    const auto first = one.next(kLong);
+    const auto second = other.next(kLong);
+    ASSERT_TRUE(first && second) << text;
+    EXPECT_EQ(first->text, text);
+    EXPECT_EQ(second->text, text);
+    EXPECT_EQ(second->processId, static_cast<std::uint32_t>(getpid()));
+}
+
+TEST(DebugListener, SharesTheLinesWithOthers)
+{
+    Listener first;
+    Listener second;
+    Listener third;
+    expectBothGet(first, second, "one\r\n");
+    EXPECT_EQ(third.next(kLong)->text, "one\r\n");
+    expectBothGet(first, third, "");
+}
+
+TEST(DebugListener, TakesTheLinesWhenTheFirstOneEnds)
+{
+    auto first = std::make_unique<Listener>();
+    Listener second;
+    Listener third;
+    expectBothGet(*first, second, "one\r\n");
+    first.reset();
+    EXPECT_FALSE(second.next(kShort)); // has them from here on
+    EXPECT_EQ(third.next(kLong)->text, "one\r\n");
+    expectBothGet(second, third, "two\r\n");
+}
+
+TEST(DebugListener, HasALimitOfViewers)
+{
+    std::vector<std::unique_ptr<Listener>> viewers;
+    for (int i = 0; i < 9; ++i) {
+        viewers.push_back(std::make_unique<Listener>());
     }
+    EXPECT_THROW(Listener(), Failure);
 }
 
 TEST(DebugListener, LeavesTheLinesToTheNextViewer)

@@ -1,0 +1,172 @@
+#include "DebugChannel.h"
+
+#include "ToolError.h"
+
+#include <windows.h>
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <string>
+#include <type_traits>
+#include <utility>
+
+namespace telvo
+{
+
+namespace
+{
+
+// The system's debug buffer, shared memory of 4096 bytes: the sender's process id (@0 u32), then
+// its text with a NUL. A sender waits for "ready", fills the buffer and signals "data".
+constexpr DWORD kBufferSize = 4096;
+constexpr std::size_t kTextOffset = 4;
+
+constexpr const char* kRelayEvent = "TelvoDll.debug.relay"; // there while lines are passed on
+
+struct HandleCloser {
+    void operator()(HANDLE handle) const { CloseHandle(handle); }
+};
+using UniqueHandle = std::unique_ptr<std::remove_pointer_t<HANDLE>, HandleCloser>;
+
+struct ViewUnmapper {
+    void operator()(const char* view) const { UnmapViewOfFile(view); }
+};
+
+[[noreturn]] void fail(const char* what)
+{
+    throw Failure("cannot " + std::string(what) + ": error " + std::to_string(GetLastError()) +
+                  "; try again");
+}
+
+/// A named event that only one viewer may own. Null: one does.
+UniqueHandle makeOwnEvent(const char* name)
+{
+    UniqueHandle event(CreateEventA(nullptr, FALSE, FALSE, name));
+    const bool isTaken = GetLastError() == ERROR_ALREADY_EXISTS;
+    if (event == nullptr) {
+        fail("listen for debug lines");
+    }
+    return isTaken ? nullptr : std::move(event);
+}
+
+/// A mailslot takes messages and keeps their bounds.
+std::string mailslotName(int number)
+{
+    return R"(\\.\mailslot\TelvoDll.debug.relay.)" + std::to_string(number);
+}
+
+/// What is not an own handle: a mailslot that nobody has, a name that is taken.
+UniqueHandle checked(HANDLE handle)
+{
+    return UniqueHandle(handle == INVALID_HANDLE_VALUE ? nullptr : handle);
+}
+
+void post(const std::string& message, int number)
+{
+    const UniqueHandle viewer =
+        checked(CreateFileA(mailslotName(number).c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
+                            OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (viewer) {
+        DWORD written = 0;
+        WriteFile(viewer.get(), message.data(), static_cast<DWORD>(message.size()), &written,
+                  nullptr);
+    }
+}
+
+} // namespace
+
+struct DebugSource::System {
+    UniqueHandle ready;
+    UniqueHandle data;
+    UniqueHandle relay;
+    UniqueHandle mapping;
+    std::unique_ptr<const char, ViewUnmapper> view;
+
+    void map();
+};
+
+void DebugSource::System::map()
+{
+    relay = UniqueHandle(CreateEventA(nullptr, TRUE, FALSE, kRelayEvent));
+    mapping = UniqueHandle(CreateFileMappingA(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0,
+                                              kBufferSize, "DBWIN_BUFFER"));
+    view.reset(static_cast<const char*>(MapViewOfFile(mapping.get(), FILE_MAP_READ, 0, 0, 0)));
+    if (view == nullptr) {
+        fail("map the debug buffer");
+    }
+    SetEvent(ready.get());
+}
+
+DebugSource::DebugSource(std::unique_ptr<System> system) : mSystem(std::move(system)) {}
+DebugSource::~DebugSource() = default;
+
+std::unique_ptr<DebugSource> DebugSource::open()
+{
+    auto system = std::make_unique<System>();
+    system->ready = makeOwnEvent("DBWIN_BUFFER_READY");
+    if (system->ready) {
+        system->data = makeOwnEvent("DBWIN_DATA_READY");
+    }
+    if (!system->data) {
+        return nullptr;
+    }
+    system->map();
+    return std::unique_ptr<DebugSource>(new DebugSource(std::move(system)));
+}
+
+std::optional<DebugLine> DebugSource::next(std::chrono::milliseconds wait)
+{
+    if (WaitForSingleObject(mSystem->data.get(), static_cast<DWORD>(wait.count())) !=
+        WAIT_OBJECT_0) {
+        return std::nullopt;
+    }
+    const char* const buffer = mSystem->view.get();
+    const char* const text = buffer + kTextOffset;
+    const std::string message(buffer, std::find(text, buffer + kBufferSize, '\0'));
+    SetEvent(mSystem->ready.get()); // the next sender may write
+    for (int i = 0; i < kMostRelays; ++i) {
+        post(message, i);
+    }
+    DebugLine line{.processId = 0, .text = message.substr(kTextOffset)};
+    std::memcpy(&line.processId, message.data(), sizeof line.processId);
+    return line;
+}
+
+struct RelayedLines::System {
+    UniqueHandle mailslot;
+};
+
+RelayedLines::RelayedLines(std::unique_ptr<System> system) : mSystem(std::move(system)) {}
+RelayedLines::~RelayedLines() = default;
+
+std::unique_ptr<RelayedLines> RelayedLines::open()
+{
+    if (!UniqueHandle(OpenEventA(SYNCHRONIZE, FALSE, kRelayEvent))) {
+        return nullptr;
+    }
+    for (int i = 0; i < kMostRelays; ++i) {
+        if (auto mailslot =
+                checked(CreateMailslotA(mailslotName(i).c_str(), kBufferSize, 0, nullptr))) {
+            auto system = std::make_unique<System>(System{.mailslot = std::move(mailslot)});
+            return std::unique_ptr<RelayedLines>(new RelayedLines(std::move(system)));
+        }
+    }
+    return nullptr;
+}
+
+std::optional<DebugLine> RelayedLines::next(std::chrono::milliseconds wait)
+{
+    std::array<char, kBufferSize> message{};
+    DWORD size = 0;
+    SetMailslotInfo(mSystem->mailslot.get(), static_cast<DWORD>(wait.count()));
+    if (ReadFile(mSystem->mailslot.get(), message.data(), kBufferSize, &size, nullptr) == FALSE ||
+        size < kTextOffset) {
+        return std::nullopt;
+    }
+    DebugLine line{.processId = 0, .text = std::string(&message[kTextOffset], size - kTextOffset)};
+    std::memcpy(&line.processId, message.data(), sizeof line.processId);
+    return line;
+}
+
+} // namespace telvo
