@@ -1,5 +1,6 @@
 #include "CameraChoice.h"
 #include "Commands.h"
+#include "Json.h"
 #include "TextTable.h"
 #include "ToolError.h"
 
@@ -23,12 +24,26 @@ std::string remark(const gige::control::DiscoveredDevice& camera)
     return camera.inSubnet() ? "" : " (other subnet)";
 }
 
-void runDiscover(const SearchOptions& options)
+struct Options {
+    SearchOptions search;
+    bool json = false;
+};
+
+Json jsonOf(const gige::control::DiscoveredDevice& camera)
 {
-    const auto cameras = findCameras(options);
-    if (cameras.empty()) {
-        throw Failure("no camera answered");
-    }
+    return {{"mac", gige::wire::toText(camera.info.mac)},
+            {"ip", gige::net::toText(camera.ip())},
+            {"manufacturer", camera.info.manufacturer},
+            {"model", camera.info.model},
+            {"serial", camera.info.serialNumber},
+            {"name", camera.info.userDefinedName},
+            {"interface", camera.nic.name},
+            {"inSubnet", camera.inSubnet()},
+            {"macConflict", camera.hasRival}};
+}
+
+void print(const std::vector<gige::control::DiscoveredDevice>& cameras)
+{
     std::vector<std::vector<std::string>> rows{
         {"MAC", "IP", "MANUFACTURER", "MODEL", "SERIAL", "NAME", "INTERFACE"}};
     for (const gige::control::DiscoveredDevice& camera : cameras) {
@@ -39,13 +54,37 @@ void runDiscover(const SearchOptions& options)
     std::cout << formatTable(rows);
 }
 
+void printAsJson(const std::vector<gige::control::DiscoveredDevice>& cameras)
+{
+    Json json = Json::array();
+    for (const gige::control::DiscoveredDevice& camera : cameras) {
+        json.push_back(jsonOf(camera));
+    }
+    printJson(json);
+}
+
+void runDiscover(const Options& options)
+{
+    const auto cameras = findCameras(options.search);
+    if (options.json) {
+        printAsJson(cameras);
+    }
+    if (cameras.empty()) {
+        throw Failure("no camera answered; 'telvo doctor' says what to look at");
+    }
+    if (!options.json) {
+        print(cameras);
+    }
+}
+
 } // namespace
 
 void addDiscoverCommand(const Command& app)
 {
     const Command command = app.add("discover", "List the cameras that answer");
-    const auto options = std::make_shared<SearchOptions>();
-    addSearchOptions(command, *options);
+    const auto options = std::make_shared<Options>();
+    addSearchOptions(command, options->search);
+    addJsonOption(command, options->json);
     command.onRun([options] { runDiscover(*options); });
 }
 

@@ -1,6 +1,7 @@
 #include "CameraChoice.h"
 #include "CameraSession.h"
 #include "Commands.h"
+#include "Json.h"
 #include "RecordingEnd.h"
 #include "ToolError.h"
 
@@ -14,6 +15,22 @@ namespace telvo
 
 namespace
 {
+
+struct Options {
+    CameraOptions camera;
+    bool json = false;
+};
+
+/// One fact, as a member of JSON or as a text.
+void report(const Options& options, const CameraSession& camera, const char* key, bool value,
+            const char* text)
+{
+    if (options.json) {
+        printJson({{"camera", camera.address().ip}, {key, value}});
+    } else {
+        std::cout << text << '\n';
+    }
+}
 
 void requireFlashCard(const CameraSession& camera)
 {
@@ -29,21 +46,21 @@ bool isCopying(const CameraSession& camera)
     return expIsStateFlashWrite(&writing, camera.id()) == 0 && writing != 0;
 }
 
-void runStart(const CameraOptions& options)
+void runStart(const Options& options)
 {
-    const CameraSession camera(chooseCamera(options));
+    const CameraSession camera(chooseCamera(options.camera));
     camera.requireNoRecording();
     requireFlashCard(camera);
     if (expStartWriteToFlash(camera.id()) != 0 || !isCopying(camera)) {
         camera.fail("the camera does not start the copy; has it recorded anything?");
     }
     followFlashCopy(camera);
-    std::cout << "the recording is on the flash card\n";
+    report(options, camera, "copied", true, "the recording is on the flash card");
 }
 
-void runStop(const CameraOptions& options)
+void runStop(const Options& options)
 {
-    const CameraSession camera(chooseCamera(options), {}, FlashCopy::IsTheTask);
+    const CameraSession camera(chooseCamera(options.camera), {}, FlashCopy::IsTheTask);
     requireFlashCard(camera);
     const bool wasCopying = isCopying(camera);
     expStopWriteToFlash(camera.id());
@@ -51,7 +68,8 @@ void runStop(const CameraOptions& options)
     if (isCopying(camera)) {
         throw Failure("the camera goes on copying");
     }
-    std::cout << (wasCopying ? "the copy to the flash card was ended\n" : "nothing was copied\n");
+    report(options, camera, "wasCopying", wasCopying,
+           wasCopying ? "the copy to the flash card was ended" : "nothing was copied");
 }
 
 } // namespace
@@ -60,16 +78,18 @@ void addFlashCommand(const Command& app)
 {
     const Command command = app.add("flash", "Copy the recording to the camera's flash card");
     command.needsCommand();
-    const auto options = std::make_shared<CameraOptions>();
+    const auto options = std::make_shared<Options>();
 
     const Command start = command.add("start", "Copy, and wait for the end");
-    addCameraOptions(start, *options);
+    addCameraOptions(start, options->camera);
+    addJsonOption(start, options->json);
     start.footer("Ctrl-C leaves the camera to copy by itself; 'telvo state' then shows when it "
                  "is done.");
     start.onRun([options] { runStart(*options); });
 
     const Command stop = command.add("stop", "End a copy");
-    addCameraOptions(stop, *options);
+    addCameraOptions(stop, options->camera);
+    addJsonOption(stop, options->json);
     stop.onRun([options] { runStop(*options); });
 }
 

@@ -1,5 +1,6 @@
 #include "CameraChoice.h"
 #include "Commands.h"
+#include "Json.h"
 #include "ToolError.h"
 
 #include "ForceIp.h"
@@ -22,6 +23,7 @@ struct Options {
     std::string address;
     std::string mask = "255.255.255.0";
     std::string gateway = "0.0.0.0";
+    bool json = false;
 };
 
 net::Ipv4Address parseAddress(const std::string& text)
@@ -57,8 +59,15 @@ void runForceIp(const Options& options)
     if (result != control::Status::Ok) {
         throw Failure("the camera does not take " + options.address + ": " + reasonOf(result));
     }
-    std::cout << gige::wire::toText(device.info.mac) << " has " << options.address
-              << " until its power-off\n";
+    const std::string mac = gige::wire::toText(device.info.mac);
+    if (options.json) {
+        printJson({{"mac", mac},
+                   {"ip", options.address},
+                   {"mask", options.mask},
+                   {"gateway", options.gateway}});
+    } else {
+        std::cout << mac << " has " << options.address << " until its power-off\n";
+    }
 }
 
 } // namespace
@@ -71,6 +80,7 @@ void addForceIpCommand(const Command& app)
     command.option("address", options->address, "The new address").required().type("IP");
     command.option("--mask", options->mask, "Subnet mask").type("IP").showDefault();
     command.option("--gateway", options->gateway, "Gateway").type("IP").showDefault();
+    addJsonOption(command, options->json);
     command.footer("Works with a camera in another subnet, too, which other commands cannot "
                    "reach.");
     command.onRun([options] { runForceIp(*options); });

@@ -1,6 +1,7 @@
 #include "CameraChoice.h"
 #include "CameraSession.h"
 #include "Commands.h"
+#include "Json.h"
 #include "ToolError.h"
 
 #include "TelvoDll.h"
@@ -18,6 +19,7 @@ namespace
 struct Options {
     CameraOptions camera;
     std::string name;
+    bool json = false;
 };
 
 void runName(const Options& options)
@@ -32,7 +34,11 @@ void runName(const Options& options)
     if (taken != options.name) {
         throw Failure("the camera is called '" + taken + "'; it takes 15 characters at most");
     }
-    std::cout << address.ip << " is now called '" << taken << "'\n";
+    if (options.json) {
+        printJson({{"camera", address.ip}, {"name", taken}});
+    } else {
+        std::cout << address.ip << " is now called '" << taken << "'\n";
+    }
 }
 
 } // namespace
@@ -43,6 +49,7 @@ void addNameCommand(const Command& app)
     const auto options = std::make_shared<Options>();
     addCameraOptions(command, options->camera);
     command.option("name", options->name, "The new name, 15 characters at most").required();
+    addJsonOption(command, options->json);
     command.onRun([options] { runName(*options); });
 }
 

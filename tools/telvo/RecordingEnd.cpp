@@ -7,7 +7,7 @@
 
 #include <chrono>
 #include <iostream>
-#include <sstream>
+#include <string>
 #include <thread>
 
 namespace telvo
@@ -62,16 +62,12 @@ RecordingEnd endRecording(const CameraSession& camera)
     return end;
 }
 
-std::string recordedText(const CameraSession& camera)
+RecordedFrames recordedFrames(const CameraSession& camera)
 {
-    std::uint32_t frames = 0;
-    std::uint32_t width = 0;
-    std::uint32_t height = 0;
-    expGetNumberOfAllRecordedFrames(&frames, camera.id());
-    expGetLastRecordDimensions(&width, &height, camera.id());
-    std::ostringstream text;
-    text << frames << " frames of " << width << 'x' << height << " in the camera's memory";
-    return text.str();
+    RecordedFrames frames;
+    expGetNumberOfAllRecordedFrames(&frames.count, camera.id());
+    expGetLastRecordDimensions(&frames.width, &frames.height, camera.id());
+    return frames;
 }
 
 } // namespace telvo

@@ -3,7 +3,7 @@
 
 #include "CameraSession.h"
 
-#include <string>
+#include <cstdint>
 
 namespace telvo
 {
@@ -21,8 +21,14 @@ RecordingEnd endRecording(const CameraSession& camera);
 /// Follows a copy to the flash card to its end. Throws as above.
 void followFlashCopy(const CameraSession& camera);
 
-/// "203 frames of 64x48 in the camera's memory"
-std::string recordedText(const CameraSession& camera);
+/// What the camera's memory holds.
+struct RecordedFrames {
+    std::uint32_t count = 0; // of all sequences
+    std::uint32_t width = 0; // pixels
+    std::uint32_t height = 0;
+};
+
+RecordedFrames recordedFrames(const CameraSession& camera);
 
 } // namespace telvo
 

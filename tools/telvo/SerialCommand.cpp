@@ -2,6 +2,7 @@
 #include "CameraSession.h"
 #include "CancelFlag.h"
 #include "Commands.h"
+#include "Json.h"
 #include "ToolError.h"
 
 #include "TelvoDll.h"
@@ -22,6 +23,7 @@ struct Options {
     CameraOptions camera;
     std::string line;
     std::string end = "cr";
+    bool json = false;
 };
 
 const std::map<std::string, std::string> kLineEnds{
@@ -80,7 +82,11 @@ void runSerial(const Options& options)
     if (answer.empty()) {
         camera.fail("the camera does not answer");
     }
-    std::cout << answer << '\n';
+    if (options.json) {
+        printJson({{"camera", camera.address().ip}, {"answer", answer}});
+    } else {
+        std::cout << answer << '\n';
+    }
 }
 
 } // namespace
@@ -96,6 +102,7 @@ void addSerialCommand(const Command& app)
         .type("cr|lf|crlf|none")
         .oneOf({"cr", "lf", "crlf", "none"})
         .showDefault();
+    addJsonOption(command, options->json);
     command.onRun([options] { runSerial(*options); });
 }
 

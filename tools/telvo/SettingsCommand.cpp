@@ -1,6 +1,7 @@
 #include "CameraChoice.h"
 #include "CameraSession.h"
 #include "Commands.h"
+#include "Json.h"
 #include "OutputFile.h"
 #include "SettingsFile.h"
 #include "ToolError.h"
@@ -8,7 +9,9 @@
 #include <algorithm>
 #include <filesystem>
 #include <iostream>
+#include <iterator>
 #include <memory>
+#include <string>
 #include <vector>
 
 namespace telvo
@@ -22,6 +25,7 @@ struct Options {
     std::filesystem::path file;
     bool force = false;
     bool strict = false;
+    bool json = false;
 };
 
 void runSave(const Options& options)
@@ -32,7 +36,48 @@ void runSave(const Options& options)
     OutputFile file(options.file, options.force ? IfThere::Replace : IfThere::Refuse);
     file.write({reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
     file.commit();
-    std::cout << document.at("settings").size() << " settings: " << options.file.string() << '\n';
+    const std::size_t count = document.at("settings").size();
+    if (options.json) {
+        printJson({{"camera", camera.ip}, {"settings", count}, {"file", options.file.string()}});
+    } else {
+        std::cout << count << " settings: " << options.file.string() << '\n';
+    }
+}
+
+/// Those that the camera takes in another way than the file says.
+std::vector<SettingOutcome> othersThanAsked(const std::vector<SettingOutcome>& outcomes)
+{
+    std::vector<SettingOutcome> others;
+    std::ranges::copy_if(outcomes, std::back_inserter(others),
+                         [](const SettingOutcome& each) { return !each.isAsAsked(); });
+    return others;
+}
+
+void print(const std::vector<SettingOutcome>& outcomes)
+{
+    const std::vector<SettingOutcome> others = othersThanAsked(outcomes);
+    for (const SettingOutcome& outcome : others) {
+        if (!outcome.refused) {
+            std::cout << outcome.asked.setting->name << '=' << outcome.text() << '\n';
+        }
+    }
+    std::cout << outcomes.size() - others.size() << " of " << outcomes.size()
+              << " settings are as in the file\n";
+}
+
+void printAsJson(const std::vector<SettingOutcome>& outcomes, const std::string& camera)
+{
+    Json others = Json::object();
+    for (const SettingOutcome& outcome : othersThanAsked(outcomes)) {
+        others[std::string(outcome.asked.setting->name)] = {
+            {"asked", jsonOf(outcome.asked.text)},
+            {"value", outcome.taken ? jsonOf(outcome.taken->value) : Json()},
+            {"refused", outcome.refused}};
+    }
+    printJson({{"camera", camera},
+               {"settings", outcomes.size()},
+               {"asInFile", outcomes.size() - others.size()},
+               {"others", others}});
 }
 
 void runLoad(const Options& options)
@@ -43,24 +88,23 @@ void runLoad(const Options& options)
     const CameraSession camera(address);
     camera.requireNoRecording();
     const std::vector<SettingOutcome> outcomes = camera.write(assignments);
-    for (const SettingOutcome& outcome : outcomes) {
-        if (!outcome.refused && !outcome.isAsAsked()) {
-            std::cout << outcome.asked.setting->name << '=' << outcome.text() << '\n';
-        }
+    if (options.json) {
+        printAsJson(outcomes, address.ip);
+    } else {
+        print(outcomes);
     }
     camera.requireLink();
     requireTaken(outcomes);
     if (options.strict) {
         requireAsAsked(outcomes);
     }
-    const auto asAsked = std::ranges::count_if(outcomes, &SettingOutcome::isAsAsked);
-    std::cout << asAsked << " of " << outcomes.size() << " settings are as in the file\n";
 }
 
 void addFile(const Command& command, Options& options)
 {
     addCameraOptions(command, options.camera);
     command.option("file", options.file, "The file, JSON").required().type("FILE");
+    addJsonOption(command, options.json);
 }
 
 } // namespace

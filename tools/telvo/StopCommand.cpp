@@ -1,10 +1,12 @@
 #include "CameraChoice.h"
 #include "Commands.h"
 #include "EachCamera.h"
+#include "Json.h"
 #include "RecordingEnd.h"
 
 #include <iostream>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -14,24 +16,68 @@ namespace telvo
 namespace
 {
 
-std::string stop(const CameraAddress& address)
+struct Options {
+    CamerasOptions cameras;
+    bool json = false;
+};
+
+/// None: it was not recording.
+using Stopped = std::optional<RecordedFrames>;
+
+Stopped stop(const CameraAddress& address)
 {
     const CameraSession camera(address);
     if (!camera.isRecording()) {
-        return "was not recording";
+        return std::nullopt;
     }
     endRecording(camera);
-    return "recording ended, " + recordedText(camera);
+    return recordedFrames(camera);
 }
 
-void runStop(const CamerasOptions& options)
+std::string textOf(const Stopped& stopped)
 {
-    const std::vector<CameraAddress> cameras = chooseCameras(options);
-    const auto texts = forEach<std::string>(
-        cameras, [](std::size_t, const CameraAddress& address) { return stop(address); });
-    for (std::size_t i = 0; i < cameras.size(); ++i) {
-        std::cout << cameras[i].ip << ": " << texts[i] << '\n';
+    return !stopped ? "was not recording"
+                    : "recording ended, " + std::to_string(stopped->count) + " frames of " +
+                          std::to_string(stopped->width) + 'x' + std::to_string(stopped->height) +
+                          " in the camera's memory";
+}
+
+Json jsonOf(const Verdict<Stopped>& verdict)
+{
+    if (!verdict.result) {
+        return {{"failure", verdict.failure}};
     }
+    Json json{{"wasRecording", verdict.result->has_value()}};
+    if (const Stopped& stopped = *verdict.result) {
+        json.update(
+            {{"frames", stopped->count}, {"width", stopped->width}, {"height", stopped->height}});
+    }
+    return json;
+}
+
+void print(const std::vector<CameraAddress>& cameras, const std::vector<Verdict<Stopped>>& verdicts,
+           bool asJson)
+{
+    Json json = Json::array();
+    for (std::size_t i = 0; i < cameras.size(); ++i) {
+        json.push_back({{"camera", cameras[i].ip}});
+        json.back().update(jsonOf(verdicts[i]));
+        if (verdicts[i].result && !asJson) {
+            std::cout << cameras[i].ip << ": " << textOf(*verdicts[i].result) << '\n';
+        }
+    }
+    if (asJson) {
+        printJson(json);
+    }
+}
+
+void runStop(const Options& options)
+{
+    const std::vector<CameraAddress> cameras = chooseCameras(options.cameras);
+    const auto verdicts = tryEach<Stopped>(
+        cameras, [](std::size_t, const CameraAddress& address) { return stop(address); });
+    print(cameras, verdicts, options.json);
+    requireNone(failuresOf(verdicts), cameras);
 }
 
 } // namespace
@@ -39,8 +85,9 @@ void runStop(const CamerasOptions& options)
 void addStopCommand(const Command& app)
 {
     const Command command = app.add("stop", "End what a camera is doing");
-    const auto options = std::make_shared<CamerasOptions>();
-    addCamerasOptions(command, *options);
+    const auto options = std::make_shared<Options>();
+    addCamerasOptions(command, options->cameras);
+    addJsonOption(command, options->json);
     command.footer("Ends a recording that another program has left running, and record standby.");
     command.onRun([options] { runStop(*options); });
 }

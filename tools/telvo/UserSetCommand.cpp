@@ -4,6 +4,7 @@
 #include "StateReport.h"
 #include "TextTable.h"
 #include "ToolError.h"
+#include "UserSetLoad.h"
 
 #include "TelvoDll.h"
 
@@ -18,6 +19,7 @@ namespace
 
 struct Options {
     CameraOptions camera;
+    std::string set = "UserSet1";
     bool json = false;
 };
 
@@ -32,14 +34,29 @@ void runShow(const Options& options)
     }
 }
 
-void runSave(const CameraOptions& options)
+void runSave(const Options& options)
 {
-    const CameraSession camera(chooseCamera(options));
+    const CameraSession camera(chooseCamera(options.camera));
     camera.requireNoRecording();
     if (expSaveUserSet(camera.id()) != 0) {
         camera.fail("the camera does not save its user set ('telvo log' shows why)");
     }
-    std::cout << "the present settings are those after the next power-on\n";
+    if (options.json) {
+        printJson({{"camera", camera.address().ip}, {"saved", true}});
+    } else {
+        std::cout << "the present settings are those after the next power-on\n";
+    }
+}
+
+void runLoad(const Options& options)
+{
+    const CameraAddress camera = chooseCamera(options.camera);
+    loadUserSet(camera, options.set);
+    if (options.json) {
+        printJson({{"camera", camera.ip}, {"loaded", options.set}});
+    } else {
+        std::cout << "the settings are those of the user set " << options.set << '\n';
+    }
 }
 
 } // namespace
@@ -57,7 +74,17 @@ void addUserSetCommand(const Command& app)
 
     const Command save = command.add("save", "Keep the present settings over power-off");
     addCameraOptions(save, options->camera);
-    save.onRun([options] { runSave(options->camera); });
+    addJsonOption(save, options->json);
+    save.onRun([options] { runSave(*options); });
+
+    const Command load = command.add("load", "Go back to the settings of a user set");
+    load.option("set", options->set, "UserSet1: those saved; Default: the camera's own")
+        .type("SET")
+        .showDefault();
+    addCameraOptions(load, options->camera);
+    addJsonOption(load, options->json);
+    load.footer("What is saved stays as it is; 'telvo userset save' keeps what was loaded.");
+    load.onRun([options] { runLoad(*options); });
 }
 
 } // namespace telvo

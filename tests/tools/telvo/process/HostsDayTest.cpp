@@ -94,6 +94,36 @@ TEST_F(UserSet, IsSavedForTheNextPowerOn)
               "in use          UserSet1\nafter power-on  UserSet1\n");
 }
 
+TEST_F(UserSet, IsLoadedAndTheSameOneStaysInUse)
+{
+    switchOn();
+    EXPECT_EQ(run({"shell"}, "set exposure=123\nuserset save\nset exposure=456\n").exitStatus, 0);
+    const ToolOutcome loaded = run({"userset", "load"});
+    EXPECT_EQ(loaded.exitStatus, 0) << loaded.errors;
+    EXPECT_EQ(value(FeatureId::ExposureTimeRaw), 123);
+    EXPECT_EQ(run({"userset", "load", "Default"}).exitStatus, 0);
+    EXPECT_NE(value(FeatureId::ExposureTimeRaw), 123);
+    EXPECT_EQ(value(FeatureId::UserSetSelector), 1);
+    EXPECT_TRUE(isFree());
+
+    const ToolOutcome unknown = run({"userset", "load", "Other"});
+    EXPECT_EQ(unknown.exitStatus, 1);
+    EXPECT_THAT(unknown.errors, HasSubstr("the camera has no user set 'Other'; "));
+    EXPECT_EQ(value(FeatureId::UserSetSelector), 1);
+}
+
+TEST_F(UserSet, IsNotLoadedWhileTheCameraRecords)
+{
+    camera::CameraOptions options = quickCamera();
+    options.recordAtPowerOn = true;
+    options.settings[FeatureId::RecordMode] = camera::kRecordContinuous;
+    switchOn(options);
+    const ToolOutcome outcome = run({"userset", "load"});
+    EXPECT_EQ(outcome.exitStatus, 1);
+    EXPECT_THAT(outcome.errors, HasSubstr("the camera is busy; "));
+    EXPECT_EQ(value(FeatureId::CameraState), camera::kStateRecording);
+}
+
 using FlashCard = CameraTest;
 
 camera::CameraOptions cameraThatCopies()

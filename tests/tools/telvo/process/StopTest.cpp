@@ -1,3 +1,4 @@
+#include "CameraControl.h"
 #include "CameraTest.h"
 
 namespace
@@ -35,6 +36,20 @@ TEST_F(StopCommand, SaysThatACameraWasNotRecording)
     const ToolOutcome outcome = run({"stop"});
     EXPECT_EQ(outcome.exitStatus, 0);
     EXPECT_EQ(outcome.output, "127.0.0.11: was not recording\n");
+}
+
+TEST_F(StopCommand, HasAVerdictForEachOfSeveralCameras)
+{
+    switchOn(recordingRing());
+    camera::VirtualCamera other(quickCamera("127.0.0.12"));
+    ASSERT_FALSE(other.start());
+    ToolProcess holder({"record", "--camera", "127.0.0.12", "--mode", "ring"});
+    ASSERT_TRUE(becomes([&] { return !::isFree(other); }));
+    const ToolOutcome outcome =
+        runTool({"stop", "--camera", "127.0.0.11", "--camera", "127.0.0.12"});
+    EXPECT_EQ(outcome.exitStatus, 1);
+    EXPECT_THAT(outcome.output, HasSubstr("127.0.0.11: recording ended, "));
+    EXPECT_THAT(outcome.errors, HasSubstr("telvo: 127.0.0.12: the camera at 127.0.0.12 is held"));
 }
 
 TEST_F(StopCommand, IsWhatOthersSendAUserTo)
