@@ -3,9 +3,13 @@
 #include "CancelFlag.h"
 #include "DownloadSeries.h"
 #include "DownloadTarget.h"
+#include "EachCamera.h"
 #include "Json.h"
+#include "OutputPattern.h"
 #include "RecordedSize.h"
 #include "RecordingDescription.h"
+#include "SeriesTransfer.h"
+#include "SharedStatus.h"
 #include "ToolError.h"
 #include "TransferProgress.h"
 #include "TriggerSearch.h"
@@ -29,9 +33,6 @@ namespace telvo
 namespace
 {
 
-/// How often what is written is noted, for when the process is killed.
-constexpr std::chrono::milliseconds kAccountInterval{200};
-
 void requireSense(const DownloadOptions& options)
 {
     const FileFormat format = parseFileFormat(options.format);
@@ -40,6 +41,14 @@ void requireSense(const DownloadOptions& options)
     }
     if (isVideo(format) && options.resume) {
         throw UsageError("a video cannot be continued; download it anew");
+    }
+    if (options.cameras.cameras.size() > 1 && !isPattern(options.out)) {
+        throw UsageError(
+            "several cameras need a file each: put {ip}, {serial} or {name} into --out, "
+            "such as 'shot-{ip}.raw'");
+    }
+    if (!options.sidecar.empty() && isPattern(options.out) && !isPattern(options.sidecar)) {
+        throw UsageError("put {ip}, {serial} or {name} into --sidecar, too");
     }
     if (options.colour && options.keepHeader) {
         throw UsageError("--keep-header is for pictures as the sensor has them, not for --colour");
@@ -104,157 +113,25 @@ DownloadSeries describeSeries(const DownloadOptions& options, const CameraSessio
     return {selection, {std::move(about), {}}, FrameCounter(selection.every)};
 }
 
-/// Takes frames until there are no more, or until one cannot be read: what is written by then is
-/// good as far as it goes.
-class FrameReading
-{
-  public:
-    FrameReading(const CameraSession& camera, const Recording& recording, FrameSelection selection)
-        : mCamera(camera), mRecording(recording), mSelection(selection)
-    {
-    }
-
-    /// None: that was the last, or reason() says why there is none.
-    std::optional<RecordedFrame> next()
-    {
-        try {
-            if (!mSource) {
-                mSource = openFrames(mCamera, mRecording, mSelection, mCancel);
-            }
-            return mSource->next();
-        } catch (const Failure& failure) {
-            mReason = failure.what();
-            return std::nullopt;
-        }
-    }
-    const std::string& reason() const { return mReason; }
-
-  private:
-    const CameraSession& mCamera;
-    const Recording& mRecording;
-    FrameSelection mSelection;
-    CancelFlag mCancel;
-    std::unique_ptr<FrameSource> mSource; // none before the first frame
-    std::string mReason;                  // empty: none
+/// A camera that is connected, and where its frames go.
+struct Job {
+    DownloadOptions options; // with its own paths
+    std::optional<DownloadTarget> target;
+    std::unique_ptr<CameraSession> camera;
 };
 
-/// Puts the frames of a series where they go, and keeps account of them.
-class SeriesWriting
+void connect(Job& job, const CameraAddress& address)
 {
-  public:
-    /// @param sidecar  null: there is none
-    SeriesWriting(DownloadSeries& series, FrameSink& sink, SidecarFile* sidecar)
-        : mSeries(series), mSink(sink), mSidecar(sidecar), mThere(series.written())
-    {
-        keepAccount(mThere);
-    }
-
-    void put(const RecordingInfo& info, const RecordedFrame& frame)
-    {
-        mSink.put(frame.number, {info.width, info.height, frame.bytes});
-        mSeries.add({frame.number, decodeFrameHeader(frame.bytes)});
-        if (const auto now = Clock::now(); now >= mNextAccount) {
-            mNextAccount = now + kAccountInterval;
-            keepAccount(mThere + mSink.written());
-        }
-    }
-    void flush() { mSink.flush(); }
-    /// Drops the frames that could not be written.
-    void cut() { mSeries.cut(mThere + mSink.written()); }
-    std::uint32_t done() const { return mSeries.written() - mThere; }
-
-  private:
-    using Clock = std::chrono::steady_clock;
-
-    void keepAccount(std::size_t frames)
-    {
-        if (mSidecar != nullptr) {
-            mSidecar->keep(mSeries.sidecar.frames, frames);
-        }
-    }
-
-    DownloadSeries& mSeries;
-    FrameSink& mSink;
-    SidecarFile* mSidecar;
-    std::uint32_t mThere; // frames, when it began
-    Clock::time_point mNextAccount;
-};
-
-/// @return why the frames end before their last; empty: they do not
-std::string copyFrames(const CameraSession& camera, const Recording& recording,
-                       const FrameSelection& frames, SeriesWriting& writing)
-{
-    TransferProgress progress(frames.count, recording.info.frameSize());
-    FrameReading reading(camera, recording, frames);
-    try {
-        while (const auto frame = reading.next()) {
-            writing.put(recording.info, *frame);
-            progress.show(writing.done());
-        }
-        writing.flush();
-        return reading.reason();
-    } catch (const Failure& failure) { // a full disk
-        writing.cut();
-        return failure.what();
-    }
+    const std::vector<Assignment> assignments = job.options.capture.assignments();
+    job.camera = std::make_unique<CameraSession>(address, assignments);
+    job.camera->requireNoRecording();
+    job.camera->apply(assignments);
 }
 
-/// What came of a download.
-struct Outcome {
-    DownloadSeries series;
-    RecordingInfo info;
-    std::unique_ptr<SidecarFile> sidecar; // null: none
-    std::uint64_t transferred;            // frames, of this time
-    std::chrono::duration<double> time;   // likewise
-    std::string interruption;             // empty: none
-};
-
-std::unique_ptr<SidecarFile> openSidecar(const DownloadTarget& target, const DownloadSeries& series,
-                                         const std::filesystem::path& output)
+Outcome transfer(Job& job, const TransferProgress::ShowText& beside)
 {
-    return target.sidecar ? std::make_unique<SidecarFile>(*target.sidecar, target.sidecarIfThere,
-                                                          series.sidecar.about, output,
-                                                          target.ifThere, series.selection.count)
-                          : nullptr;
-}
-
-/// Writes what is not there yet.
-Outcome writeSeries(const DownloadOptions& options, DownloadTarget& target,
-                    const CameraSession& camera, const Recording& recording,
-                    const PictureStyle& style, DownloadSeries series)
-{
-    const std::uint32_t there = series.written();
-    const FrameSelection rest = series.rest();
-    const std::filesystem::path output = target.place.output();
-    const auto sink = target.place.begin({.frameSize = recording.info.frameSize(),
-                                          .there = there,
-                                          .count = rest.count,
-                                          .fps = options.fps},
-                                         style);
-    auto sidecar = openSidecar(target, series, output);
-    const auto start = std::chrono::steady_clock::now();
-    SeriesWriting writing(series, *sink, sidecar.get());
-    std::string interruption =
-        rest.count > 0 ? copyFrames(camera, recording, rest, writing) : std::string();
-    if (series.written() == 0) {
-        throw Failure(interruption);
-    }
-    sink->finish();
-    const std::uint32_t transferred = writing.done();
-    return {std::move(series),
-            recording.info,
-            std::move(sidecar),
-            transferred,
-            std::chrono::steady_clock::now() - start,
-            std::move(interruption)};
-}
-
-Outcome transfer(const DownloadOptions& options, DownloadTarget& target)
-{
-    const std::vector<Assignment> assignments = options.capture.assignments();
-    const CameraSession camera(chooseCamera(options.camera), assignments);
-    camera.requireNoRecording();
-    camera.apply(assignments);
+    const DownloadOptions& options = job.options;
+    const CameraSession& camera = *job.camera;
     Json about{{"complete", false},
                {"camera", describeCamera(camera)},
                {"settings", describeSettings(camera)}};
@@ -265,10 +142,10 @@ Outcome transfer(const DownloadOptions& options, DownloadTarget& target)
     const PictureStyle style = styleFor(options, camera);
     DownloadSeries series =
         describeSeries(options, camera, factsOf(camera, recording), style, std::move(about));
-    if (target.earlier) {
-        continueSeries(series, *target.earlier, camera, info);
+    if (job.target->earlier) {
+        continueSeries(series, *job.target->earlier, camera, info);
     }
-    return writeSeries(options, target, camera, recording, style, std::move(series));
+    return writeSeries(options, *job.target, camera, recording, style, std::move(series), beside);
 }
 
 void saveSidecar(Outcome& outcome, const DownloadTarget& target)
@@ -283,19 +160,17 @@ void saveSidecar(Outcome& outcome, const DownloadTarget& target)
     }
 }
 
-void printJson(std::ostream& out, const Outcome& outcome, const DownloadOptions& options,
-               const DownloadTarget& target)
+Json jsonOf(const Outcome& outcome, const Job& job)
 {
-    Json json{{"output", options.out.string()},
-              {"sidecar", target.sidecar ? Json(target.sidecar->string()) : Json()},
-              {"width", outcome.info.width},
-              {"height", outcome.info.height},
-              {"frames", outcome.series.written()},
-              {"transferred", outcome.transferred},
-              {"seconds", outcome.time.count()},
-              {"complete", outcome.series.isWhole()},
-              {"counter-check", verdictOf(outcome.series.counter, outcome.series.selection.count)}};
-    out << json.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
+    return {{"output", job.options.out.string()},
+            {"sidecar", job.target->sidecar ? Json(job.target->sidecar->string()) : Json()},
+            {"width", outcome.info.width},
+            {"height", outcome.info.height},
+            {"frames", outcome.series.written()},
+            {"transferred", outcome.transferred},
+            {"seconds", outcome.time.count()},
+            {"complete", outcome.series.isWhole()},
+            {"counter-check", verdictOf(outcome.series.counter, outcome.series.selection.count)}};
 }
 
 void printText(std::ostream& out, const Outcome& outcome, const DownloadOptions& options)
@@ -311,33 +186,103 @@ void printText(std::ostream& out, const Outcome& outcome, const DownloadOptions&
     }
 }
 
-void report(const Outcome& outcome, const DownloadOptions& options, const DownloadTarget& target)
+using Outcomes = std::vector<Verdict<Outcome>>;
+
+void printAsJson(std::ostream& out, const Outcomes& outcomes, const std::vector<Job>& jobs,
+                 const std::vector<CameraAddress>& cameras)
 {
-    // Frames that go to the standard output have it for themselves.
-    std::ostream& out = isStandardOutput(options.out) ? std::cerr : std::cout;
-    if (options.json) {
-        printJson(out, outcome, options, target);
-    } else {
-        printText(out, outcome, options);
+    Json all = Json::array();
+    for (std::size_t i = 0; i < jobs.size(); ++i) {
+        all.push_back({{"camera", cameras[i].ip}});
+        all.back().update(outcomes[i].result ? jsonOf(*outcomes[i].result, jobs[i])
+                                             : Json{{"failure", outcomes[i].failure}});
+    }
+    const bool isOne = jobs.size() == 1;
+    if (!isOne || outcomes.front().result) {
+        out << (isOne ? all.front() : all).dump(2, ' ', false, Json::error_handler_t::replace)
+            << '\n';
     }
 }
 
-/// Throws Failure where the result is less than asked for.
-void judge(const Outcome& outcome, const DownloadOptions& options)
+void report(const Outcomes& outcomes, const std::vector<Job>& jobs,
+            const std::vector<CameraAddress>& cameras)
+{
+    // Frames that go to the standard output have it for themselves.
+    std::ostream& out = isStandardOutput(jobs.front().options.out) ? std::cerr : std::cout;
+    if (jobs.front().options.json) {
+        printAsJson(out, outcomes, jobs, cameras);
+        return;
+    }
+    for (std::size_t i = 0; i < jobs.size(); ++i) {
+        if (outcomes[i].result) {
+            out << (jobs.size() > 1 ? cameras[i].ip + ":\n" : "");
+            printText(out, *outcomes[i].result, jobs[i].options);
+        }
+    }
+}
+
+/// What is less than asked for; empty: nothing.
+std::string shortfallOf(const Outcome& outcome, const DownloadOptions& options)
 {
     const DownloadSeries& series = outcome.series;
     if (!outcome.interruption.empty()) {
         const bool canResume = !isVideo(parseFileFormat(options.format));
-        throw Failure(outcome.interruption + "; " + options.out.string() + " holds " +
-                      std::to_string(series.written()) + " of " +
-                      std::to_string(series.selection.count) + " frames" +
-                      (canResume ? ", --resume continues" : ""));
+        return outcome.interruption + "; " + options.out.string() + " holds " +
+               std::to_string(series.written()) + " of " + std::to_string(series.selection.count) +
+               " frames" + (canResume ? ", --resume continues" : "");
     }
     if (!series.counter.isContinuous()) {
-        throw Failure("frame counter: not continuous, " + std::to_string(series.counter.missing()) +
-                      " frames missing in " + std::to_string(series.counter.gapCount()) +
-                      " places");
+        return "frame counter: not continuous, " + std::to_string(series.counter.missing()) +
+               " frames missing in " + std::to_string(series.counter.gapCount()) + " places";
     }
+    return "";
+}
+
+/// @param camera  null where the paths are the camera's already
+Job makeJob(const DownloadOptions& options, const CameraAddress* camera)
+{
+    Job job{.options = options, .target = {}, .camera = {}};
+    if (camera != nullptr) {
+        job.options.out = pathFor(options.out, *camera);
+        job.options.sidecar = pathFor(options.sidecar, *camera);
+    }
+    job.target.emplace(prepareTarget(job.options));
+    return job;
+}
+
+/// Only a pattern needs a camera; all else is found wrong before one is looked for.
+std::vector<Job> makeJobs(const DownloadOptions& options, std::vector<CameraAddress>& cameras)
+{
+    std::vector<Job> jobs;
+    if (!isPattern(options.out)) {
+        jobs.push_back(makeJob(options, nullptr));
+    }
+    cameras = chooseCameras(options.cameras);
+    for (std::size_t i = jobs.size(); i < cameras.size(); ++i) {
+        jobs.push_back(makeJob(options, &cameras[i]));
+    }
+    return jobs;
+}
+
+/// Connects all, then transfers from those that are connected.
+Outcomes transferAll(std::vector<Job>& jobs, const std::vector<CameraAddress>& cameras)
+{
+    const auto connected = tryEach<bool>(cameras, [&](std::size_t i, const CameraAddress& camera) {
+        connect(jobs[i], camera);
+        return true;
+    });
+    SharedStatus status(jobs.size());
+    return tryEach<Outcome>(cameras, [&](std::size_t i, const CameraAddress&) {
+        if (!connected[i].result) {
+            throw Failure(connected[i].failure);
+        }
+        const auto show = [&status, i](const std::string& text) { status.show(i, text); };
+        Outcome outcome =
+            transfer(jobs[i], jobs.size() > 1 ? TransferProgress::ShowText(show) : nullptr);
+        jobs[i].camera.reset();
+        saveSidecar(outcome, *jobs[i].target);
+        return outcome;
+    });
 }
 
 } // namespace
@@ -345,11 +290,18 @@ void judge(const Outcome& outcome, const DownloadOptions& options)
 void runDownload(const DownloadOptions& options)
 {
     requireSense(options);
-    DownloadTarget target = prepareTarget(options);
-    Outcome outcome = transfer(options, target);
-    saveSidecar(outcome, target);
-    report(outcome, options, target);
-    judge(outcome, options);
+    std::vector<CameraAddress> cameras;
+    std::vector<Job> jobs = makeJobs(options, cameras);
+    const Outcomes outcomes = transferAll(jobs, cameras);
+    report(outcomes, jobs, cameras);
+
+    std::vector<std::string> failures = failuresOf(outcomes);
+    for (std::size_t i = 0; i < jobs.size(); ++i) {
+        if (outcomes[i].result) {
+            failures[i] = shortfallOf(*outcomes[i].result, jobs[i].options);
+        }
+    }
+    requireNone(failures, cameras);
 }
 
 } // namespace telvo

@@ -14,7 +14,7 @@ namespace telvo
 {
 
 struct DownloadOptions {
-    CameraOptions camera;
+    CamerasOptions cameras;
     CaptureOptions capture;
     std::string format = "raw";
     std::uint32_t sequence = 0;
@@ -30,7 +30,8 @@ struct DownloadOptions {
     bool json = false;
 };
 
-/// Reads frames out of the camera's memory and writes them, and what is known of them beside.
+/// Reads frames out of the cameras' memories, of all at once, and writes them, and what is known of
+/// them beside.
 /// Throws UsageError, and Failure also where the result is less than was asked for.
 void runDownload(const DownloadOptions& options);
 

@@ -64,7 +64,11 @@ void addPictures(const Command& command, DownloadOptions& options)
 
 void addOutput(const Command& command, DownloadOptions& options)
 {
-    command.option("--out", options.out, "File, or folder for png").required().type("PATH");
+    command
+        .option("--out", options.out,
+                "File, or folder for png; {ip}, {serial} and {name} in it are the camera's")
+        .required()
+        .type("PATH");
     command
         .option("--sidecar", options.sidecar,
                 "What is known of the frames, as JSON [PATH.json, in a folder recording.json]")
@@ -84,15 +88,17 @@ void addDownloadCommand(const Command& app)
 {
     const Command command = app.add("download", "Read a recording out of a camera's memory");
     const auto options = std::make_shared<DownloadOptions>();
-    addCameraOptions(command, options->camera);
+    addCamerasOptions(command, options->cameras);
     addOutput(command, *options);
     addPictures(command, *options);
     addRange(command, *options);
     options->capture.addTo(command, {"packet-size", "resends"});
-    command.footer("At the end the camera's own frame numbers are checked; a gap is an error, the "
-                   "frames are\nkept. Ctrl-C, a lost link or a full disk end it: the output then "
-                   "holds the frames so far, and\n--resume continues it. Where the tool was killed "
-                   "they are in a file OUT.XXXXXXXX.part,\nwhich --resume finds.");
+    command.footer(
+        "At the end the camera's own frame numbers are checked; a gap is an error, the "
+        "frames are\nkept. Ctrl-C, a lost link or a full disk end it: the output then "
+        "holds the frames so far, and\n--resume continues it. Where the tool was killed "
+        "they are in a file OUT.XXXXXXXX.part,\nwhich --resume finds.\n"
+        "Several cameras are read at once: --camera left --camera right --out 'shot-{name}.tif'");
     command.onRun([options] { runDownload(*options); });
 }
 

@@ -1,10 +1,7 @@
 #include "ProgressBar.h"
 
-#include "Terminal.h"
-
 #include <algorithm>
-#include <cstdio>
-#include <iostream>
+#include <ostream>
 #include <utility>
 
 namespace telvo
@@ -47,11 +44,6 @@ void ProgressBar::show(std::uint64_t done, const std::string& note)
     const std::size_t rest = mDrawn > line.size() ? mDrawn - line.size() : 0;
     mOut << '\r' << line << std::string(rest, ' ') << std::flush;
     mDrawn = std::max(mDrawn, line.size());
-}
-
-ProgressBar terminalProgress(std::string label, std::uint64_t total)
-{
-    return {std::cerr, isTerminal(stderr), std::move(label), total};
 }
 
 } // namespace telvo

@@ -35,9 +35,6 @@ class ProgressBar
     Clock::time_point mNextDraw{}; // the epoch: the first call draws
 };
 
-/// A bar on the error stream, shown only if that is a terminal.
-ProgressBar terminalProgress(std::string label, std::uint64_t total);
-
 } // namespace telvo
 
 #endif

@@ -3,7 +3,7 @@
 #include "EachCamera.h"
 #include "Keyboard.h"
 #include "RecordRun.h"
-#include "StatusLine.h"
+#include "SharedStatus.h"
 #include "ToolError.h"
 
 #include <atomic>
@@ -30,29 +30,6 @@ struct Options {
 struct Armed {
     std::unique_ptr<CameraSession> camera;
     RecordPlan plan;
-};
-
-/// The progress of several recordings on one line.
-class SharedStatus
-{
-  public:
-    explicit SharedStatus(std::size_t cameras) : mTexts(cameras) {}
-
-    void show(std::size_t camera, const std::string& text)
-    {
-        const std::lock_guard guard(mLock);
-        mTexts[camera] = text;
-        std::string line;
-        for (const std::string& each : mTexts) {
-            line += (line.empty() ? "" : " | ") + each;
-        }
-        mLine.show(line);
-    }
-
-  private:
-    std::mutex mLock; // guards the others
-    std::vector<std::string> mTexts;
-    StatusLine mLine;
 };
 
 /// The first key, for all recordings.

@@ -1,8 +1,12 @@
 #include "TransferProgress.h"
 
+#include "Terminal.h"
+
 #include <array>
 #include <cmath>
 #include <cstdio>
+#include <iostream>
+#include <utility>
 
 namespace telvo
 {
@@ -23,14 +27,22 @@ std::string speedNote(std::uint64_t done, std::uint64_t total, std::uint64_t fra
     return text.data();
 }
 
-TransferProgress::TransferProgress(std::uint64_t total, std::uint64_t frameSize)
-    : mBar(terminalProgress("download", total)), mTotal(total), mFrameSize(frameSize)
+TransferProgress::TransferProgress(std::uint64_t total, std::uint64_t frameSize, ShowText beside)
+    : mBeside(std::move(beside)), mTotal(total), mFrameSize(frameSize)
 {
+    if (!mBeside) {
+        mBar.emplace(std::cerr, isTerminal(stderr), "download", total);
+    }
 }
 
 void TransferProgress::show(std::uint64_t done)
 {
-    mBar.show(done, speedNote(done, mTotal, mFrameSize, Clock::now() - mStart));
+    const std::string note = speedNote(done, mTotal, mFrameSize, Clock::now() - mStart);
+    if (mBar) {
+        mBar->show(done, note);
+    } else {
+        mBeside(std::to_string(done) + '/' + std::to_string(mTotal) + note);
+    }
 }
 
 } // namespace telvo

@@ -5,6 +5,8 @@
 
 #include <chrono>
 #include <cstdint>
+#include <functional>
+#include <optional>
 #include <string>
 
 namespace telvo
@@ -16,18 +18,22 @@ namespace telvo
 std::string speedNote(std::uint64_t done, std::uint64_t total, std::uint64_t frameSize,
                       std::chrono::duration<double> elapsed);
 
-/// A bar on the terminal with frames, speed and time left.
+/// Frames, speed and time left on the terminal: a bar, or beside those of other cameras.
 class TransferProgress
 {
   public:
-    TransferProgress(std::uint64_t total, std::uint64_t frameSize);
+    using ShowText = std::function<void(const std::string&)>;
+
+    /// @param beside  takes the text; none: there is a bar
+    TransferProgress(std::uint64_t total, std::uint64_t frameSize, ShowText beside = {});
 
     void show(std::uint64_t done);
 
   private:
     using Clock = std::chrono::steady_clock;
 
-    ProgressBar mBar;
+    std::optional<ProgressBar> mBar;
+    ShowText mBeside;
     std::uint64_t mTotal;
     std::uint64_t mFrameSize;
     Clock::time_point mStart = Clock::now();

@@ -68,6 +68,62 @@ TEST_F(Download, PrintsJsonForPrograms)
     EXPECT_EQ(json["sidecar"], (folder / "a").string() + ".json");
 }
 
+/// Two cameras with recordings of their own.
+class DownloadFromTwo : public RecordedCamera
+{
+  protected:
+    void SetUp() override
+    {
+        start(recordedCamera(50));
+        other = std::make_unique<camera::VirtualCamera>(recordedCamera(30, "127.0.0.12"));
+        ASSERT_FALSE(other->start());
+        ASSERT_TRUE(hasFinished(*other));
+    }
+    std::vector<std::string> fromBoth(const std::string& name,
+                                      const std::vector<std::string>& more = {}) const
+    {
+        std::vector<std::string> words = download(name, more);
+        words.insert(words.end(), {"--camera", "127.0.0.12"});
+        return words;
+    }
+
+    std::unique_ptr<camera::VirtualCamera> other;
+};
+
+TEST_F(DownloadFromTwo, GivesEachAFileOfItsOwn)
+{
+    const ToolOutcome result = runTool(fromBoth("{serial}-{ip}", {"--json"}));
+    EXPECT_EQ(result.exitStatus, 0) << result.errors;
+    const nlohmann::json json = nlohmann::json::parse(result.output);
+    EXPECT_EQ(json[0]["camera"], "127.0.0.11");
+    EXPECT_EQ(json[0]["frames"], 50);
+    EXPECT_EQ(json[1]["camera"], "127.0.0.12");
+    EXPECT_EQ(json[1]["frames"], 30);
+    EXPECT_TRUE(contents(folder / "VC00000B-127.0.0.11") == recorded(0, 50));
+    EXPECT_EQ(contents(folder / "VC00000C-127.0.0.12").size(), 30 * frameSize());
+    EXPECT_EQ(jsonOf(folder / "VC00000C-127.0.0.12.json")["camera"]["ip-address"], "127.0.0.12");
+    EXPECT_EQ(entries(folder.path()), 4U);
+}
+
+TEST_F(DownloadFromTwo, FailsForTheOneThatFailsAndFinishesTheOther)
+{
+    const ToolOutcome result = runTool(fromBoth("{ip}.tif", {"--format", "tiff", "--count", "40"}));
+    EXPECT_EQ(result.exitStatus, 1);
+    EXPECT_THAT(result.output, HasSubstr("127.0.0.11:\n40 frames of 64x48"));
+    EXPECT_THAT(result.errors, HasSubstr("telvo: 127.0.0.12: "));
+    EXPECT_TRUE(std::filesystem::exists(folder / "127.0.0.11.tif"));
+    EXPECT_FALSE(std::filesystem::exists(folder / "127.0.0.12.tif"));
+}
+
+TEST_F(DownloadFromTwo, NeedsAPatternForTheirFiles)
+{
+    const ToolOutcome result = runTool(fromBoth("both"));
+    EXPECT_EQ(result.exitStatus, 2);
+    EXPECT_THAT(result.errors, HasSubstr("put {ip}, {serial} or {name} into --out"));
+    EXPECT_EQ(runTool(fromBoth("{ip}", {"--sidecar", folder / "one"})).exitStatus, 2);
+    EXPECT_EQ(entries(folder.path()), 0U);
+}
+
 TEST_F(Download, PutsTheUsersPictureSizeBack)
 {
     start(recordedCamera(50));

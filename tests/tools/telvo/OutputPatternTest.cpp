@@ -1,0 +1,37 @@
+#include "OutputPattern.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+using namespace telvo;
+
+CameraAddress camera(const std::string& name)
+{
+    CameraAddress camera{.mac = "", .ip = "10.0.0.7", .onLoopback = false, .device = {}};
+    camera.device.info.serialNumber = "S1";
+    camera.device.info.userDefinedName = name;
+    return camera;
+}
+
+TEST(OutputPattern, HasTheCamerasOwn)
+{
+    EXPECT_EQ(pathFor("out/{name}-{serial}-{ip}.tif", camera("left")), "out/left-S1-10.0.0.7.tif");
+    EXPECT_EQ(pathFor("{name}/{name}", camera("left")), "left/left");
+    EXPECT_EQ(pathFor("plain", camera("left")), "plain");
+}
+
+TEST(OutputPattern, KeepsToOneFileNameWhateverACameraIsCalled)
+{
+    EXPECT_EQ(pathFor("out/{name}.tif", camera("../a:b\n")), "out/.._a_b_.tif");
+    EXPECT_EQ(pathFor("{name}", camera("{name}")), "{name}");
+}
+
+TEST(OutputPattern, IsKnownByItsPlaces)
+{
+    EXPECT_TRUE(isPattern("a/{ip}"));
+    EXPECT_FALSE(isPattern("a/{port}"));
+}
+
+} // namespace
