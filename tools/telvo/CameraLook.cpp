@@ -87,6 +87,11 @@ std::int64_t CameraLook::linkSpeed() const
                : 0;
 }
 
+bool CameraLook::resendsPackets() const
+{
+    return mDevice->registers().traits().has(wire::kCapabilityPacketResend);
+}
+
 std::optional<std::string> CameraLook::controllingHost() const
 {
     control::DeviceRegisters& registers = mDevice->registers();
@@ -95,7 +100,13 @@ std::optional<std::string> CameraLook::controllingHost() const
         return std::nullopt;
     }
     const auto host = registers.readRegister(wire::kRegPrimaryApplicationAddress);
-    return host && *host != 0 ? gige::net::toText(gige::net::Ipv4Address{*host}) : "";
+    if (!host || *host == 0) {
+        return "";
+    }
+    const std::uint32_t port =
+        registers.readRegister(wire::kRegPrimaryApplicationPort).valueOr(0) & 0xFFFFU;
+    return gige::net::toText(gige::net::Ipv4Address{*host}) +
+           (port == 0 ? "" : ", port " + std::to_string(port));
 }
 
 std::string heldByOther(const CameraAddress& address, const std::string& host)

@@ -43,11 +43,13 @@ class CameraLook
     /// Also an enumeration's present entry.
     std::optional<std::string> text(std::string_view feature) const;
 
+    /// Whether the camera sends packets again that it is asked for.
+    bool resendsPackets() const;
     /// Mbit/s, as the camera tells; 0: it does not.
     std::int64_t linkSpeed() const;
 
-    /// The address of the host that controls the camera; empty text: the camera does not tell
-    /// which. None: nobody does.
+    /// The host that controls the camera, "10.0.0.1, port 50123"; empty text: the camera does not
+    /// tell which. None: nobody does.
     std::optional<std::string> controllingHost() const;
 
   private:

@@ -1,6 +1,7 @@
 #include "Diagnosis.h"
 
 #include <algorithm>
+#include <numeric>
 
 namespace telvo
 {
@@ -86,6 +87,46 @@ void addDataRate(const CameraLook& look, std::int64_t linkSpeed, Findings& findi
     }
 }
 
+/// A place has the losses if at least so many of them are there.
+constexpr double kMostLosses = 0.7;
+constexpr std::int64_t kFewLosses = 5; // tell nothing of a place
+
+struct LossText {
+    const char* place;
+    const char* advice;
+};
+
+/// Packets that get lost where a picture begins or ends have a reason there.
+LossText whereIn(const LostByTenth& lost, std::int64_t all)
+{
+    const double most = kMostLosses * static_cast<double>(all);
+    const std::size_t last = lost.size() - 1;
+    if (static_cast<double>(lost[0] + lost[1]) >= most) {
+        return {"most of them at the start of a picture",
+                "the computer or its network interface wakes too late: switch off the power saving "
+                "of interface and CPU"};
+    }
+    if (static_cast<double>(lost[last] + lost[last - 1]) >= most) {
+        return {
+            "most of them at the end of a picture",
+            "a buffer on the way runs over while a picture comes: a larger packet-delay spreads "
+            "the packets, a larger ring ('ethtool -G') or receive buffer takes more of them"};
+    }
+    return {"spread over the pictures", "look at cable, plugs and switch"};
+}
+
+void addLossPlaces(const LostByTenth& lost, Findings& findings)
+{
+    const std::int64_t all = std::accumulate(lost.begin(), lost.end(), std::int64_t{0});
+    if (all >= kFewLosses) {
+        const LossText text = whereIn(lost, all);
+        findings.push_back(
+            {Kind::Hint,
+             number(all) + " packets got lost while none was asked for again, " + text.place,
+             text.advice});
+    }
+}
+
 void addLosses(const StreamProbe& probe, Findings& findings)
 {
     if (probe.framesFailed > 0 || probe.packetsMissing > 0) {
@@ -97,7 +138,8 @@ void addLosses(const StreamProbe& probe, Findings& findings)
         findings.push_back(
             {Kind::Hint,
              number(probe.packetsResent) + " packets got lost and came when asked for again",
-             "leave resends on; look at cable and switch"});
+             "leave resends on (--resends; a program of your own has to ask for them); look at "
+             "cable and switch"});
     }
     if (probe.framesDropped > 0) {
         findings.push_back({Kind::Problem,
@@ -147,6 +189,17 @@ Findings diagnoseAddress(const gige::control::DiscoveredDevice& device)
     return {{Kind::Good, ip + " answers on " + device.nic.name}};
 }
 
+Findings diagnoseResends(bool cameraResends)
+{
+    if (cameraResends) {
+        return {};
+    }
+    return {
+        {Kind::Hint, "the camera sends no packet again",
+         "each lost packet costs a picture: '--set packet-delay=N' at live and download spreads "
+         "them"}};
+}
+
 Findings diagnoseCamera(const CameraLook& look, std::int64_t linkSpeed)
 {
     Findings findings;
@@ -154,6 +207,8 @@ Findings diagnoseCamera(const CameraLook& look, std::int64_t linkSpeed)
     addState(look, findings);
     addWaiting(look, findings);
     addDataRate(look, linkSpeed, findings);
+    const Findings resends = diagnoseResends(look.resendsPackets());
+    findings.insert(findings.end(), resends.begin(), resends.end());
     return findings;
 }
 
@@ -189,6 +244,7 @@ Findings diagnoseStream(const StreamProbe& probe, std::uint32_t mtu)
         findings.push_back(
             {Kind::Good, "packets of " + number(probe.packetSize) + " bytes come through"});
     }
+    addLossPlaces(probe.lost, findings);
     addLosses(probe, findings);
     addRate(probe, findings);
     return findings;

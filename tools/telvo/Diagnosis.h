@@ -31,6 +31,8 @@ Findings diagnoseAddress(const gige::control::DiscoveredDevice& device);
 /// What the camera says of itself: who controls it, what it waits for, its data rate and its link.
 /// @param linkSpeed  of the camera in Mbit/s; 0: unknown
 Findings diagnoseCamera(const CameraLook& look, std::int64_t linkSpeed);
+/// @param cameraResends  whether the camera can send a packet again
+Findings diagnoseResends(bool cameraResends);
 /// What the system grants of the receive buffer that the stream asks for.
 /// @param granted, asked  bytes
 Findings diagnoseBuffer(std::size_t granted, std::size_t asked);

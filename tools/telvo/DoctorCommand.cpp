@@ -73,7 +73,7 @@ Findings diagnose(const CameraOptions& options)
         } catch (const Cancelled&) {
             throw;
         } catch (const Failure& failure) {
-            findings.push_back({Finding::Kind::Problem, failure.what(), "see above"});
+            findings.push_back({Finding::Kind::Problem, failure.what()});
         }
     }
     return findings;

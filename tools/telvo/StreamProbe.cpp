@@ -8,6 +8,8 @@
 #include "PvStream.h"
 
 #include <algorithm>
+#include <set>
+#include <span>
 
 namespace telvo
 {
@@ -17,7 +19,9 @@ namespace
 
 using Clock = std::chrono::steady_clock;
 
-constexpr std::chrono::milliseconds kProbeTime{1500};
+constexpr std::chrono::milliseconds kLossTime{500};   // without resends
+constexpr std::chrono::milliseconds kProbeTime{1000}; // with them
+constexpr std::int64_t kPacketHeaders = 36;           // bytes, of IP, UDP and the stream
 constexpr std::uint32_t kWait = 100; // milliseconds for a frame; then Ctrl-C is looked for
 constexpr std::uint32_t kDefaultPacket = 1440; // bytes
 constexpr std::uint32_t kBuffers = 16;
@@ -82,8 +86,11 @@ class Probe
 
   private:
     std::string open(const CameraAddress& camera);
-    void receive();
-    void count(StreamProbe& result);
+    template <typename Look>
+    void receive(PvPipeline& pipeline, std::chrono::milliseconds time, const Look& look);
+    LostByTenth lookForLosses(PvPipeline& pipeline, std::int64_t packetSize);
+    void countWithResends(PvPipeline& pipeline, StreamProbe& result);
+    StreamProbe counters();
 
     PvDevice mDevice;
     PvStream mStream;
@@ -97,8 +104,7 @@ std::string Probe::open(const CameraAddress& camera)
         return std::string("cannot connect: ") + connected.GetCodeString().GetAscii();
     }
     (void)mDevice.NegotiatePacketSize(0, kDefaultPacket);
-    setInteger(*mStream.GetParameters(), "MaximumPendingResends",
-               kUsualConnection.maximumPendingResends);
+    setInteger(*mStream.GetParameters(), "MaximumPendingResends", 0);
     if (!mStream.Open(ip, 0, 0, "").IsOK()) {
         return "cannot open a stream: no socket is to be had";
     }
@@ -106,34 +112,65 @@ std::string Probe::open(const CameraAddress& camera)
     return "";
 }
 
-void Probe::receive()
+/// @param look  called with each picture and whether it is whole
+template <typename Look>
+void Probe::receive(PvPipeline& pipeline, std::chrono::milliseconds time, const Look& look)
 {
-    PvPipeline pipeline(&mStream);
-    pipeline.SetBufferSize(
-        static_cast<std::uint32_t>(integerOf(*mDevice.GetGenParameters(), "PayloadSize")));
-    (void)pipeline.SetBufferCount(kBuffers);
-    (void)pipeline.Start();
-    const LiveSource source(*mDevice.GetGenParameters());
     const CancelFlag cancel;
-    for (const auto end = Clock::now() + kProbeTime; Clock::now() < end;) {
+    for (const auto end = Clock::now() + time; Clock::now() < end;) {
         cancel.check();
         PvBuffer* buffer = nullptr;
         PvResult operation;
         if (pipeline.RetrieveNextBuffer(&buffer, kWait, &operation).IsOK()) {
+            look(*buffer, operation.IsOK());
             (void)pipeline.ReleaseBuffer(buffer);
         }
     }
 }
 
-void Probe::count(StreamProbe& result)
+LostByTenth Probe::lookForLosses(PvPipeline& pipeline, std::int64_t packetSize)
+{
+    LossPlaces places(
+        static_cast<std::size_t>(std::max<std::int64_t>(1, packetSize - kPacketHeaders)));
+    std::set<const PvBuffer*> marked;
+    receive(pipeline, kLossTime, [&](PvBuffer& buffer, bool isWhole) {
+        const std::span<std::uint8_t> bytes(buffer.GetDataPointer(), buffer.GetSize());
+        if (!isWhole && marked.contains(&buffer)) {
+            places.count(bytes);
+        }
+        places.mark(bytes);
+        marked.insert(&buffer);
+    });
+    return places.lost();
+}
+
+StreamProbe Probe::counters()
 {
     PvGenParameterArray& counters = *mStream.GetParameters();
+    StreamProbe result;
     result.framesWhole = integerOf(counters, "BlocksReceived");
     result.framesFailed = integerOf(counters, "BlocksFailed");
     result.framesDropped = integerOf(counters, "BlocksDropped");
     result.packets = integerOf(counters, "PacketsReceived");
     result.packetsMissing = integerOf(counters, "PacketsMissing");
     result.packetsResent = integerOf(counters, "PacketsResent");
+    return result;
+}
+
+void Probe::countWithResends(PvPipeline& pipeline, StreamProbe& result)
+{
+    setInteger(*mStream.GetParameters(), "MaximumPendingResends",
+               kUsualConnection.maximumPendingResends);
+    const StreamProbe before = counters();
+    const auto start = Clock::now();
+    receive(pipeline, kProbeTime, [](const PvBuffer&, bool) {});
+    const StreamProbe after = counters();
+    result.time = Clock::now() - start;
+    for (const auto counter :
+         {&StreamProbe::framesWhole, &StreamProbe::framesFailed, &StreamProbe::framesDropped,
+          &StreamProbe::packets, &StreamProbe::packetsMissing, &StreamProbe::packetsResent}) {
+        result.*counter = after.*counter - before.*counter;
+    }
 }
 
 StreamProbe Probe::run(const CameraAddress& camera)
@@ -146,10 +183,15 @@ StreamProbe Probe::run(const CameraAddress& camera)
     result.packetSize = integerOf(features, "GevSCPSPacketSize");
     result.frameRate = integerOf(features, "AcquisitionFrameRateRaw");
     result.frameSize = integerOf(features, "PayloadSize");
-    const auto start = Clock::now();
-    receive();
-    result.time = Clock::now() - start;
-    count(result);
+    {
+        PvPipeline pipeline(&mStream);
+        pipeline.SetBufferSize(static_cast<std::uint32_t>(result.frameSize));
+        (void)pipeline.SetBufferCount(kBuffers);
+        (void)pipeline.Start();
+        const LiveSource source(features);
+        result.lost = lookForLosses(pipeline, result.packetSize);
+        countWithResends(pipeline, result);
+    }
     (void)mDevice.ResetStreamDestination(0);
     return result;
 }

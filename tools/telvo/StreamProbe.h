@@ -2,6 +2,7 @@
 #define TELVO_TOOLS_TELVO_STREAMPROBE_H
 
 #include "CameraAddress.h"
+#include "LossPlaces.h"
 
 #include <chrono>
 #include <cstdint>
@@ -10,12 +11,15 @@
 namespace telvo
 {
 
-/// What a camera's live stream was like for a while, as the stack counts.
+/// What a camera's live stream was like for a while: first without resends, which shows what gets
+/// lost, then with them, as the stack counts.
 struct StreamProbe {
-    std::string problem;           // why there was no stream at all; empty: there was one
-    std::int64_t packetSize = 0;   // bytes, as negotiated
-    std::int64_t frameRate = 0;    // as the camera is set
-    std::int64_t frameSize = 0;    // bytes
+    std::string problem;         // why there was no stream at all; empty: there was one
+    std::int64_t packetSize = 0; // bytes, as negotiated
+    std::int64_t frameRate = 0;  // as the camera is set
+    std::int64_t frameSize = 0;  // bytes
+    LostByTenth lost{};          // packets, without resends
+    // With resends.
     std::int64_t framesWhole = 0;  // received
     std::int64_t framesFailed = 0; // incomplete
     std::int64_t framesDropped = 0;
@@ -25,7 +29,7 @@ struct StreamProbe {
     std::chrono::duration<double> time{};
 };
 
-/// Takes live pictures through the stack, with resends, and leaves the camera as it was. Only where
+/// Takes live pictures through the stack and leaves the camera as it was. Only where
 /// nobody controls it and it is at rest.
 StreamProbe probeStream(const CameraAddress& camera);
 
