@@ -143,7 +143,7 @@ int main(int argc, char** argv)
         awaitRecording();
         report("bare readout in blocks", kBytes, readBare());
         report("plain writing", kBytes, writePlain(path));
-        for (const char* format : {"raw", "tiff", "png"}) {
+        for (const char* format : {"raw", "tiff", "png", "mkv", "mp4"}) {
             reportDownload(format, path);
         }
     });

@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <png.h>
+#include <random>
 
 namespace
 {
@@ -33,6 +34,26 @@ TEST(PngFile, KeepsEveryPixel)
     EXPECT_EQ(read.width, 37U);
     EXPECT_EQ(read.height, 11U);
     EXPECT_EQ(read.pixels, image.pixels);
+}
+
+TEST(PngFile, TakesWhatCannotBeSqueezed)
+{
+    GrayImage image(640, 480);
+    std::minstd_rand random;
+    for (std::uint8_t& pixel : image.pixels) {
+        pixel = static_cast<std::uint8_t>(random() >> 8);
+    }
+    EXPECT_EQ(decode(encodePng(image.view())).pixels, image.pixels);
+}
+
+/// A slope, as a lens makes it.
+TEST(PngFile, SqueezesSmoothPictures)
+{
+    GrayImage image(640, 480);
+    for (std::size_t i = 0; i < image.pixels.size(); ++i) {
+        image.pixels[i] = static_cast<std::uint8_t>(i % 640 / 4 + i / 640 / 8);
+    }
+    EXPECT_LT(encodePng(image.view()).size(), image.pixels.size() / 20);
 }
 
 TEST(PngFile, IsEightBitGray)
