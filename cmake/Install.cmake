@@ -31,6 +31,18 @@ if(TELVO_TOOLS)
              OUTPUT_VARIABLE to_library)
   set_target_properties(telvo PROPERTIES INSTALL_RPATH $ORIGIN/${to_library})
   install(TARGETS telvo telvo-camera RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT tools)
+  if(NOT CMAKE_CROSSCOMPILING AND NOT TELVO_SANITIZE)
+    # The manual pages are made of the program's own help.
+    set(man ${PROJECT_BINARY_DIR}/man)
+    add_custom_command(
+      OUTPUT ${man}/telvo.1.gz
+      COMMAND ${CMAKE_COMMAND} -E rm -rf ${man}
+      COMMAND telvo man --folder ${man}
+      COMMAND gzip --best --no-name --recursive ${man}
+      DEPENDS telvo)
+    add_custom_target(telvo_man ALL DEPENDS ${man}/telvo.1.gz)
+    install(DIRECTORY ${man}/ DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tools)
+  endif()
 endif()
 
 if(NOT WIN32) # the zip has a folder of its own for them

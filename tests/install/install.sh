@@ -31,4 +31,6 @@ check "$work/by-hand"
 
 readelf --dynamic "$work/by-hand" | grep -q 'NEEDED.*libTelvoDll.so.0.1'
 unset LD_LIBRARY_PATH
+test "$(gzip -dc "$prefix/share/man/man1/telvo-settings-save.1.gz")" = \
+    "$("$prefix/bin/telvo" man settings save)"
 "$prefix/bin/telvo" --version # finds its library beside it

@@ -21,6 +21,7 @@ if readelf --sections unpacked/usr/lib/libTelvoDll.so.0.1 | grep -q debug_info; 
     echo "the library is not stripped"
     exit 1
 fi
+gzip -dc unpacked/usr/share/man/man1/telvo-record.1.gz | grep -q 'waits for the trigger'
 ls ./*-dbgsym_*.ddeb >/dev/null
 
 cc "$source/examples/c/connect.c" -Iunpacked/usr/include -Lunpacked/usr/lib -lTelvoDll -o connect

@@ -1,11 +1,14 @@
 #include "CommandTree.h"
 #include "Commands.h"
+#include "OutputFile.h"
 #include "ToolError.h"
 
 #include <algorithm>
 #include <cctype>
+#include <filesystem>
 #include <iostream>
 #include <memory>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -51,48 +54,48 @@ std::string pageOf(const std::string& command)
     return page;
 }
 
-void printOptions(const CommandHelp& command)
+void printOptions(std::ostream& out, const CommandHelp& command)
 {
-    std::cout << ".SH OPTIONS\n";
+    out << ".SH OPTIONS\n";
     for (const OptionHelp& option : command.options) {
-        std::cout << ".TP\n\\fB" << escaped(option.name) << "\\fR";
+        out << ".TP\n\\fB" << escaped(option.name) << "\\fR";
         if (!option.isArgument && !option.type.empty()) {
-            std::cout << " \\fI" << escaped(option.type) << "\\fR";
+            out << " \\fI" << escaped(option.type) << "\\fR";
         }
-        std::cout << '\n' << escaped(option.text) << '\n';
+        out << '\n' << escaped(option.text) << '\n';
     }
 }
 
 /// Those right below the tool itself.
-void printCommands(const std::vector<CommandHelp>& all)
+void printCommands(std::ostream& out, const std::vector<CommandHelp>& all)
 {
-    std::cout << ".SH COMMANDS\n";
+    out << ".SH COMMANDS\n";
     for (const CommandHelp& command : all) {
         if (!command.name.empty()) {
-            std::cout << ".TP\n\\fB" << escaped(command.name) << "\\fR\n"
-                      << escaped(command.text) << '\n';
+            out << ".TP\n\\fB" << escaped(command.name) << "\\fR\n"
+                << escaped(command.text) << '\n';
         }
     }
 }
 
-void printPage(const CommandHelp& command, const std::vector<CommandHelp>& all)
+void printPage(std::ostream& out, const CommandHelp& command, const std::vector<CommandHelp>& all)
 {
     const std::string page = pageOf(command.name);
-    std::cout << ".TH " << escaped(inCapitals(page)) << " 1 \"\" \"telvo " TELVO_VERSION "\"\n"
-              << ".SH NAME\n"
-              << escaped(page) << " \\- " << escaped(command.text) << "\n.SH SYNOPSIS\n\\fBtelvo "
-              << escaped(command.name) << "\\fR" << (command.name.empty() ? " \\fICOMMAND\\fR" : "")
-              << " [\\fIOPTIONS\\fR]";
+    out << ".TH " << escaped(inCapitals(page)) << " 1 \"\" \"telvo " TELVO_VERSION "\"\n"
+        << ".SH NAME\n"
+        << escaped(page) << " \\- " << escaped(command.text) << "\n.SH SYNOPSIS\n\\fBtelvo "
+        << escaped(command.name) << "\\fR" << (command.name.empty() ? " \\fICOMMAND\\fR" : "")
+        << " [\\fIOPTIONS\\fR]";
     for (const OptionHelp& option : command.options) {
-        std::cout << (option.isArgument ? " \\fI" + escaped(inCapitals(option.name)) + "\\fR" : "");
+        out << (option.isArgument ? " \\fI" + escaped(inCapitals(option.name)) + "\\fR" : "");
     }
-    std::cout << '\n';
+    out << '\n';
     if (command.name.empty()) {
-        printCommands(all);
+        printCommands(out, all);
     }
-    printOptions(command);
+    printOptions(out, command);
     if (!command.footer.empty()) {
-        std::cout << ".SH NOTES\n.nf\n" << escaped(command.footer) << "\n.fi\n";
+        out << ".SH NOTES\n.nf\n" << escaped(command.footer) << "\n.fi\n";
     }
 }
 
@@ -107,18 +110,46 @@ void printMan(const Command& tool, const std::vector<std::string>& words)
     if (command == all.end()) {
         throw UsageError("there is no command '" + name + "'; 'telvo --help' lists them");
     }
-    printPage(*command, all);
+    printPage(std::cout, *command, all);
 }
+
+/// As packages have them: telvo.1, telvo-record.1 and so on.
+void writeAll(const Command& tool, const std::filesystem::path& folder)
+{
+    makeFolder(folder);
+    const std::vector<CommandHelp> all = allCommands(tool);
+    for (const CommandHelp& command : all) {
+        std::ostringstream page;
+        printPage(page, command, all);
+        const std::string text = page.str();
+        OutputFile file(folder / (pageOf(command.name) + ".1"), IfThere::Replace);
+        file.write({reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
+        file.commit();
+    }
+}
+
+struct Options {
+    std::vector<std::string> words;
+    std::filesystem::path folder;
+};
 
 } // namespace
 
 void addManCommand(const Command& app)
 {
     const Command command = app.add("man", "Print the manual page of the tool or of a command");
-    const auto words = std::make_shared<std::vector<std::string>>();
-    command.option("command", *words, "The command; none: the tool itself");
+    const auto options = std::make_shared<Options>();
+    command.option("command", options->words, "The command; none: the tool itself");
+    command.option("--folder", options->folder, "Write the pages of all commands there instead")
+        .type("FOLDER");
     command.footer("telvo man record | man -l -");
-    command.onRun([app, words] { printMan(app, *words); });
+    command.onRun([app, options] {
+        if (options->folder.empty()) {
+            printMan(app, options->words);
+        } else {
+            writeAll(app, options->folder);
+        }
+    });
 }
 
 } // namespace telvo
