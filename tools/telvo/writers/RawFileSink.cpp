@@ -9,7 +9,10 @@ namespace telvo
 
 RawFileSink::RawFileSink(std::unique_ptr<OutputFile> file, const PictureStyle& style,
                          std::uint64_t there)
-    : mFile(std::move(file)), mStyle(style), mThere(there)
+    : mFile(std::move(file)),
+      mStyle(style),
+      mThere(there),
+      mRenderer(style, [this](PictureView picture) { mFile->write(picture.pixels); })
 {
     if (!mFile->isFile()) {
         return;
@@ -40,7 +43,7 @@ void RawFileSink::put(std::uint64_t /*number*/, GrayView frame)
     mFrameSize = frame.pixels.size() * mStyle.channels();
     orKeepWhole([&] {
         if (mStyle.colour) {
-            mFile->write(renderPicture(frame, mStyle).pixels);
+            mRenderer.put(frame);
         } else {
             mFile->write(frame.pixels);
         }
@@ -49,7 +52,10 @@ void RawFileSink::put(std::uint64_t /*number*/, GrayView frame)
 
 void RawFileSink::flush()
 {
-    orKeepWhole([&] { mFile->flush(); });
+    orKeepWhole([&] {
+        mRenderer.flush();
+        mFile->flush();
+    });
 }
 
 std::uint64_t RawFileSink::written()
@@ -59,6 +65,7 @@ std::uint64_t RawFileSink::written()
 
 void RawFileSink::finish()
 {
+    flush();
     mFile->sync();
     mFile->commit();
 }

@@ -3,7 +3,7 @@
 
 #include "FrameSink.h"
 #include "OutputFile.h"
-#include "PictureStyle.h"
+#include "PictureRenderer.h"
 
 #include <cstdint>
 #include <memory>
@@ -33,6 +33,7 @@ class RawFileSink : public FrameSink
     PictureStyle mStyle;
     std::uint64_t mThere;         // bytes, when it began
     std::uint64_t mFrameSize = 0; // bytes; 0: none came yet
+    PictureRenderer mRenderer;
 };
 
 } // namespace telvo

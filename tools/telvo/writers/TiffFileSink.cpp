@@ -25,7 +25,9 @@ TiffFileSink::TiffFileSink(std::unique_ptr<OutputFile> file, const PictureStyle&
 }
 
 TiffFileSink::TiffFileSink(std::unique_ptr<TiffDocument> document, const PictureStyle& style)
-    : mDocument(std::move(document)), mStyle(style), mThere(mDocument->pages())
+    : mDocument(std::move(document)),
+      mThere(mDocument->pages()),
+      mRenderer(style, [this](PictureView picture) { mDocument->addPage(picture); })
 {
 }
 
@@ -40,10 +42,13 @@ std::unique_ptr<TiffFileSink> TiffFileSink::resume(std::unique_ptr<OutputFile> f
 
 void TiffFileSink::put(std::uint64_t /*number*/, GrayView frame)
 {
-    mDocument->addPage(renderPicture(frame, mStyle).view());
+    mRenderer.put(frame);
 }
 
-void TiffFileSink::flush() {} // each page is with the system at once
+void TiffFileSink::flush()
+{
+    mRenderer.flush(); // each page is with the system at once
+}
 
 std::uint64_t TiffFileSink::written()
 {
@@ -52,6 +57,7 @@ std::uint64_t TiffFileSink::written()
 
 void TiffFileSink::finish()
 {
+    flush();
     mDocument->commit();
 }
 

@@ -3,7 +3,7 @@
 
 #include "FrameSink.h"
 #include "OutputFile.h"
-#include "PictureStyle.h"
+#include "PictureRenderer.h"
 
 #include <cstdint>
 #include <memory>
@@ -39,8 +39,8 @@ class TiffFileSink : public FrameSink
     explicit TiffFileSink(std::unique_ptr<TiffDocument> document, const PictureStyle& style);
 
     std::unique_ptr<TiffDocument> mDocument; // never null
-    PictureStyle mStyle;
-    std::uint32_t mThere; // pages, when it began
+    std::uint32_t mThere;                    // pages, when it began
+    PictureRenderer mRenderer;
 };
 
 } // namespace telvo

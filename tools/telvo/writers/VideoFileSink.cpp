@@ -1,6 +1,7 @@
 #include "VideoFileSink.h"
 
 #include "Failure.h"
+#include "PictureRenderer.h"
 #include "VideoMuxer.h"
 
 #include <array>
@@ -119,24 +120,20 @@ class VideoFileSink : public FrameSink
   public:
     VideoFileSink(std::unique_ptr<OutputFile> file, const Encoding& encoding,
                   const PictureStyle& style, std::uint32_t fps)
-        : mMuxer(std::move(file), encoding.container), mEncoding(encoding), mStyle(style), mFps(fps)
+        : mMuxer(std::move(file), encoding.container),
+          mEncoding(encoding),
+          mFps(fps),
+          mRenderer(style, [this](PictureView picture) { encode(picture); })
     {
     }
 
-    void put(std::uint64_t /*number*/, GrayView frame) override
-    {
-        const Picture picture = renderPicture(frame, mStyle);
-        if (!mEncoder) {
-            mEncoder.emplace(mEncoding, picture.view(), mFps, mMuxer);
-        }
-        mEncoder->put(picture.view());
-    }
-
-    void flush() override {}
+    void put(std::uint64_t /*number*/, GrayView frame) override { mRenderer.put(frame); }
+    void flush() override { mRenderer.flush(); }
     std::uint64_t written() override { return 0; } // it plays only with its end
 
     void finish() override
     {
+        flush();
         if (!mEncoder) {
             throw Failure("a video needs a frame");
         }
@@ -145,11 +142,19 @@ class VideoFileSink : public FrameSink
     }
 
   private:
+    void encode(PictureView picture)
+    {
+        if (!mEncoder) {
+            mEncoder.emplace(mEncoding, picture, mFps, mMuxer);
+        }
+        mEncoder->put(picture);
+    }
+
     VideoMuxer mMuxer;
     const Encoding& mEncoding;
-    PictureStyle mStyle;
     std::uint32_t mFps;
     std::optional<VideoEncoder> mEncoder; // none before the first frame
+    PictureRenderer mRenderer;
 };
 
 } // namespace
