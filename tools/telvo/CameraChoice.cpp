@@ -85,7 +85,8 @@ std::vector<CameraAddress> chooseCameras(const CamerasOptions& options)
     for (const std::string& name : names) {
         CameraAddress camera = chooseCamera({.camera = name, .search = options.search});
         if (std::ranges::find(cameras, camera.ip, &CameraAddress::ip) != cameras.end()) {
-            throw UsageError("--camera " + name + " names " + camera.ip + " once more");
+            throw UsageError("--camera " + name + " names " + camera.ip +
+                             " once more; name each camera once");
         }
         cameras.push_back(std::move(camera));
     }

@@ -50,7 +50,7 @@ std::int32_t takeId()
             return id;
         }
     }
-    throw Failure("more than " + std::to_string(kMostCameras) + " cameras at once");
+    throw Failure("more than " + std::to_string(kMostCameras) + " cameras at once; name fewer");
 }
 
 } // namespace

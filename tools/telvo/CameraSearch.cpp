@@ -69,6 +69,15 @@ control::DiscoveredDevice onlyCamera(const SearchOptions& options)
                    std::to_string(found.size()) + " cameras answered; choose one with --camera");
 }
 
+std::string namesOf(const Interfaces& interfaces)
+{
+    std::string text;
+    for (const net::NetworkInterface& each : interfaces) {
+        text += (text.empty() ? "" : ", ") + each.name + " (" + net::toText(each.address) + ')';
+    }
+    return text.empty() ? "none" : text;
+}
+
 bool isAddress(std::string_view camera)
 {
     return net::parseIpv4(camera) || gige::wire::parseMac(camera);
@@ -83,7 +92,8 @@ Interfaces selectInterfaces(const Interfaces& all, const std::string& nameOrAddr
         return each.name == nameOrAddress || net::toText(each.address) == nameOrAddress;
     });
     if (selected.empty()) {
-        throw UsageError("there is no network interface '" + nameOrAddress + "' that is up");
+        throw UsageError("there is no network interface '" + nameOrAddress +
+                         "' that is up; there are: " + namesOf(all));
     }
     return selected;
 }

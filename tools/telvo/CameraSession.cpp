@@ -47,7 +47,7 @@ void requireAll(const FeatureNames& features, const Names& names, const std::str
     for (const char* const name : names) {
         if (!features.contains(std::string_view(name))) {
             throw Failure("the camera lacks the feature \"" + std::string(name) + "\", " +
-                          consequence);
+                          consequence + "; its maker may have firmware with it");
         }
     }
 }
@@ -269,7 +269,8 @@ std::string CameraSession::identity(const char* key) const
 void CameraSession::requireLink() const
 {
     if (mConnected->link->isLost()) {
-        throw Failure("the connection to the camera was lost");
+        throw Failure("the connection to the camera was lost; look at cable and power, then try "
+                      "again");
     }
 }
 

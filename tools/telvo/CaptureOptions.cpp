@@ -16,7 +16,7 @@ std::array<std::string, 4> rectangleOf(const std::string& text)
     const bool hasAll = std::ranges::all_of(
         parts, [&](std::string& part) { return std::getline(rest, part, ',') && !part.empty(); });
     if (!hasAll || !rest.eof()) {
-        throw UsageError("'" + text + "' is not X,Y,W,H");
+        throw UsageError("'" + text + "' is not X,Y,W,H, such as 0,0,640,480");
     }
     return parts;
 }

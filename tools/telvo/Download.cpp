@@ -51,7 +51,8 @@ void requireSense(const DownloadOptions& options)
         throw UsageError("put {ip}, {serial} or {name} into --sidecar, too");
     }
     if (options.colour && options.keepHeader) {
-        throw UsageError("--keep-header is for pictures as the sensor has them, not for --colour");
+        throw UsageError("--keep-header is for pictures as the sensor has them, not for --colour; "
+                         "leave one of them out");
     }
 }
 
@@ -85,7 +86,8 @@ PictureStyle styleFor(const DownloadOptions& options, const CameraSession& camer
 SequenceFacts factsOf(const CameraSession& camera, const Recording& recording)
 {
     if (recording.frames == 0) {
-        throw Failure("sequence " + std::to_string(recording.sequence) + " has no frames");
+        throw Failure("sequence " + std::to_string(recording.sequence) +
+                      " has no frames; 'telvo review' lists the sequences");
     }
     const auto headerOf = [&](std::uint32_t frame) {
         return decodeFrameHeader(readFrame(camera, recording.info, frame));
@@ -233,7 +235,8 @@ std::string shortfallOf(const Outcome& outcome, const DownloadOptions& options)
     }
     if (!series.counter.isContinuous()) {
         return "frame counter: not continuous, " + std::to_string(series.counter.missing()) +
-               " frames missing in " + std::to_string(series.counter.gapCount()) + " places";
+               " frames missing in " + std::to_string(series.counter.gapCount()) +
+               " places; the sidecar lists them, the frames are kept";
     }
     return "";
 }

@@ -39,7 +39,8 @@ void continueSeries(DownloadSeries& series, const Sidecar& earlier, const Camera
         }
     }
     if (!earlier.frames.empty() && !holdsStill(earlier.frames.back(), camera, info)) {
-        throw Failure("the camera's recording is not that of the interrupted download");
+        throw Failure("the camera's recording is not that of the interrupted download; "
+                      "download it to another file");
     }
     for (const ListedFrame& frame : earlier.frames) {
         series.add(frame);

@@ -36,7 +36,7 @@ void requireFlashCard(const CameraSession& camera)
 {
     std::uint8_t available = 0;
     if (expIsFlashCardAvailable(&available, camera.id()) != 0 || available == 0) {
-        throw Failure("the camera has no flash card");
+        throw Failure("the camera has no flash card; put one in, or download the recording");
     }
 }
 
@@ -66,7 +66,7 @@ void runStop(const Options& options)
     expStopWriteToFlash(camera.id());
     camera.requireLink();
     if (isCopying(camera)) {
-        throw Failure("the camera goes on copying");
+        throw Failure("the camera goes on copying; wait for its end ('telvo state') or try again");
     }
     report(options, camera, "wasCopying", wasCopying,
            wasCopying ? "the copy to the flash card was ended" : "nothing was copied");

@@ -30,7 +30,7 @@ net::Ipv4Address parseAddress(const std::string& text)
 {
     const auto address = net::parseIpv4(text);
     if (!address) {
-        throw UsageError("'" + text + "' is no IPv4 address");
+        throw UsageError("'" + text + "' is no IPv4 address such as 192.168.0.10");
     }
     return *address;
 }

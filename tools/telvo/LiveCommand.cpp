@@ -156,13 +156,14 @@ void judge(const Series& series, const Options& options)
 void check(const Options& options)
 {
     if (!options.view && options.frames == 0) {
-        throw UsageError("--frames is required, unless --view is given");
+        throw UsageError(
+            "--frames is required, unless --view is given; 'telvo live --help' has all");
     }
     if (!options.view && options.folder.empty()) {
-        throw UsageError("--out is required, unless --view is given");
+        throw UsageError("--out is required, unless --view is given; 'telvo live --help' has all");
     }
     if (!options.contactSheet.empty() && options.frames == 0) {
-        throw UsageError("--contact-sheet needs --frames");
+        throw UsageError("--contact-sheet needs --frames; say how many pictures it is of");
     }
 }
 

@@ -111,7 +111,7 @@ std::optional<std::uint32_t> trailerOf(const CameraSession& camera, const Record
         options.post.empty() ? room - std::min(pre, room) : framesOf(options.post, room);
     if (pre > room || post > room - pre) {
         throw Failure("--pre and --post are more than the " + std::to_string(room) +
-                      " frames of this size that a sequence holds");
+                      " frames of this size that a sequence holds; ask for fewer");
     }
     return post;
 }

@@ -212,11 +212,12 @@ std::string shortfallOf(const RecordPlan& plan, const RecordOutcome& outcome)
 {
     if (plan.frames && outcome.frames < *plan.frames) {
         return std::to_string(outcome.frames) + " frames were recorded, " +
-               std::to_string(*plan.frames) + " were asked for";
+               std::to_string(*plan.frames) +
+               " were asked for; 'telvo download' reads what there is";
     }
     const bool cut = outcome.cause == EndCause::Stopped || outcome.cause == EndCause::Time;
     if (cut && plan.trigger != TriggerKind::None && (plan.isRing || outcome.frames == 0)) {
-        return "no trigger came";
+        return "no trigger came; look at its signal, 'telvo doctor' says what the camera waits for";
     }
     return outcome.cause == EndCause::Stopped && !plan.isOpen() ? "ended before it was done" : "";
 }

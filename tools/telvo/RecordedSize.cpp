@@ -22,7 +22,8 @@ RecordedSize::RecordedSize(const CameraSession& camera, const RecordingInfo& inf
     if (now.width != info.width || now.height != info.height) {
         apply(mUsers);
         throw Failure("the camera does not take the size of its recording, " +
-                      std::to_string(info.width) + 'x' + std::to_string(info.height));
+                      std::to_string(info.width) + 'x' + std::to_string(info.height) +
+                      "; 'telvo log' shows why");
     }
 }
 

@@ -26,7 +26,7 @@ Recording selectSequence(const CameraSession& camera, const RecordingInfo& info,
 {
     if (sequence >= info.sequences) {
         throw Failure("the recording has " + std::to_string(info.sequences) +
-                      " sequences, numbered from 0");
+                      " sequences, numbered from 0; 'telvo review' lists them");
     }
     std::uint32_t selected = sequence;
     expSetCurrentStreamSequence(&selected, camera.id());

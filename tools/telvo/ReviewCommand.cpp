@@ -108,7 +108,7 @@ void runReview(const Options& options)
     if (!options.contactSheet.empty()) {
         if (sheet.isEmpty()) {
             throw Failure("sequence " + std::to_string(options.sequence) +
-                          " has no frames to show");
+                          " has no frames to show; 'telvo review' lists the sequences");
         }
         writePngFile(options.contactSheet, sheet.render().view(), ifThere(options.force));
     }

@@ -80,7 +80,7 @@ void runSerial(const Options& options)
     }
     const std::string answer = readAnswer(camera);
     if (answer.empty()) {
-        camera.fail("the camera does not answer");
+        camera.fail("the camera does not answer; is the line one of its own, and --end right?");
     }
     if (options.json) {
         printJson({{"camera", camera.address().ip}, {"answer", answer}});

@@ -189,7 +189,8 @@ SettingText readSetting(const Setting& setting, std::int32_t cameraId)
     if (std::optional<SettingText> text = tryReadSetting(setting, cameraId)) {
         return *text;
     }
-    throw Failure("the camera does not tell its " + std::string(setting.name));
+    throw Failure("the camera does not tell its " + std::string(setting.name) +
+                  "; 'telvo log' shows why");
 }
 
 Assignment makeAssignment(const Setting& setting, std::string_view text)
@@ -205,7 +206,7 @@ Assignment parseAssignment(std::string_view text)
 {
     const std::size_t equals = text.find('=');
     if (equals == std::string_view::npos) {
-        throw UsageError("'" + std::string(text) + "' is not NAME=VALUE");
+        throw UsageError("'" + std::string(text) + "' is not NAME=VALUE, such as exposure=500");
     }
     return makeAssignment(findSetting(text.substr(0, equals)), text.substr(equals + 1));
 }

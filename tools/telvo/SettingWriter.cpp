@@ -113,7 +113,7 @@ void requireTaken(const std::vector<SettingOutcome>& outcomes)
     }
     const std::string& limits = refused->taken->limits;
     throw Failure("the camera refuses " + name + " = " + refused->asked.text +
-                  (limits.empty() ? "" : "; it takes values " + limits));
+                  (limits.empty() ? "; 'telvo log' shows why" : "; it takes values " + limits));
 }
 
 void requireAsAsked(const std::vector<SettingOutcome>& outcomes)

@@ -1,6 +1,7 @@
 #include "CameraChoice.h"
 #include "CameraSession.h"
 #include "Commands.h"
+#include "ForcedOutput.h"
 #include "Json.h"
 #include "OutputFile.h"
 #include "SettingsFile.h"
@@ -30,10 +31,11 @@ struct Options {
 
 void runSave(const Options& options)
 {
+    requireFree(options.file, options.force);
     const CameraAddress camera = chooseCamera(options.camera);
     const Json document = settingsDocument(camera, settingReader(camera));
     const std::string text = document.dump(2, ' ', false, Json::error_handler_t::replace) + '\n';
-    OutputFile file(options.file, options.force ? IfThere::Replace : IfThere::Refuse);
+    OutputFile file(options.file, ifThere(options.force));
     file.write({reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
     file.commit();
     const std::size_t count = document.at("settings").size();

@@ -52,7 +52,7 @@ std::vector<FiledSetting> readSettingsFile(const std::filesystem::path& file)
 {
     std::ifstream stream(file);
     if (!stream) {
-        throw Failure("cannot read " + file.string());
+        throw Failure("cannot read " + file.string() + "; is it there, and may you read it?");
     }
     const Json document = Json::parse(stream, nullptr, false);
     if (!document.is_object() || !document.contains("settings") ||
@@ -78,7 +78,8 @@ std::vector<Assignment> assignmentsFor(const std::vector<FiledSetting>& settings
         }
         if (!filed.unit.empty() && filed.unit != present->unit) {
             throw Failure(name + " is in " + filed.unit + " in the file, the camera takes " +
-                          (present->unit.empty() ? "a number without unit" : present->unit));
+                          (present->unit.empty() ? "a number without unit" : present->unit) +
+                          "; write it so into the file");
         }
         assignments.push_back(filed.assignment);
     }

@@ -55,7 +55,8 @@ TEST_F(CameraSessionTest, ACameraThatFellSilentJustNowIsALostLink)
 {
     const auto session = connect();
     camera->faults().setSilent(true);
-    EXPECT_EQ(reasonToFail(*session), "the connection to the camera was lost");
+    EXPECT_EQ(reasonToFail(*session),
+              "the connection to the camera was lost; look at cable and power, then try again");
 }
 
 } // namespace

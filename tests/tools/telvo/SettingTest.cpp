@@ -65,7 +65,7 @@ TEST(Setting, TakesTheWordsOfAChoice)
 
 TEST(Setting, RefusesWhatIsNoAssignment)
 {
-    EXPECT_EQ(usageError("exposure"), "'exposure' is not NAME=VALUE");
+    EXPECT_EQ(usageError("exposure"), "'exposure' is not NAME=VALUE, such as exposure=500");
     EXPECT_EQ(usageError("exposur=1"),
               "there is no setting 'exposur'; 'telvo get --help' lists them all");
 }

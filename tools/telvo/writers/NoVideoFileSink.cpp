@@ -13,7 +13,7 @@ bool canWriteVideo()
 std::unique_ptr<FrameSink> makeVideoSink(std::unique_ptr<OutputFile> /*file*/, VideoKind /*kind*/,
                                          const PictureStyle& /*style*/, std::uint32_t /*fps*/)
 {
-    throw Failure("this build writes no videos");
+    throw Failure("this build writes no videos; use --format tiff or png");
 }
 
 } // namespace telvo

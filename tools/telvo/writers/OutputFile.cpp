@@ -51,7 +51,7 @@ SystemFile openInPlace(const fs::path& path, const std::stop_token& stop)
             return std::move(*file);
         }
         if (stop.stop_requested()) {
-            throw Failure("nobody reads " + path.string());
+            throw Failure("nobody reads " + path.string() + "; start its reader first");
         }
         std::this_thread::sleep_for(kPoll);
     }
@@ -65,7 +65,7 @@ auto OutputFile::orFail(Work work) const -> decltype(work())
     try {
         return work();
     } catch (const std::system_error& error) {
-        throw Failure("cannot write " + mPath.string() + ": " + error.code().message());
+        throw Failure("cannot write " + mPath.string() + ": " + reasonAndAdvice(error.code()));
     }
 }
 

@@ -33,6 +33,15 @@ fs::path existingPlace(const fs::path& path)
 
 } // namespace
 
+std::string reasonAndAdvice(const std::error_code& error)
+{
+    const char* const advice =
+        error == std::errc::no_space_on_device          ? "make room or name a place elsewhere"
+        : error == std::errc::no_such_file_or_directory ? "make its folder first"
+                                                        : "name a place that you may write to";
+    return error.message() + "; " + advice;
+}
+
 TargetKind kindOf(const fs::path& path)
 {
     std::error_code error;
@@ -40,7 +49,7 @@ TargetKind kindOf(const fs::path& path)
     switch (status.type()) {
     case fs::file_type::not_found:
         if (fs::is_symlink(fs::symlink_status(path, error))) {
-            throw Failure(path.string() + " is a link to what is not there");
+            throw Failure(path.string() + " is a link to what is not there; name another file");
         }
         return TargetKind::Free;
     case fs::file_type::regular:
@@ -48,7 +57,7 @@ TargetKind kindOf(const fs::path& path)
     case fs::file_type::directory:
         return TargetKind::Folder;
     case fs::file_type::none:
-        throw Failure("cannot write " + path.string() + ": " + error.message());
+        throw Failure("cannot write " + path.string() + ": " + reasonAndAdvice(error));
     default:
         return TargetKind::Stream;
     }
@@ -61,10 +70,10 @@ void requireWritable(const fs::path& path, IfThere ifThere)
         throw Failure(path.string() + " is a folder; name a file in it");
     }
     if (kind == TargetKind::File && ifThere == IfThere::Refuse) {
-        throw Failure(path.string() + " is there already");
+        throw Failure(path.string() + " is there already; name another file");
     }
     if (kind != TargetKind::File && ifThere == IfThere::Continue) {
-        throw Failure("there is no file " + path.string() + " to continue");
+        throw Failure("there is no file " + path.string() + " to continue; leave out --resume");
     }
 }
 
@@ -74,7 +83,8 @@ void requireSpace(const fs::path& path, std::uint64_t bytes)
     const fs::space_info space = fs::space(existingPlace(path), error);
     if (!error && space.available < bytes) {
         throw Failure(path.string() + " takes " + megabytes(bytes) + ", and only " +
-                      megabytes(space.available) + " are free there");
+                      megabytes(space.available) +
+                      " are free there; make room or name a place elsewhere");
     }
 }
 
@@ -83,7 +93,7 @@ void makeFolder(const fs::path& folder)
     std::error_code error;
     fs::create_directories(folder, error);
     if (error) {
-        throw Failure("cannot make the folder " + folder.string() + ": " + error.message());
+        throw Failure("cannot make the folder " + folder.string() + ": " + reasonAndAdvice(error));
     }
 }
 
@@ -92,7 +102,8 @@ void requireEmpty(const fs::path& folder)
     std::error_code error;
     const bool empty = fs::is_empty(folder, error);
     if (error) {
-        throw Failure("cannot look into the folder " + folder.string() + ": " + error.message());
+        throw Failure("cannot look into the folder " + folder.string() + ": " +
+                      reasonAndAdvice(error));
     }
     if (!empty) {
         throw Failure("the folder " + folder.string() +

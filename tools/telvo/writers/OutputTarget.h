@@ -3,9 +3,14 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <string>
+#include <system_error>
 
 namespace telvo
 {
+
+/// What the system says of a file, and what to do: "No space left on device; make room or …".
+std::string reasonAndAdvice(const std::error_code& error);
 
 /// What lies at a path at which something is to be written; links are followed.
 enum class TargetKind : std::uint8_t {

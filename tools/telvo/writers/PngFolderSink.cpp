@@ -20,7 +20,7 @@ auto orFail(const std::filesystem::path& folder, Work work)
     try {
         return work();
     } catch (const std::system_error& error) {
-        throw Failure("cannot write to " + folder.string() + ": " + error.code().message());
+        throw Failure("cannot write to " + folder.string() + ": " + reasonAndAdvice(error.code()));
     }
 }
 

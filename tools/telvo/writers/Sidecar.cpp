@@ -238,15 +238,17 @@ Sidecar readSidecar(const fs::path& path)
     };
     std::ifstream file(path, std::ios::binary);
     if (!file) {
-        throw Failure("there is no " + path.string() + " that says what was downloaded");
+        throw Failure("there is no " + path.string() +
+                      " that says what was downloaded; "
+                      "leave out --resume");
     }
     try {
         sidecar.about = Json::parse(file, takeFrames);
         if (sidecar.about.at("format") != kFileFormat) {
-            throw Failure(path.string() + " is no description of a recording");
+            throw Failure(path.string() + " is no description of a recording; leave out --resume");
         }
     } catch (const nlohmann::json::exception&) {
-        throw Failure(path.string() + " is no description of a recording");
+        throw Failure(path.string() + " is no description of a recording; leave out --resume");
     }
     return sidecar;
 }

@@ -132,7 +132,7 @@ void TiffDocument::require(bool done) const
         std::rethrow_exception(mError);
     }
     if (!done) {
-        throw Failure("cannot write TIFF: " + mMessage);
+        throw Failure("cannot write TIFF: " + mMessage + "; try --format raw");
     }
 }
 

@@ -34,7 +34,9 @@ const AVCodec& findEncoder(const Encoding& encoding)
             return *codec;
         }
     }
-    throw Failure("the libraries of this machine have no encoder for such a video");
+    throw Failure(
+        "the libraries of this machine have no encoder for such a video; use --format tiff "
+        "or png");
 }
 
 /// Pictures into packets: made when the first picture tells its size.
@@ -164,7 +166,8 @@ int requireDone(int result)
     if (result < 0) {
         std::array<char, AV_ERROR_MAX_STRING_SIZE> text{};
         av_strerror(result, text.data(), text.size());
-        throw Failure(std::string("cannot write the video: ") + text.data());
+        throw Failure(std::string("cannot write the video: ") + text.data() +
+                      "; try --format tiff or png");
     }
     return result;
 }

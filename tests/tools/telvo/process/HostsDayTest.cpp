@@ -49,7 +49,7 @@ TEST_F(SettingsFile, IsReplacedOnlyOnDemand)
     switchOn();
     const ToolOutcome refused = run({"settings", "save", file});
     EXPECT_EQ(refused.exitStatus, 1);
-    EXPECT_THAT(refused.errors, HasSubstr(file + " is there already"));
+    EXPECT_THAT(refused.errors, HasSubstr(file + " is there already; --force replaces it"));
     EXPECT_EQ(run({"settings", "save", "--force", file}).exitStatus, 0);
 }
 
@@ -71,7 +71,8 @@ TEST_F(SettingsFile, WithAnErrorChangesNothing)
     const ToolOutcome unit =
         load(R"({"settings": {"gain": 3, "exposure": {"value": 5, "unit": "ms"}}})");
     EXPECT_EQ(unit.exitStatus, 1);
-    EXPECT_EQ(unit.errors, "telvo: exposure is in ms in the file, the camera takes us\n");
+    EXPECT_EQ(unit.errors, "telvo: exposure is in ms in the file, the camera takes us; "
+                           "write it so into the file\n");
     EXPECT_EQ(load("[]").exitStatus, 1);
     EXPECT_EQ(load("{").exitStatus, 1);
     EXPECT_EQ(CameraTest::value(FeatureId::GainRaw), 0);
@@ -187,7 +188,7 @@ TEST_F(ForceIp, RefusesWhatIsNoAddress)
     switchOn();
     const ToolOutcome outcome = run({"force-ip", "1.2.3"});
     EXPECT_EQ(outcome.exitStatus, 2);
-    EXPECT_EQ(outcome.errors, "telvo: '1.2.3' is no IPv4 address\n");
+    EXPECT_EQ(outcome.errors, "telvo: '1.2.3' is no IPv4 address such as 192.168.0.10\n");
 }
 
 TEST_F(ForceIp, IsDoneWhereTheCameraHasTheAddress)

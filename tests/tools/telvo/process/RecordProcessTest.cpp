@@ -66,7 +66,7 @@ TEST_F(RecordProcess, FailsWhereNoTriggerCame)
     const ToolOutcome outcome =
         run({"record", "--seconds", "0.2", "--trigger", "external", "--mode", "ring"});
     EXPECT_EQ(outcome.exitStatus, 1);
-    EXPECT_EQ(outcome.errors, "telvo: no trigger came\n");
+    EXPECT_THAT(outcome.errors, HasSubstr("telvo: no trigger came; look at its signal"));
     EXPECT_FALSE(isRecording());
 }
 
@@ -144,7 +144,8 @@ TEST_F(RecordProcess, NamesTheFirstRecordingFeatureThatTheCameraLacks)
     const ToolOutcome outcome = run({"record", "--frames", "5"});
     EXPECT_EQ(outcome.exitStatus, 1);
     EXPECT_EQ(outcome.errors,
-              "telvo: the camera lacks the feature \"RecordStart\", so that it cannot record\n");
+              "telvo: the camera lacks the feature \"RecordStart\", so that it cannot record; its "
+              "maker may have firmware with it\n");
 }
 
 TEST(RecordOptions, RefuseWhatMakesNoSenseTogether)

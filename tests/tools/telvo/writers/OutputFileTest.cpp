@@ -65,7 +65,7 @@ TEST(OutputFile, RefusesAFileThatIsThere)
     const TemporaryFolder folder;
     std::ofstream(folder / "data") << "earlier";
     EXPECT_EQ(failureOf([&] { OutputFile file(folder / "data"); }),
-              (folder / "data").string() + " is there already");
+              (folder / "data").string() + " is there already; name another file");
     EXPECT_EQ(contents(folder / "data"), "earlier");
     EXPECT_EQ(entries(folder.path()), 1U);
 }
