@@ -61,18 +61,23 @@ UsualCamera::~UsualCamera()
     usual = {};
 }
 
+CameraAddress addressOf(const gige::control::DiscoveredDevice& device)
+{
+    return {.mac = gige::wire::toText(device.info.mac),
+            .ip = gige::net::toText(device.ip()),
+            .onLoopback = device.nic.isLoopback,
+            .device = device};
+}
+
 CameraAddress chooseCamera(const CameraOptions& options)
 {
     const gige::control::DiscoveredDevice device = findCamera(options.search, options.camera);
-    const std::string ip = gige::net::toText(device.ip());
     if (!device.inSubnet()) {
-        throw Failure("the camera's address " + ip + " is not in the subnet of interface " +
-                      device.nic.name + "; 'telvo force-ip' gives it another");
+        throw Failure("the camera's address " + gige::net::toText(device.ip()) +
+                      " is not in the subnet of interface " + device.nic.name +
+                      "; 'telvo force-ip' gives it another");
     }
-    return {.mac = gige::wire::toText(device.info.mac),
-            .ip = ip,
-            .onLoopback = device.nic.isLoopback,
-            .device = device};
+    return addressOf(device);
 }
 
 std::vector<CameraAddress> chooseCameras(const CamerasOptions& options)

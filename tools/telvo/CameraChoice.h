@@ -40,6 +40,9 @@ class UsualCamera
     UsualCamera& operator=(const UsualCamera&) = delete;
 };
 
+/// How the library is to reach a camera that answered.
+CameraAddress addressOf(const gige::control::DiscoveredDevice& device);
+
 /// Finds the camera. Throws Failure if there is none that can be connected to, UsageError if there
 /// are several to choose from.
 CameraAddress chooseCamera(const CameraOptions& options);

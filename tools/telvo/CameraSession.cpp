@@ -266,9 +266,14 @@ std::string CameraSession::identity(const char* key) const
     return expGetParam(key, text.data(), &size, id()) == 0 ? text.data() : "";
 }
 
+bool CameraSession::isLost() const
+{
+    return mConnected->link->isLost();
+}
+
 void CameraSession::requireLink() const
 {
-    if (mConnected->link->isLost()) {
+    if (isLost()) {
         throw Failure("the connection to the camera was lost; look at cable and power, then try "
                       "again");
     }

@@ -62,6 +62,9 @@ class CameraSession
     /// One of the library's identity texts, by its key ("model"); empty if there is none.
     std::string identity(const char* key) const;
 
+    /// Whether the link to the camera was lost.
+    bool isLost() const;
+
     /// Throws Failure once the link to the camera is lost.
     void requireLink() const;
 

@@ -19,8 +19,6 @@ namespace telvo
 namespace
 {
 
-using Clock = std::chrono::steady_clock;
-
 constexpr std::chrono::milliseconds kPoll{20};
 constexpr std::size_t kFrameHeaderSize = 16; // bytes
 
@@ -41,109 +39,6 @@ constexpr std::array<CauseText, 6> kCauses{{
 const CauseText& textOf(EndCause cause)
 {
     return kCauses[static_cast<std::size_t>(cause)];
-}
-
-/// A recording that runs.
-class Run
-{
-  public:
-    Run(const CameraSession& camera, const RecordPlan& plan, const KeyPressed& keyPressed)
-        : mCamera(camera), mPlan(plan), mKeyPressed(keyPressed)
-    {
-    }
-
-    /// None: it goes on.
-    std::optional<EndCause> look();
-    std::string progress() const;
-    /// The preview's frame counter when the key was pressed.
-    std::uint16_t keyCounter() const { return mKeyCounter; }
-
-  private:
-    void count();
-    bool isEndedByKey();
-    bool hasFrames() const;
-    bool isIdle() const;
-
-    const CameraSession& mCamera;
-    const RecordPlan& mPlan;
-    const KeyPressed& mKeyPressed;
-    const CancelFlag mCancel;
-    const Clock::time_point mStart = Clock::now();
-    std::uint32_t mCounted = 0; // by the camera
-    std::uint32_t mShown = 0;   // by its preview
-    std::optional<std::uint32_t> mKeyFrame;
-    std::uint16_t mKeyCounter = 0;
-};
-
-void Run::count()
-{
-    expGetNumberOfAllRecordedFrames(&mCounted, mCamera.id());
-    mShown = static_cast<std::uint32_t>(expGetCurrentNumberOfImages(mCamera.id()));
-}
-
-/// A camera may count only once it has stopped, so that the preview counts, too. Not while it keeps
-/// nothing before the trigger: the preview goes on meanwhile.
-bool Run::hasFrames() const
-{
-    const std::uint32_t kept =
-        mPlan.trigger == TriggerKind::Camera ? mCounted : std::max(mCounted, mShown);
-    const bool isLeast = mPlan.isRing && mPlan.trigger != TriggerKind::None;
-    return mPlan.frames && !isLeast && kept >= *mPlan.frames;
-}
-
-bool Run::isEndedByKey()
-{
-    if (mPlan.trigger != TriggerKind::Key) {
-        return false;
-    }
-    const std::uint32_t now = std::max(mCounted, mShown);
-    if (!mKeyFrame && mKeyPressed()) {
-        mKeyFrame = mShown;
-        mKeyCounter = static_cast<std::uint16_t>(mShown);
-    }
-    return mKeyFrame && now >= *mKeyFrame + mPlan.trailer;
-}
-
-bool Run::isIdle() const
-{
-    std::uint8_t idle = 0;
-    expIsStateIdle(&idle, mCamera.id());
-    return idle != 0;
-}
-
-std::optional<EndCause> Run::look()
-{
-    count();
-    const bool idle = isIdle();
-    mCamera.requireLink();
-    if (idle) {
-        return mPlan.isRing ? EndCause::Trigger : EndCause::Full;
-    }
-    if (isEndedByKey()) {
-        return EndCause::Key;
-    }
-    if (hasFrames()) {
-        return EndCause::Frames;
-    }
-    if (mPlan.time && Clock::now() - mStart >= *mPlan.time) {
-        return EndCause::Time;
-    }
-    return mCancel.isSet() ? std::optional(EndCause::Stopped) : std::nullopt;
-}
-
-std::string Run::progress() const
-{
-    std::uint8_t trailer = 0;
-    expIsTrailerRecordingActive(&trailer, mCamera.id());
-    const bool waits = mPlan.trigger != TriggerKind::None && trailer == 0 && !mKeyFrame;
-    const std::chrono::duration<double> time = Clock::now() - mStart;
-    std::ostringstream text;
-    text << (waits          ? "waiting for the trigger, "
-             : trailer != 0 ? "after the trigger, "
-                            : "")
-         << std::max(mCounted, mShown) << " frames, " << std::fixed << std::setprecision(1)
-         << time.count() << " s";
-    return text.str();
 }
 
 std::uint32_t framesInSequence(const CameraSession& camera, std::uint32_t sequence)
@@ -222,59 +117,130 @@ std::string shortfallOf(const RecordPlan& plan, const RecordOutcome& outcome)
     return outcome.cause == EndCause::Stopped && !plan.isOpen() ? "ended before it was done" : "";
 }
 
-void start(const CameraSession& camera)
+} // namespace
+
+RecordRun::RecordRun(const CameraSession& camera, RecordPlan plan, KeyPressed keyPressed)
+    : mCamera(camera), mPlan(std::move(plan)), mKeyPressed(std::move(keyPressed))
 {
     if (expStartRecordMode(camera.id()) != 0) {
         camera.fail("cannot start recording ('telvo log' shows why)");
     }
+    mIsRunning = true;
 }
 
-/// Ends the recording whatever happens.
-class StoppedAtLast
+RecordRun::~RecordRun()
 {
-  public:
-    explicit StoppedAtLast(const CameraSession& camera) : mCamera(camera) {}
-    ~StoppedAtLast()
-    {
-        if (!mDone) {
-            expStopRecordMode(mCamera.id());
-        }
+    if (mIsRunning) {
+        expStopRecordMode(mCamera.id());
     }
-    StoppedAtLast(const StoppedAtLast&) = delete;
-    StoppedAtLast& operator=(const StoppedAtLast&) = delete;
-    RecordingEnd stop()
-    {
-        mDone = true;
-        return endRecording(mCamera);
+}
+
+void RecordRun::count()
+{
+    expGetNumberOfAllRecordedFrames(&mCounted, mCamera.id());
+    mShown = static_cast<std::uint32_t>(expGetCurrentNumberOfImages(mCamera.id()));
+}
+
+/// A camera may count only once it has stopped, so that the preview counts, too. Not while it keeps
+/// nothing before the trigger: the preview goes on meanwhile.
+bool RecordRun::hasFrames() const
+{
+    const std::uint32_t kept =
+        mPlan.trigger == TriggerKind::Camera ? mCounted : std::max(mCounted, mShown);
+    const bool isLeast = mPlan.isRing && mPlan.trigger != TriggerKind::None;
+    return mPlan.frames && !isLeast && kept >= *mPlan.frames;
+}
+
+bool RecordRun::isEndedByKey()
+{
+    if (mPlan.trigger != TriggerKind::Key) {
+        return false;
     }
+    const std::uint32_t now = std::max(mCounted, mShown);
+    if (!mKeyFrame && mKeyPressed()) {
+        mKeyFrame = mShown;
+        mKeyCounter = static_cast<std::uint16_t>(mShown);
+    }
+    return mKeyFrame && now >= *mKeyFrame + mPlan.trailer;
+}
 
-  private:
-    const CameraSession& mCamera;
-    bool mDone = false;
-};
+bool RecordRun::isIdle() const
+{
+    std::uint8_t idle = 0;
+    expIsStateIdle(&idle, mCamera.id());
+    return idle != 0;
+}
 
-} // namespace
+std::optional<EndCause> RecordRun::look()
+{
+    count();
+    const bool idle = isIdle();
+    mCamera.requireLink();
+    if (idle) {
+        return mPlan.isRing ? EndCause::Trigger : EndCause::Full;
+    }
+    if (isEndedByKey()) {
+        return EndCause::Key;
+    }
+    if (hasFrames()) {
+        return EndCause::Frames;
+    }
+    if (mPlan.time && Clock::now() - mStart >= *mPlan.time) {
+        return EndCause::Time;
+    }
+    return std::nullopt;
+}
+
+RecordProgress RecordRun::progress() const
+{
+    std::uint8_t trailer = 0;
+    expIsTrailerRecordingActive(&trailer, mCamera.id());
+    return {.frames = std::max(mCounted, mShown),
+            .time = Clock::now() - mStart,
+            .waits = mPlan.trigger != TriggerKind::None && trailer == 0 && !mKeyFrame,
+            .isAfterTrigger = trailer != 0};
+}
+
+std::string RecordProgress::text() const
+{
+    std::ostringstream text;
+    text << (waits            ? "waiting for the trigger, "
+             : isAfterTrigger ? "after the trigger, "
+                              : "")
+         << frames << " frames, " << std::fixed << std::setprecision(1) << time.count() << " s";
+    return text.str();
+}
+
+std::optional<RecordingEnd> RecordRun::stop()
+{
+    expGetCurrentRecordingSequence(&mTriggered, mCamera.id());
+    mIsRunning = false;
+    return stopRecording(mCamera);
+}
+
+RecordOutcome RecordRun::outcome(EndCause cause, RecordingEnd end) const
+{
+    RecordOutcome outcome{.cause = cause, .end = end};
+    expGetNumberOfAllRecordedFrames(&outcome.frames, mCamera.id());
+    expGetLastRecordDimensions(&outcome.width, &outcome.height, mCamera.id());
+    outcome.sequences = sequencesAfter(mCamera, mPlan, cause, mTriggered, mKeyCounter);
+    outcome.shortfall = shortfallOf(mPlan, outcome);
+    return outcome;
+}
 
 RecordOutcome record(const CameraSession& camera, const RecordPlan& plan,
                      const KeyPressed& keyPressed, const ShowProgress& show)
 {
-    start(camera);
-    StoppedAtLast recording(camera);
-    Run run(camera, plan, keyPressed);
+    const CancelFlag cancel;
+    RecordRun run(camera, plan, keyPressed);
     std::optional<EndCause> cause = run.look();
-    for (; !cause; cause = run.look()) {
-        show(run.progress());
+    while (!cause && !cancel.isSet()) {
+        show(run.progress().text());
         std::this_thread::sleep_for(kPoll);
+        cause = run.look();
     }
-    std::uint32_t triggered = 0; // sequences that had their trigger before
-    expGetCurrentRecordingSequence(&triggered, camera.id());
-
-    RecordOutcome outcome{.cause = *cause, .end = recording.stop()};
-    expGetNumberOfAllRecordedFrames(&outcome.frames, camera.id());
-    expGetLastRecordDimensions(&outcome.width, &outcome.height, camera.id());
-    outcome.sequences = sequencesAfter(camera, plan, *cause, triggered, run.keyCounter());
-    outcome.shortfall = shortfallOf(plan, outcome);
-    return outcome;
+    const RecordingEnd end = finishRecording(camera, run.stop());
+    return run.outcome(cause.value_or(EndCause::Stopped), end);
 }
 
 std::string RecordOutcome::text() const
@@ -292,6 +258,13 @@ std::string RecordOutcome::text() const
     text << (end.flashCopied ? "\nthe recording is on the flash card, too" : "")
          << (end.inStandby ? "\nthe camera stays in record standby" : "") << '\n';
     return text.str();
+}
+
+std::string RecordOutcome::endText() const
+{
+    return std::string("the recording was ended by ") + textOf(cause).text +
+           (end.inStandby ? ", the camera stays in record standby" : "") +
+           (shortfall.empty() ? "" : ": " + shortfall);
 }
 
 Json RecordOutcome::json() const

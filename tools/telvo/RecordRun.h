@@ -36,6 +36,8 @@ struct RecordOutcome {
     std::string shortfall{}; // what was asked for and did not come about; may be empty
 
     std::string text() const;
+    /// How it ended, as a part of a sentence.
+    std::string endText() const;
     Json json() const;
 };
 
@@ -43,6 +45,57 @@ struct RecordOutcome {
 using KeyPressed = std::function<bool()>;
 /// Takes one short text on how it goes.
 using ShowProgress = std::function<void(const std::string&)>;
+
+/// How a recording goes.
+struct RecordProgress {
+    std::uint32_t frames = 0;
+    std::chrono::duration<double> time{}; // since its start
+    bool waits = false;                   // for the trigger
+    bool isAfterTrigger = false;
+
+    std::string text() const;
+};
+
+/// A recording that the constructor has started. It is ended by stop(), by the object's end at
+/// last.
+class RecordRun
+{
+  public:
+    /// The camera is borrowed until the end. Throws Failure.
+    RecordRun(const CameraSession& camera, RecordPlan plan, KeyPressed keyPressed);
+    ~RecordRun();
+    RecordRun(const RecordRun&) = delete;
+    RecordRun& operator=(const RecordRun&) = delete;
+
+    /// Whether it is to be ended, as planned or because the camera did. None: it goes on. Throws
+    /// Failure.
+    std::optional<EndCause> look();
+    RecordProgress progress() const;
+
+    /// As stopRecording().
+    std::optional<RecordingEnd> stop();
+    /// What came of it, once it is stopped.
+    RecordOutcome outcome(EndCause cause, RecordingEnd end) const;
+
+  private:
+    using Clock = std::chrono::steady_clock;
+
+    void count();
+    bool isEndedByKey();
+    bool hasFrames() const;
+    bool isIdle() const;
+
+    const CameraSession& mCamera;
+    const RecordPlan mPlan;
+    const KeyPressed mKeyPressed;
+    const Clock::time_point mStart = Clock::now();
+    std::uint32_t mCounted = 0; // by the camera
+    std::uint32_t mShown = 0;   // by its preview
+    std::optional<std::uint32_t> mKeyFrame;
+    std::uint16_t mKeyCounter = 0; // the preview's frame counter when the key was pressed
+    std::uint32_t mTriggered = 0;  // sequences that had their trigger before the stop
+    bool mIsRunning = false;
+};
 
 /// Starts the camera's recording, waits for its end as planned, and ends it. Throws Failure.
 RecordOutcome record(const CameraSession& camera, const RecordPlan& plan,

@@ -18,6 +18,9 @@ class RecordedSize
     RecordedSize(const RecordedSize&) = delete;
     RecordedSize& operator=(const RecordedSize&) = delete;
 
+    /// Whether the camera has another size now than its user's.
+    bool isChanged() const { return mChanged; }
+
   private:
     struct Region {
         std::uint32_t x;

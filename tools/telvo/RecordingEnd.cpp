@@ -21,15 +21,17 @@ constexpr std::chrono::milliseconds kFlashPoll{50};
 constexpr std::int32_t kStoppedToFlash = 2;
 constexpr std::int32_t kStoppedToStandby = 3;
 
-std::int32_t stopRecordMode(const CameraSession& camera)
+} // namespace
+
+std::optional<RecordingEnd> stopRecording(const CameraSession& camera)
 {
     const Waiting waiting("the camera to end the recording");
     const std::int32_t result = expStopRecordMode(camera.id());
     camera.requireLink();
-    return result;
+    return result == kStoppedToFlash
+               ? std::nullopt
+               : std::optional(RecordingEnd{.inStandby = result == kStoppedToStandby});
 }
-
-} // namespace
 
 void followFlashCopy(const CameraSession& camera)
 {
@@ -49,17 +51,20 @@ void followFlashCopy(const CameraSession& camera)
     }
 }
 
+RecordingEnd finishRecording(const CameraSession& camera, std::optional<RecordingEnd> stopped)
+{
+    if (stopped) {
+        return *stopped;
+    }
+    followFlashCopy(camera);
+    RecordingEnd end = stopRecording(camera).value_or(RecordingEnd{});
+    end.flashCopied = true;
+    return end;
+}
+
 RecordingEnd endRecording(const CameraSession& camera)
 {
-    RecordingEnd end;
-    std::int32_t result = stopRecordMode(camera);
-    if (result == kStoppedToFlash) {
-        followFlashCopy(camera);
-        end.flashCopied = true;
-        result = stopRecordMode(camera);
-    }
-    end.inStandby = result == kStoppedToStandby;
-    return end;
+    return finishRecording(camera, stopRecording(camera));
 }
 
 RecordedFrames recordedFrames(const CameraSession& camera)

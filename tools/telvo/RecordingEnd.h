@@ -4,6 +4,7 @@
 #include "CameraSession.h"
 
 #include <cstdint>
+#include <optional>
 
 namespace telvo
 {
@@ -13,6 +14,14 @@ struct RecordingEnd {
     bool inStandby = false;   // the next trigger starts another
     bool flashCopied = false; // the recording is on the flash card, too
 };
+
+/// Ends a running recording. None: the camera copies it to its flash card now; when it has done so,
+/// this is to be called once more. Throws Failure.
+std::optional<RecordingEnd> stopRecording(const CameraSession& camera);
+
+/// What stopRecording() gave, followed to the end of the copy to the flash card if there is one.
+/// Throws as endRecording() does.
+RecordingEnd finishRecording(const CameraSession& camera, std::optional<RecordingEnd> stopped);
 
 /// Ends a running recording, and follows the copy to the flash card to its end. Throws Failure;
 /// Cancelled when the user does not wait for the copy, which goes on then.

@@ -48,22 +48,26 @@ Json settingsDocument(const CameraAddress& camera, const ReadSetting& read)
             {"settings", settingsJson(kept, read)}};
 }
 
+std::vector<FiledSetting> filedSettings(const Json& document, const std::string& name)
+{
+    if (!document.is_object() || !document.contains("settings") ||
+        !document.at("settings").is_object()) {
+        throw Failure(name + " is no file of settings ('telvo settings save' makes one)");
+    }
+    std::vector<FiledSetting> settings;
+    for (const auto& [setting, entry] : document.at("settings").items()) {
+        settings.push_back(filedSetting(setting, entry));
+    }
+    return settings;
+}
+
 std::vector<FiledSetting> readSettingsFile(const std::filesystem::path& file)
 {
     std::ifstream stream(file);
     if (!stream) {
         throw Failure("cannot read " + file.string() + "; is it there, and may you read it?");
     }
-    const Json document = Json::parse(stream, nullptr, false);
-    if (!document.is_object() || !document.contains("settings") ||
-        !document.at("settings").is_object()) {
-        throw Failure(file.string() + " is no file of settings ('telvo settings save' makes one)");
-    }
-    std::vector<FiledSetting> settings;
-    for (const auto& [name, entry] : document.at("settings").items()) {
-        settings.push_back(filedSetting(name, entry));
-    }
-    return settings;
+    return filedSettings(Json::parse(stream, nullptr, false), file.string());
 }
 
 std::vector<Assignment> assignmentsFor(const std::vector<FiledSetting>& settings,

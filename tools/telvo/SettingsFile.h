@@ -21,6 +21,11 @@ struct FiledSetting {
     std::string unit; // empty: the file names none
 };
 
+/// What is in such a document. Throws Failure for another one, UsageError for a setting that there
+/// is not and for what is no value of its setting.
+/// @param name  what the document is called in errors
+std::vector<FiledSetting> filedSettings(const Json& document, const std::string& name);
+
 /// Reads what settingsDocument() made. Throws Failure for a file that cannot be read or is no such
 /// document, UsageError for a setting that there is not and for what is no value of its setting.
 std::vector<FiledSetting> readSettingsFile(const std::filesystem::path& file);
