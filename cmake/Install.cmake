@@ -47,7 +47,7 @@ endif()
 
 if(NOT WIN32) # the zip has a folder of its own for them
   # Of what is linked into the library and the programs.
-  foreach(package libpugixml-dev libminizip-dev libcli11-dev)
+  foreach(package libpugixml-dev libminizip-dev libcli11-dev libboost-dev)
     set(licence /usr/share/doc/${package}/copyright)
     if(EXISTS ${licence})
       list(APPEND TELVO_THIRD_PARTY_LICENCES ${licence})

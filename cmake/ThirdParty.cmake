@@ -1,6 +1,6 @@
 # Libraries of others, by the names that the targets link to:
-# telvo_pugixml, telvo_minizip (the library and the camera), telvo_png, telvo_tiff, telvo_json,
-# telvo_cli11 (the tools), and on Linux telvo_libav (videos).
+# telvo_pugixml, telvo_minizip (the library and the camera), telvo_png, telvo_tiff, telvo_jpeg,
+# telvo_json, telvo_cli11, telvo_asio (the tools), and on Linux telvo_libav (videos).
 # What the shared library needs is linked statically, so that a host ships one file.
 if(CMAKE_CROSSCOMPILING)
   include(ThirdPartyFromSource)
@@ -19,6 +19,8 @@ else()
   if(TELVO_TOOLS)
     find_package(PNG REQUIRED)
     find_package(TIFF REQUIRED)
+    find_package(JPEG REQUIRED)
+    find_package(Boost 1.74 REQUIRED)
     find_package(nlohmann_json REQUIRED)
     find_package(CLI11 REQUIRED)
     find_package(PkgConfig REQUIRED)
@@ -28,5 +30,13 @@ else()
     add_library(telvo_json ALIAS nlohmann_json::nlohmann_json)
     add_library(telvo_libav ALIAS PkgConfig::libav)
     add_library(telvo_cli11 ALIAS CLI11::CLI11)
+    add_library(telvo_jpeg ALIAS JPEG::JPEG)
+    add_library(telvo_asio INTERFACE)
+    target_link_libraries(telvo_asio INTERFACE Boost::headers Threads::Threads)
   endif()
+endif()
+if(TARGET telvo_asio) # what of it is no template is compiled once
+  target_compile_definitions(telvo_asio INTERFACE
+    BOOST_ASIO_SEPARATE_COMPILATION BOOST_BEAST_SEPARATE_COMPILATION BOOST_ASIO_NO_DEPRECATED
+   )
 endif()

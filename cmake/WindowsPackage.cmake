@@ -28,6 +28,8 @@ licence(pugixml ${sources}/pugixml/LICENSE.md)
 licence(minizip ${sources}/minizip/MiniZip64_info.txt)
 licence(libpng ${sources}/libpng/LICENSE)
 licence(zlib ${debian}/libz-mingw-w64-dev/copyright)
+licence(libjpeg-turbo ${sources}/libjpeg/LICENSE.md)
+licence(Boost ${debian}/libboost-dev/copyright)
 licence(CLI11 ${debian}/libcli11-dev/copyright)
 licence(mingw-w64 ${debian}/mingw-w64-x86-64-dev/copyright)
 licence(gcc-runtime ${debian}/gcc-mingw-w64-base/copyright) # names the exception for linked programs

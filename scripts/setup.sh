@@ -7,7 +7,7 @@ set -eu
 # The library, the tool and the virtual camera: all that the demo needs.
 build="build-essential cmake ninja-build pkgconf git
     libpugixml-dev libminizip-dev zlib1g-dev libpng-dev libcli11-dev nlohmann-json3-dev libtiff-dev
-    libavformat-dev libavcodec-dev libswscale-dev"
+    libavformat-dev libavcodec-dev libswscale-dev libboost-dev libjpeg62-turbo-dev"
 docs="python3-sphinx python3-myst-parser"
 # The suites, the independent programs that they meet, and namespaces for their networks.
 test="libgtest-dev libgmock-dev aravis-tools aravis-tools-cli iproute2

@@ -49,3 +49,4 @@ fetch pugixml pugixml
 fetch minizip minizip
 fetch libpng libpng1.6
 fetch libtiff tiff
+fetch libjpeg libjpeg-turbo
