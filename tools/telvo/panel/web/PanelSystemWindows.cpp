@@ -1,0 +1,21 @@
+#include "PanelSystem.h"
+
+#include <cstdint>
+#include <windows.h>
+
+#include <shellapi.h>
+
+namespace telvo
+{
+
+const bool kReusesAddress = false;
+
+bool openBrowser(const std::string& url)
+{
+    constexpr std::intptr_t kLastError = 32; // greater results are successes
+    const HINSTANCE result =
+        ShellExecuteA(nullptr, "open", url.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
+    return reinterpret_cast<std::intptr_t>(result) > kLastError;
+}
+
+} // namespace telvo
