@@ -24,6 +24,7 @@ void addStopCommand(const Command& app);
 void addReviewCommand(const Command& app);
 void addFlashCommand(const Command& app);
 void addDownloadCommand(const Command& app);
+void addPanelCommand(const Command& app);
 void addSerialCommand(const Command& app);
 void addLogCommand(const Command& app);
 void addDoctorCommand(const Command& app);

@@ -28,11 +28,12 @@ void addCommands(CLI::App& app)
     app.set_version_flag("--version", "telvo " TELVO_VERSION);
     app.footer("'telvo COMMAND --help' says all about a command.\n"
                "Exit status: 0 done, 1 failed or less than asked, 2 the command line is wrong.");
-    for (const auto add : {addDiscoverCommand, addInfoCommand, addStateCommand, addGetCommand,
-                           addSetCommand, addSettingsCommand, addUserSetCommand, addNameCommand,
-                           addForceIpCommand, addBrowseCommand, addLiveCommand, addRecordCommand,
-                           addStopCommand, addFlashCommand, addReviewCommand, addDownloadCommand,
-                           addSerialCommand, addDoctorCommand, addLogCommand}) {
+    for (const auto add :
+         {addDiscoverCommand, addInfoCommand,     addStateCommand,   addGetCommand,
+          addSetCommand,      addSettingsCommand, addUserSetCommand, addNameCommand,
+          addForceIpCommand,  addBrowseCommand,   addLiveCommand,    addRecordCommand,
+          addStopCommand,     addFlashCommand,    addReviewCommand,  addDownloadCommand,
+          addPanelCommand,    addSerialCommand,   addDoctorCommand,  addLogCommand}) {
         add(Command(app));
     }
 }

@@ -1,5 +1,6 @@
 #include "ToolProcess.h"
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <csignal>
@@ -49,10 +50,11 @@ struct Pipe {
     }
 };
 
-void readAll(int descriptor, std::string& text)
+void readAll(int descriptor, std::string& text, std::mutex& lock)
 {
     std::array<char, 4096> piece{};
     for (ssize_t size = 0; (size = read(descriptor, piece.data(), piece.size())) > 0;) {
+        const std::lock_guard guard(lock);
         text.append(piece.data(), static_cast<std::size_t>(size));
     }
     close(descriptor);
@@ -105,8 +107,10 @@ ToolProcess::ToolProcess(const Program& program, const std::optional<std::string
         type(*input);
         close(std::exchange(mInput, -1));
     }
-    mReaders.emplace_back([this, descriptor = out.readEnd] { readAll(descriptor, mOutput); });
-    mReaders.emplace_back([this, descriptor = err.readEnd] { readAll(descriptor, mErrors); });
+    mReaders.emplace_back(
+        [this, descriptor = out.readEnd] { readAll(descriptor, mOutput, mLock); });
+    mReaders.emplace_back(
+        [this, descriptor = err.readEnd] { readAll(descriptor, mErrors, mLock); });
 }
 
 ToolProcess::~ToolProcess()
@@ -146,6 +150,24 @@ bool ToolProcess::endsWithin(std::chrono::milliseconds time)
         }
     }
     return mEnded;
+}
+
+std::string ToolProcess::awaitLine(const std::string& beginning)
+{
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+    while (std::chrono::steady_clock::now() < deadline) {
+        {
+            const std::lock_guard guard(mLock);
+            const std::size_t begin = ('\n' + mOutput).find('\n' + beginning);
+            const std::size_t end = mOutput.find('\n', std::min(begin, mOutput.size()));
+            if (end != std::string::npos) {
+                return mOutput.substr(begin, end - begin);
+            }
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    }
+    ADD_FAILURE() << "the tool does not print '" << beginning << "'";
+    return {};
 }
 
 ToolOutcome ToolProcess::wait()

@@ -2,6 +2,7 @@
 #define TELVO_TESTS_TOOLS_TELVO_PROCESS_TOOLPROCESS_H
 
 #include <chrono>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <sys/types.h>
@@ -34,6 +35,9 @@ class ToolProcess
     /// More input. Without it the input has ended.
     void type(const std::string& text) const;
     void signal(int number) const;
+    /// @return the first line of its output that begins so, as soon as it is whole; empty: none
+    /// came
+    std::string awaitLine(const std::string& beginning);
     /// @return how it ended; a process that is still there after 30 s is killed
     ToolOutcome wait();
     /// Whether it has ended within this time.
@@ -42,6 +46,7 @@ class ToolProcess
   private:
     pid_t mProcess = -1;
     int mInput = -1;
+    std::mutex mLock; // guards what the readers write
     std::string mOutput;
     std::string mErrors;
     std::vector<std::jthread> mReaders;

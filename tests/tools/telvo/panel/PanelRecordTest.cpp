@@ -1,0 +1,234 @@
+#include "PanelProcess.h"
+
+#include <cstdlib>
+
+namespace
+{
+
+using camera::FeatureId;
+using testing::HasSubstr;
+
+class PanelRecord : public PanelTest
+{
+  protected:
+    void begin(const camera::CameraOptions& options = quickCamera())
+    {
+        switchOn(options);
+        startPanel({"--camera", "127.0.0.11"});
+        page = std::make_unique<PanelClient>(port());
+    }
+    std::string mac() { return camera().macText(); }
+    Json ask(const std::string& what, Json more = Json::object())
+    {
+        more["do"] = what;
+        more["camera"] = mac();
+        return page->ask(more);
+    }
+    void expectDone(const std::string& what, const Json& more = Json::object())
+    {
+        const Json answer = ask(what, more);
+        EXPECT_EQ(answer["ok"], true) << what << ": " << answer.dump();
+    }
+    /// A recording of a few frames that ends by itself.
+    void record(const Json& more = {{"frames", 40}})
+    {
+        page->awaitState("idle");
+        expectDone("set", {{"values", {{"frame-rate", 500}}}});
+        Json arm{{"mode", "single"}, {"trigger", "none"}};
+        arm.update(more);
+        expectDone("arm", arm);
+        page->awaitEvent("recording");
+        page->awaitState("idle");
+    }
+    PanelPicture frame(std::uint32_t number, Json more = Json::object())
+    {
+        more.update({{"do", "frame"}, {"camera", mac()}, {"sequence", 0}, {"frame", number}});
+        return page->askPicture(more);
+    }
+
+    std::unique_ptr<PanelClient> page;
+};
+
+TEST_F(PanelRecord, RecordsAndListsWhatItGot)
+{
+    begin();
+    record();
+    const Json sequences = ask("recording")["sequences"];
+    ASSERT_EQ(sequences.size(), 1U);
+    EXPECT_GE(sequences[0]["frames"], 40);
+    EXPECT_NEAR(sequences[0]["fps"].get<double>(), 500, 5);
+    EXPECT_EQ(sequences[0]["trigger"], nullptr);
+}
+
+TEST_F(PanelRecord, HasNothingToListBeforeARecording)
+{
+    begin();
+    page->awaitState("idle");
+    EXPECT_EQ(ask("recording")["sequences"], Json::array());
+    EXPECT_EQ(ask("frame", {{"sequence", 0}, {"frame", 0}})["ok"], false);
+    EXPECT_EQ(ask("trigger")["ok"], false);
+    EXPECT_EQ(ask("stop")["ok"], false);
+}
+
+TEST_F(PanelRecord, ShowsTheRecordedFramesPixelByPixel)
+{
+    begin();
+    record();
+    const PanelPicture picture = frame(7, {{"raw", true}});
+    EXPECT_EQ(picture.header["kind"], "frame");
+    EXPECT_EQ(picture.header["number"], 7);
+    const std::vector<std::uint8_t> truth = camera().recordedBytes(0, 7);
+    ASSERT_EQ(picture.bytes.size(), truth.size());
+    for (std::size_t i = 16; i < truth.size(); ++i) { // behind the header
+        ASSERT_EQ(static_cast<std::uint8_t>(picture.bytes[i]), truth[i]) << i;
+    }
+    EXPECT_EQ(picture.header["counter"], camera().recordedFrame(0, 7)->number);
+}
+
+TEST_F(PanelRecord, RefusesFramesThatThereAreNot)
+{
+    begin();
+    record();
+    EXPECT_THAT(ask("frame", {{"sequence", 0}, {"frame", 1'000'000}})["error"],
+                HasSubstr("numbered from 0"));
+    EXPECT_THAT(ask("frame", {{"sequence", 3}, {"frame", 0}})["error"],
+                HasSubstr("1 sequences, numbered from 0"));
+    EXPECT_EQ(frame(0).header["number"], 0); // and goes on
+}
+
+TEST_F(PanelRecord, WaitsForTheUsersTrigger)
+{
+    begin();
+    page->awaitState("idle");
+    expectDone("arm", {{"mode", "ring"}, {"trigger", "key"}, {"post", 20}});
+    page->awaitState("armed");
+    expectDone("trigger");
+    page->awaitEvent("recording");
+    EXPECT_THAT(page->awaitState("idle")["text"], HasSubstr("ended by the key"));
+}
+
+TEST_F(PanelRecord, WaitsForTheCamerasTrigger)
+{
+    begin();
+    page->awaitState("idle");
+    expectDone("set", {{"values", {{"frame-rate", 500}}}});
+    expectDone("arm", {{"mode", "ring"}, {"trigger", "external"}, {"post", 20}});
+    page->awaitState("armed");
+    EXPECT_THAT(ask("trigger")["error"], HasSubstr("a trigger of the camera's own"));
+    ASSERT_TRUE(becomes([this] { return camera().trigger(); }));
+    page->awaitEvent("recording");
+    page->awaitState("idle");
+    const Json sequence = ask("recording")["sequences"][0];
+    EXPECT_EQ(sequence["trigger"], sequence["frames"].get<int>() - 20);
+    const PanelPicture after = frame(sequence["frames"].get<std::uint32_t>() - 1);
+    EXPECT_GT(after.header["timeFromTrigger"], 0);
+}
+
+TEST_F(PanelRecord, ShowsPicturesWhileItRecordsAndEndsWhenTold)
+{
+    begin();
+    page->awaitState("idle");
+    expectDone("preview", {{"width", 64}});
+    expectDone("arm", {{"mode", "ring"}, {"trigger", "none"}});
+    EXPECT_EQ(page->awaitPicture().header["kind"], "live");
+    EXPECT_EQ(page->awaitState("recording")["live"], true);
+    EXPECT_THAT(ask("set", {{"values", {{"width", 32}}}})["error"], HasSubstr("stop it first"));
+    EXPECT_THAT(ask("live", {{"on", true}})["error"], HasSubstr("stop it first"));
+    EXPECT_THAT(ask("frame", {{"sequence", 0}, {"frame", 0}})["error"], HasSubstr("stop it first"));
+    expectDone("stop");
+    EXPECT_EQ(page->state(mac())["state"], "idle");
+    EXPECT_EQ(value(FeatureId::CameraState), camera::kStateIdle);
+}
+
+TEST_F(PanelRecord, SaysWhatMakesNoSense)
+{
+    begin();
+    page->awaitState("idle");
+    EXPECT_EQ(ask("arm", {{"mode", "single"}, {"trigger", "key"}})["ok"], false);
+    EXPECT_EQ(ask("arm", {{"mode", "ring"}, {"trigger", "key"}, {"post", "much"}})["ok"], false);
+    EXPECT_EQ(page->state(mac())["state"], "idle");
+}
+
+TEST_F(PanelRecord, FindsARecordingThatRunsAlready)
+{
+    camera::CameraOptions options = quickCamera();
+    options.recordAtPowerOn = true;
+    options.settings[FeatureId::RecordMode] = camera::kRecordContinuous;
+    begin(options);
+    page->awaitState("recording");
+    expectDone("stop");
+    EXPECT_EQ(page->state(mac())["state"], "idle");
+    EXPECT_GT(ask("recording")["sequences"][0]["frames"], 0);
+}
+
+TEST_F(PanelRecord, DrawsTheBrightnessOverTime)
+{
+    begin();
+    record();
+    Json curve = ask("curve", {{"sequence", 0}, {"points", 5}});
+    EXPECT_EQ(curve["of"], 5);
+    if (curve["points"].size() < 5) {
+        curve = page->awaitEvent("curve",
+                                 [](const Json& event) { return event["points"].size() == 5; });
+    }
+    for (const Json& point : curve["points"]) {
+        const std::vector<std::uint8_t> truth = camera().recordedBytes(0, point["frame"]);
+        double sum = 0;
+        for (const std::uint8_t pixel : truth) {
+            sum += pixel;
+        }
+        EXPECT_NEAR(point["mean"].get<double>(), sum / static_cast<double>(truth.size()), 2);
+    }
+}
+
+TEST_F(PanelRecord, ReadsInTheSizeThatWasRecordedAndGivesTheUsersBack)
+{
+    begin();
+    page->awaitState("idle");
+    expectDone("set", {{"values", {{"width", 32}}}});
+    record();
+    expectDone("set", {{"values", {{"width", 64}}}});
+    EXPECT_EQ(frame(3).header["pictureWidth"], 32);
+    EXPECT_EQ(value(FeatureId::Width), 32);
+    const Json settings = ask("settings")["settings"];
+    EXPECT_EQ(value(FeatureId::Width), 64);
+    EXPECT_EQ(settings[0]["name"], "width");
+    EXPECT_EQ(settings[0]["value"], 64);
+}
+
+TEST_F(PanelRecord, CopiesToTheFlashCard)
+{
+    camera::CameraOptions options = quickCamera();
+    options.flashBytesPerSecond = 1'000'000;
+    begin(options);
+    record();
+    expectDone("flash", {{"on", true}});
+    page->awaitState("flash");
+    EXPECT_THAT(ask("arm", {{"mode", "single"}, {"trigger", "none"}})["error"],
+                HasSubstr("flash card"));
+    expectDone("flash", {{"on", false}});
+    page->awaitState("idle");
+}
+
+TEST_F(PanelRecord, HasNoFlashCommandWithoutACard)
+{
+    camera::CameraOptions options = quickCamera();
+    options.flashCard = false;
+    begin(options);
+    page->awaitState("idle");
+    EXPECT_EQ(ask("flash", {{"on", true}})["error"], "the camera has no flash card");
+}
+
+TEST_F(PanelRecord, GivesUpARecordingWhoseLinkIsLost)
+{
+    begin();
+    page->awaitState("idle");
+    expectDone("arm", {{"mode", "ring"}, {"trigger", "none"}});
+    page->awaitState("recording");
+    camera().stop();
+    page->awaitState("lost");
+    ASSERT_FALSE(camera().start());
+    page->awaitState("idle");
+}
+
+} // namespace

@@ -1,0 +1,182 @@
+#include "CameraDesk.h"
+
+#include "PanelMessages.h"
+#include "PlainModes.h"
+#include "RecordMode.h"
+
+#include "TelvoDll.h"
+
+#include <algorithm>
+#include <exception>
+#include <utility>
+
+namespace telvo
+{
+
+namespace
+{
+
+constexpr std::chrono::milliseconds kReportInterval{500};
+/// A mode whose time has come waits no longer than this for what is asked of the camera.
+constexpr std::chrono::milliseconds kMostDelay{20};
+
+} // namespace
+
+CameraDesk::CameraDesk(CameraAddress address, Clients& clients, std::function<void()> openChanged)
+    : mAddress(std::move(address)),
+      mClients(clients),
+      mOpenChanged(std::move(openChanged)),
+      mPictures(mAddress.mac, mFeed, clients),
+      mMode(std::make_unique<ClosedMode>())
+{
+    publishState();
+    mThread = std::jthread([this](const std::stop_token& stop) { run(stop); });
+}
+
+CameraDesk::~CameraDesk() = default;
+
+void CameraDesk::put(ClientId client, std::int64_t id, CameraCommand command)
+{
+    // What is no work for the camera waits for none.
+    if (const auto* const seen = std::get_if<SeenRequest>(&command)) {
+        mFeed.seen(client, seen->number);
+        return mClients.send(client, answerMessage(id));
+    }
+    if (const auto* const preview = std::get_if<PreviewRequest>(&command)) {
+        mFeed.wish(client, preview->wish);
+        return mClients.send(client, answerMessage(id));
+    }
+    for (const DeskTask& dropped : mQueue.put({client, id, std::move(command)})) {
+        mClients.send(dropped.client, supersededMessage(dropped.id));
+    }
+}
+
+void CameraDesk::forget(ClientId client)
+{
+    mQueue.forget(client);
+    mFeed.forget(client);
+}
+
+void CameraDesk::tellState(ClientId client) const
+{
+    const std::lock_guard guard(mStateLock);
+    mClients.send(client, mNewestState);
+}
+
+void CameraDesk::run(const std::stop_token& stop)
+{
+    while (!stop.stop_requested()) {
+        if (const auto task = mQueue.take(std::min(mNextStep, mNextReport), stop)) {
+            perform(*task);
+        }
+        const Clock::time_point now = Clock::now();
+        if (now >= mNextStep && (mQueue.isEmpty() || now > mNextStep + kMostDelay)) {
+            step();
+        }
+        if (now >= mNextReport) {
+            publishState();
+        }
+    }
+    letGo();
+}
+
+void CameraDesk::perform(const DeskTask& task)
+{
+    MessagePointer answer;
+    try {
+        answer =
+            std::visit([&](const auto& request) { return handle(task, request); }, task.command);
+    } catch (const std::exception& error) {
+        answer = errorMessage(task.id, error.what());
+        noticeLoss();
+    }
+    publishState(); // what came of it is told before it is said that it is done
+    if (answer) {
+        mClients.send(task.client, std::move(answer));
+    }
+}
+
+void CameraDesk::step()
+{
+    try {
+        DeskMode::Step done = mMode->step();
+        mNextStep = Clock::now() + done.wait;
+        if (done.next) {
+            enter(std::move(done.next));
+        }
+    } catch (const std::exception& error) {
+        mNextStep = Clock::now() + kReportInterval;
+        noticeLoss();
+        mClients.sendAll(eventMessage("log", {{"text", error.what()}}));
+    }
+}
+
+void CameraDesk::enter(std::unique_ptr<DeskMode> mode)
+{
+    const bool wasRecording = dynamic_cast<const RecordingMode*>(mMode.get()) != nullptr;
+    mMode.reset(); // ends what it does with the camera
+    mMode = std::move(mode);
+    mNextStep = Clock::now();
+    publishState();
+    if (wasRecording) {
+        mClients.sendAll(eventMessage("recording", {{"camera", mAddress.mac}}));
+    }
+}
+
+void CameraDesk::publishState()
+{
+    Json state{{"camera", mAddress.mac}};
+    state.update(mMode->state());
+    state["colour"] = mSession && hasColours(*mSession);
+    if (const auto temperature = temperatureNow()) {
+        state["temperature"] = *temperature;
+    }
+    if (!state.contains("live")) {
+        state["live"] = mMode->isLive();
+    }
+    MessagePointer message = eventMessage("state", state);
+    mNextReport = Clock::now() + kReportInterval;
+    {
+        const std::lock_guard guard(mStateLock);
+        if (mNewestState && mNewestState->bytes == message->bytes) {
+            return;
+        }
+        mNewestState = message;
+    }
+    mClients.sendAll(std::move(message));
+}
+
+/// None: not connected, or the camera has none.
+std::optional<std::uint32_t> CameraDesk::temperatureNow() const
+{
+    constexpr std::uint32_t kNone = 0xFFFFFFFF; // which the library leaves where there is none
+    std::uint32_t temperature = kNone;
+    if (mSession) {
+        expGetTemperature(&temperature, mSession->id());
+    }
+    return temperature == kNone ? std::nullopt : std::optional(temperature);
+}
+
+void CameraDesk::noticeLoss()
+{
+    if (mSession && mSession->isLost()) {
+        mMode = std::make_unique<ConnectingMode>(); // nothing uses the session now
+        mSession.reset();
+        setOpen(false);
+        enter(lost());
+    }
+}
+
+void CameraDesk::setOpen(bool open)
+{
+    if (mIsOpen.exchange(open) != open) {
+        mOpenChanged();
+    }
+}
+
+MessagePointer CameraDesk::notYet(const DeskTask& task)
+{
+    return errorMessage(task.id, "the program cannot do that yet");
+}
+
+} // namespace telvo

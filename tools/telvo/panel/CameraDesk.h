@@ -1,0 +1,141 @@
+#ifndef TELVO_TOOLS_TELVO_PANEL_CAMERADESK_H
+#define TELVO_TOOLS_TELVO_PANEL_CAMERADESK_H
+
+#include "CameraAddress.h"
+#include "CameraSession.h"
+#include "Clients.h"
+#include "DeskMode.h"
+#include "DeskQueue.h"
+#include "LivePictures.h"
+#include "PreviewFeed.h"
+#include "Request.h"
+#include "SettingRows.h"
+
+#include <atomic>
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace telvo
+{
+
+class RecordingMode;
+class ReviewMode;
+
+/**
+ * Where a camera is worked with: what all pages ask of it is done one after the other on one
+ * thread, and all of them are told what comes of it. Threads: put(), forget(), tellState() and
+ * isOpen() any; all else is the desk's own thread. mStateLock guards mNewestState.
+ */
+class CameraDesk
+{
+  public:
+    /// @param clients      borrowed until the end
+    /// @param openChanged  called on the desk's thread when it has connected the camera or let it
+    /// go
+    CameraDesk(CameraAddress address, Clients& clients, std::function<void()> openChanged);
+    /// Lets the camera go.
+    ~CameraDesk();
+    CameraDesk(const CameraDesk&) = delete;
+    CameraDesk& operator=(const CameraDesk&) = delete;
+
+    /// The answer is sent to the client.
+    void put(ClientId client, std::int64_t id, CameraCommand command);
+    /// A client that is gone.
+    void forget(ClientId client);
+    /// Tells a client how things are.
+    void tellState(ClientId client) const;
+    bool isOpen() const { return mIsOpen; }
+    /// Makes the thread end soon; the destructor waits for it.
+    void requestEnd() { mThread.request_stop(); }
+
+  private:
+    using Clock = DeskQueue::Clock;
+
+    // CameraDesk.cpp: the thread.
+    void run(const std::stop_token& stop);
+    void perform(const DeskTask& task);
+    void step();
+    void enter(std::unique_ptr<DeskMode> mode);
+    void publishState();
+    std::optional<std::uint32_t> temperatureNow() const;
+    void noticeLoss();
+    void setOpen(bool open);
+
+    // DeskConnection.cpp
+    MessagePointer handle(const DeskTask& task, const OpenRequest& request);
+    MessagePointer handle(const DeskTask& task, const CloseRequest& request);
+    std::unique_ptr<DeskMode> connect(const char* news);
+    void letGo();
+    const CameraSession& requireSession() const;
+
+    void connectAgain(bool live);
+    std::unique_ptr<DeskMode> lost();
+
+    // DeskFeatures.cpp
+    MessagePointer handle(const DeskTask& task, const FeaturesRequest& request);
+    MessagePointer handle(const DeskTask& task, const SetFeatureRequest& request);
+    void withoutLibrary(const std::function<void()>& work);
+
+    // DeskLive.cpp
+    MessagePointer handle(const DeskTask& task, const LiveRequest& request);
+    void enterLive(const CameraSession& camera);
+    void requireRest();
+    void withoutLive(const std::function<void()>& work);
+    void rest(const std::string& news);
+
+    // DeskRecording.cpp
+    MessagePointer handle(const DeskTask& task, const ArmRequest& request);
+    MessagePointer handle(const DeskTask& task, const TriggerRequest& request);
+    MessagePointer handle(const DeskTask& task, const StopRequest& request);
+    MessagePointer handle(const DeskTask& task, const FlashRequest& request);
+    RecordingMode& requireRecording();
+
+    // DeskReview.cpp
+    MessagePointer handle(const DeskTask& task, const RecordingRequest& request);
+    MessagePointer handle(const DeskTask& task, const FrameRequest& request);
+    MessagePointer handle(const DeskTask& task, const CurveRequest& request);
+    ReviewMode& requireReview();
+    void endReview();
+
+    // DeskSettings.cpp
+    MessagePointer handle(const DeskTask& task, const SettingsRequest& request);
+    MessagePointer handle(const DeskTask& task, const SetRequest& request);
+    MessagePointer handle(const DeskTask& task, const SaveSettingsRequest& request);
+    MessagePointer handle(const DeskTask& task, const LoadSettingsRequest& request);
+    MessagePointer write(const DeskTask& task, const std::vector<Assignment>& assignments);
+    void tellSettings();
+
+    template <typename Other>
+    MessagePointer handle(const DeskTask& task, const Other& /*request*/)
+    {
+        return notYet(task);
+    }
+    MessagePointer notYet(const DeskTask& task);
+
+    CameraAddress mAddress;
+    Clients& mClients;
+    const std::function<void()> mOpenChanged;
+    DeskQueue mQueue;
+    PreviewFeed mFeed;
+    LivePictures mPictures;
+    SettingRows mSettings;
+    std::unique_ptr<CameraSession> mSession; // null: not connected
+    std::unique_ptr<DeskMode> mMode;         // never null; uses the session
+    Clock::time_point mNextStep{};
+    Clock::time_point mNextReport{};
+    std::atomic<bool> mIsOpen{false};
+    mutable std::mutex mStateLock;
+    MessagePointer mNewestState;
+    std::jthread mThread; // last: it uses all of the above
+};
+
+} // namespace telvo
+
+#endif

@@ -1,0 +1,84 @@
+/// The desk's connection to its camera.
+#include "CameraDesk.h"
+
+#include "CameraChoice.h"
+#include "IdleMode.h"
+#include "LostMode.h"
+#include "PanelMessages.h"
+#include "PlainModes.h"
+#include "RecordMode.h"
+#include "ToolError.h"
+
+namespace telvo
+{
+
+MessagePointer CameraDesk::handle(const DeskTask& task, const OpenRequest& /*request*/)
+{
+    if (!mSession) {
+        enter(std::make_unique<ConnectingMode>());
+        try {
+            enter(connect("connected"));
+        } catch (const std::exception& error) {
+            enter(std::make_unique<ClosedMode>(error.what()));
+            throw;
+        }
+    }
+    return answerMessage(task.id);
+}
+
+MessagePointer CameraDesk::handle(const DeskTask& task, const CloseRequest& /*request*/)
+{
+    letGo();
+    return answerMessage(task.id);
+}
+
+/// @return the mode that the camera is in
+std::unique_ptr<DeskMode> CameraDesk::connect(const char* news)
+{
+    mSession = std::make_unique<CameraSession>(mAddress);
+    mSettings.forgetAll();
+    setOpen(true);
+    mClients.sendAll(eventMessage("recording", {{"camera", mAddress.mac}}));
+    if (mSession->isRecording()) {
+        return std::make_unique<FoundRecordingMode>(*mSession, mPictures);
+    }
+    return std::make_unique<IdleMode>(*mSession, news);
+}
+
+/// Where it cannot be connected, that is tried again and again.
+void CameraDesk::connectAgain(bool live)
+{
+    try {
+        enter(connect("connected again"));
+        if (live && mMode->busy() == nullptr) {
+            enterLive(*mSession);
+        }
+    } catch (const Failure&) {
+        mMode = std::make_unique<ConnectingMode>(); // nothing uses the session now
+        mSession.reset();
+        setOpen(false);
+        enter(lost());
+    }
+}
+
+std::unique_ptr<DeskMode> CameraDesk::lost()
+{
+    return std::make_unique<LostMode>([this] { return connect("the link is there again"); });
+}
+
+void CameraDesk::letGo()
+{
+    enter(std::make_unique<ClosedMode>());
+    mSession.reset();
+    setOpen(false);
+}
+
+const CameraSession& CameraDesk::requireSession() const
+{
+    if (!mSession) {
+        throw Failure("the camera is not connected; open it first");
+    }
+    return *mSession;
+}
+
+} // namespace telvo

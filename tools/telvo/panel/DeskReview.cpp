@@ -1,0 +1,64 @@
+/// What the camera has recorded, at the desk.
+#include "CameraDesk.h"
+
+#include "IdleMode.h"
+#include "PanelMessages.h"
+#include "ReviewMode.h"
+
+#include "TelvoDll.h"
+
+namespace telvo
+{
+
+MessagePointer CameraDesk::handle(const DeskTask& task, const RecordingRequest& /*request*/)
+{
+    const CameraSession& camera = requireSession();
+    std::uint32_t frames = 0;
+    expGetNumberOfAllRecordedFrames(&frames, camera.id());
+    Json sequences = Json::array();
+    if (frames == 0 || mMode->busy() != nullptr) {
+        camera.requireLink();
+    } else if (mMode->isLive()) {
+        withoutLive([&] { sequences = requireReview().sequences(); });
+    } else {
+        sequences = requireReview().sequences();
+    }
+    return answerMessage(task.id, {{"sequences", sequences}});
+}
+
+MessagePointer CameraDesk::handle(const DeskTask& task, const FrameRequest& request)
+{
+    return requireReview().frame(task.id, request);
+}
+
+MessagePointer CameraDesk::handle(const DeskTask& task, const CurveRequest& request)
+{
+    Json answer = requireReview().curve(request);
+    mNextStep = Clock::now(); // there is something to be read
+    return answerMessage(task.id, answer);
+}
+
+ReviewMode& CameraDesk::requireReview()
+{
+    const CameraSession& camera = requireSession();
+    mNextStep = Clock::now(); // what comes next is read ahead
+    if (auto* const review = dynamic_cast<ReviewMode*>(mMode.get())) {
+        return *review;
+    }
+    requireRest();
+    auto review = std::make_unique<ReviewMode>(camera, mAddress.mac, mClients);
+    ReviewMode& result = *review;
+    enter(std::move(review));
+    return result;
+}
+
+/// The camera's settings are its user's again.
+void CameraDesk::endReview()
+{
+    const auto* const review = dynamic_cast<const ReviewMode*>(mMode.get());
+    if (review != nullptr && review->hasOtherSize()) {
+        rest("at rest");
+    }
+}
+
+} // namespace telvo

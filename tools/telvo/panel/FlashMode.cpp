@@ -1,0 +1,44 @@
+#include "FlashMode.h"
+
+#include "IdleMode.h"
+#include "RecordingEnd.h"
+
+#include "TelvoDll.h"
+
+#include <cmath>
+
+namespace telvo
+{
+
+namespace
+{
+
+constexpr std::chrono::milliseconds kPollInterval{50};
+
+} // namespace
+
+FlashMode::FlashMode(const CameraSession& camera, After after) : mCamera(camera), mAfter(after) {}
+
+DeskMode::Step FlashMode::step()
+{
+    std::uint8_t writing = 0;
+    const bool isKnown = expIsStateFlashWrite(&writing, mCamera.id()) == 0;
+    mCamera.requireLink();
+    if (!isKnown || writing != 0) {
+        return {.wait = kPollInterval};
+    }
+    if (mAfter == After::Recording && !stopRecording(mCamera)) {
+        return {.wait = kPollInterval}; // another recording, another copy
+    }
+    return {.next = std::make_unique<IdleMode>(mCamera, "the copy to the flash card has ended")};
+}
+
+Json FlashMode::state() const
+{
+    const std::chrono::duration<double> time = Clock::now() - mStart;
+    return {{"state", "flash"},
+            {"text", "copying the recording to the flash card"},
+            {"elapsed", std::round(time.count() * 10) / 10}};
+}
+
+} // namespace telvo

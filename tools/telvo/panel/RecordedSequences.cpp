@@ -1,0 +1,120 @@
+#include "RecordedSequences.h"
+
+#include "FrameSource.h"
+#include "ToolError.h"
+#include "TriggerSearch.h"
+
+#include "TelvoDll.h"
+
+#include <string>
+
+namespace telvo
+{
+
+namespace
+{
+
+constexpr double kMicroseconds = 1e6; // in a second
+
+bool isTimeOfDay(const FrameHeader& header)
+{
+    return (header.flags & kFlagIrigB) != 0;
+}
+
+} // namespace
+
+RecordedSequences::RecordedSequences(const CameraSession& camera, const RecordingInfo& info)
+    : mCamera(camera), mInfo(info)
+{
+    expGetNumberOfAllRecordedFrames(&mFrames, camera.id());
+}
+
+const Recording& RecordedSequences::select(std::uint32_t sequence)
+{
+    if (!mSelected || mSelected->sequence != sequence) {
+        mSelected = selectSequence(mCamera, mInfo, sequence);
+    }
+    return *mSelected;
+}
+
+GrayImage RecordedSequences::read(FramePlace place)
+{
+    const Recording& recording = select(place.sequence);
+    if (place.frame >= recording.frames) {
+        throw Failure("sequence " + std::to_string(place.sequence) + " has " +
+                      std::to_string(recording.frames) + " frames, numbered from 0");
+    }
+    return GrayImage({mInfo.width, mInfo.height, readFrame(mCamera, mInfo, place.frame)});
+}
+
+Json RecordedSequences::json()
+{
+    Json rows = Json::array();
+    for (std::uint32_t sequence = 0; sequence < mInfo.sequences; ++sequence) {
+        rows.push_back(rowOf(sequence));
+    }
+    return rows;
+}
+
+Json RecordedSequences::rowOf(std::uint32_t sequence)
+{
+    const Facts& facts = factsOf(sequence);
+    const std::uint32_t frames = select(sequence).frames;
+    Json row{{"sequence", sequence},
+             {"frames", frames},
+             {"first", 0},
+             {"last", frames == 0 ? 0 : frames - 1},
+             {"width", mInfo.width},
+             {"height", mInfo.height},
+             {"trigger", facts.trigger ? Json(*facts.trigger) : Json()}};
+    if (!facts.first) {
+        return row;
+    }
+    if (isTimeOfDay(*facts.first)) {
+        row["start"] = timeOfDay(facts.first->time);
+    } else if (facts.last->time > facts.first->time) {
+        const auto span = static_cast<double>(facts.last->time - facts.first->time);
+        row["seconds"] = span / kMicroseconds;
+        row["fps"] = (frames - 1) * kMicroseconds / span;
+    }
+    return row;
+}
+
+const RecordedSequences::Facts& RecordedSequences::factsOf(std::uint32_t sequence)
+{
+    const auto known = mFacts.find(sequence);
+    if (known != mFacts.end()) {
+        return known->second;
+    }
+    Facts facts;
+    const std::uint32_t frames = select(sequence).frames;
+    if (frames > 0) {
+        facts.first = headerOf(0);
+        facts.last = headerOf(frames - 1);
+        facts.trigger =
+            findTrigger(frames, [this](std::uint32_t frame) { return headerOf(frame); });
+    }
+    if (facts.trigger) {
+        facts.triggerHeader = headerOf(*facts.trigger);
+    }
+    return mFacts.emplace(sequence, facts).first->second;
+}
+
+/// Of the selected sequence.
+FrameHeader RecordedSequences::headerOf(std::uint32_t frame)
+{
+    return decodeFrameHeader(readFrame(mCamera, mInfo, frame));
+}
+
+std::optional<std::int64_t> RecordedSequences::timeFromTrigger(std::uint32_t sequence,
+                                                               const FrameHeader& header) const
+{
+    const auto facts = mFacts.find(sequence);
+    if (facts == mFacts.end() || !facts->second.triggerHeader || isTimeOfDay(header)) {
+        return std::nullopt;
+    }
+    return static_cast<std::int64_t>(header.time) -
+           static_cast<std::int64_t>(facts->second.triggerHeader->time);
+}
+
+} // namespace telvo
