@@ -14,6 +14,13 @@ using testing::HasSubstr;
 
 using LiveProcess = CameraTest;
 
+/// The tool on a terminal of its own.
+ToolProcess::Program onTerminal(const std::vector<std::string>& arguments)
+{
+    return {{"/usr/bin/env", "TERM=xterm", "/usr/bin/script", "-qec", toolLine(arguments),
+             "/dev/null"}};
+}
+
 TEST_F(LiveProcess, FailsWhereFramesAreLost)
 {
     const TemporaryFolder folder;
@@ -49,14 +56,56 @@ TEST_F(LiveProcess, EndsEarlyWithASignal)
 TEST_F(LiveProcess, ShowsThePictureInTheTerminal)
 {
     switchOn();
-    const std::string line =
-        toolLine(forCamera({"live", "--view", "--fps", "10", "--frames", "12"}));
-    const ToolOutcome outcome =
-        runProgram({"/usr/bin/env", "TERM=xterm", "/usr/bin/script", "-qec", line, "/dev/null"});
+    const ToolOutcome outcome = runProgram(
+        onTerminal(forCamera({"live", "--view", "--fps", "10", "--frames", "12"})).command);
     EXPECT_EQ(outcome.exitStatus, 0) << outcome.output;
     EXPECT_THAT(outcome.output, HasSubstr("\x1b[48;2;"));
     EXPECT_THAT(outcome.output, HasSubstr("frames/s   0 lost   exposure 1000 us   gain 0"));
     EXPECT_THAT(outcome.output, HasSubstr("\x1b[?1049l")); // the terminal is as before
+}
+
+TEST_F(LiveProcess, TakesKeysForExposureAndGainAndTheEnd)
+{
+    switchOn();
+    ToolProcess tool = ToolProcess(onTerminal(forCamera({"live", "--view"})), std::nullopt);
+    ASSERT_TRUE(becomes([this] { return value(FeatureId::CameraState) == camera::kStateLive; }));
+    const auto expectAfter = [&](const char* key, FeatureId feature, std::int64_t expected) {
+        tool.type(key);
+        EXPECT_TRUE(becomes([&] { return value(feature) == expected; })) << key;
+    };
+    expectAfter("E", FeatureId::ExposureTimeRaw, 1250);
+    expectAfter("e", FeatureId::ExposureTimeRaw, 1000);
+    expectAfter("G", FeatureId::GainRaw, 1);
+    expectAfter("g", FeatureId::GainRaw, 0);
+    tool.type("xq"); // what is no key changes nothing
+    const ToolOutcome outcome = tool.wait();
+    EXPECT_EQ(outcome.exitStatus, 0) << outcome.output;
+    EXPECT_THAT(outcome.output, HasSubstr("exposure 1000 us   gain 0"));
+    EXPECT_EQ(value(FeatureId::CameraState), camera::kStateIdle);
+    EXPECT_TRUE(isFree());
+}
+
+using Browse = CameraTest;
+
+TEST_F(Browse, ShowsTheCamerasFeaturesUntilTheUserEndsIt)
+{
+    switchOn();
+    ToolProcess tool = ToolProcess(onTerminal(forCamera({"browse"})), std::nullopt);
+    ASSERT_TRUE(becomes([this] { return !isFree(); }));
+    tool.type("\x1B"); // Escape
+    const ToolOutcome outcome = tool.wait();
+    EXPECT_EQ(outcome.exitStatus, 0) << outcome.output;
+    EXPECT_THAT(outcome.output, HasSubstr("DeviceVendorName"));
+    EXPECT_THAT(outcome.output, HasSubstr("\x1b[?1049l")); // the terminal is as before
+    EXPECT_TRUE(isFree());
+}
+
+TEST_F(Browse, NeedsATerminal)
+{
+    switchOn();
+    const ToolOutcome outcome = run({"browse"});
+    EXPECT_EQ(outcome.exitStatus, 1);
+    EXPECT_EQ(outcome.errors, "telvo: browse needs a terminal; 'telvo get' prints the settings\n");
 }
 
 TEST_F(LiveProcess, RefusesToShowThePictureWithoutATerminal)

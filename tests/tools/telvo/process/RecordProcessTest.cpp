@@ -1,6 +1,7 @@
 #include "CameraTest.h"
 
 #include <csignal>
+#include <nlohmann/json.hpp>
 #include <thread>
 
 namespace
@@ -88,6 +89,49 @@ TEST_F(RecordProcess, TakesSharesOfTheMemoryAroundTheTrigger)
     EXPECT_TRUE(camera().trigger());
     EXPECT_THAT(tool.wait().output, HasSubstr("the trigger lies before frame 40 of 100\n"));
     EXPECT_EQ(value(FeatureId::RecordTrailer), 60);
+}
+
+TEST_F(RecordProcess, EndsWhenTheWatchedWindowTriggers)
+{
+    switchOn();
+    const std::vector<std::string> window{"record",    "--trigger",   "window", "--window",
+                                          "0,0,64,48", "--threshold", "1",      "--fps",
+                                          "500",       "--post",      "20"};
+    std::vector<std::string> brighter = window;
+    brighter.insert(brighter.end(), {"--condition", "0"});
+    const ToolOutcome outcome = run(brighter);
+    EXPECT_EQ(outcome.exitStatus, 0) << outcome.errors;
+    EXPECT_THAT(outcome.output, HasSubstr("ended by the trigger; the trigger lies before frame "));
+    EXPECT_EQ(value(FeatureId::IBWidth), 64);
+    EXPECT_EQ(value(FeatureId::IBThreshold), 1);
+
+    std::vector<std::string> darker = window; // which a picture never is
+    darker.insert(darker.end(), {"--condition", "1", "--seconds", "0.3"});
+    EXPECT_EQ(run(darker).exitStatus, 1);
+}
+
+TEST_F(RecordProcess, FillsSeveralSequencesATriggerEach)
+{
+    switchOn();
+    ToolProcess tool(forCamera({"record", "--sequences", "4", "--trigger", "external", "--fps",
+                                "500", "--post", "20", "--json"}));
+    for (std::int64_t sequence = 0; sequence < 4; ++sequence) {
+        ASSERT_TRUE(becomes([&] {
+            return isRecording() && value(FeatureId::RecordCurrentSequenceNumber) == sequence &&
+                   camera().trigger();
+        }));
+        ASSERT_TRUE(becomes([&] {
+            return !isRecording() || value(FeatureId::RecordCurrentSequenceNumber) > sequence;
+        }));
+    }
+    const ToolOutcome outcome = tool.wait();
+    EXPECT_EQ(outcome.exitStatus, 0) << outcome.errors;
+    const nlohmann::json recorded = nlohmann::json::parse(outcome.output).at(0);
+    EXPECT_EQ(recorded["endedBy"], "trigger");
+    ASSERT_EQ(recorded["sequences"].size(), 4U);
+    for (const nlohmann::json& sequence : recorded["sequences"]) {
+        EXPECT_EQ(sequence["trigger"], sequence["frames"].get<int>() - 20);
+    }
 }
 
 TEST_F(RecordProcess, TakesAKeyForTheTrigger)
