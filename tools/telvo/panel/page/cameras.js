@@ -1,11 +1,12 @@
-// The strip of cameras that were found: each opened and closed with one button.
+// The strip of cameras that were found.
 
-import { element } from "./dom.js";
+import { Chip } from "./chip.js";
 
 export class Cameras {
     #app;
     #strip;
     #select;
+    #chips = new Map(); // camera -> Chip
 
     /** select(camera) brings an open camera's controls to the front. */
     constructor(app, strip, search, select) {
@@ -19,34 +20,48 @@ export class Cameras {
         });
     }
 
-    show(cameras, stateOf, selected) {
-        const focused = this.#strip.contains(document.activeElement)
-            ? document.activeElement.dataset.key : null;
-        const isOneOfMany = cameras.filter(({ open }) => open).length > 1;
-        this.#strip.replaceChildren(...cameras.map((row) => this.#chip(row, stateOf(row.camera), selected, isOneOfMany)));
-        if (focused !== null) {
-            this.#strip.querySelector(`[data-key="${focused}"]`)?.focus();
+    /** state is a PanelState. */
+    show(state, selected) {
+        const isOneOfMany = state.cameras.filter((row) => state.isHeld(row)).length > 1;
+        this.#removeAllBut(new Set(state.cameras.map(({ camera }) => camera)));
+        for (const row of state.cameras) {
+            const now = state.isHeld(row) ? state.stateOf(row.camera).state : "closed";
+            this.#chipOf(row.camera).show(row, now, state.isHeld(row)
+                ? this.#heldLook(row.camera, now, isOneOfMany, selected) : this.#freeLook(row));
         }
     }
 
-    #chip(row, state, selected, isOneOfMany) {
-        const { camera, name, model, address, free, open } = row;
-        const word = open ? state.state : free ? "closed" : "held by another program";
-        const chip = element("li", { class: "chip", "data-state": open ? state.state : "closed" },
-            element("span", { class: "lamp", "aria-hidden": "true" }),
-            element("span", { class: "chip-name" }, name || model, element("small", {}, `${address} · ${word}`)));
-        if (open && isOneOfMany) {
-            chip.append(element("button", { type: "button", "aria-pressed": camera === selected, "data-key": camera,
-                "aria-label": `Controls of ${name || model} at ${address}`, onclick: () => this.#select(camera) }, "Select"));
-        } else if (!open) {
-            chip.append(element("button", { type: "button", class: "primary", "data-key": camera, disabled: !free,
-                "aria-label": `Open ${name || model} at ${address}`, onclick: () => this.#open(camera) }, "Open"));
+    #heldLook(camera, about, isOneOfMany, selected) {
+        return { about, word: "Select", isHidden: !isOneOfMany, isEnabled: true,
+            isSelected: camera === selected, act: () => this.#select(camera) };
+    }
+
+    #freeLook({ camera, free }) {
+        return { about: free ? "closed" : "held by another program", word: "Open", isHidden: false,
+            isEnabled: free, isSelected: false, act: () => this.#open(camera) };
+    }
+
+    #chipOf(camera) {
+        if (!this.#chips.has(camera)) {
+            const chip = new Chip();
+            this.#chips.set(camera, chip);
+            this.#strip.append(chip.root);
         }
-        return chip;
+        return this.#chips.get(camera);
+    }
+
+    #removeAllBut(kept) {
+        for (const [camera, chip] of this.#chips) {
+            if (!kept.has(camera)) {
+                chip.root.remove();
+                this.#chips.delete(camera);
+            }
+        }
     }
 
     async #open(camera) {
-        this.#select(camera);
-        await this.#app.notices.watch(this.#app.socket.ask("open", { camera }));
+        if (await this.#app.notices.watch(this.#app.socket.ask("open", { camera })) !== undefined) {
+            this.#select(camera);
+        }
     }
 }

@@ -29,8 +29,8 @@ class Panel {
         this.#onState("settings", (camera) => this.#cards.get(camera)?.showSettings());
         this.#onState("recording", (camera) => this.#cards.get(camera)?.showRecording());
         this.#onState("state", (camera) => {
+            this.#showCameras();
             this.#cards.get(camera)?.showState();
-            this.#showStrip();
         });
         this.socket.open();
     }
@@ -58,7 +58,7 @@ class Panel {
     }
 
     #showCameras() {
-        const open = this.state.cameras.filter((row) => row.open);
+        const open = this.state.cameras.filter((row) => this.state.isHeld(row));
         this.#removeAllBut(new Set(open.map(({ camera }) => camera)));
         for (const row of open) {
             this.#cardOf(row).showRow(row);
@@ -108,7 +108,7 @@ class Panel {
     }
 
     #showStrip() {
-        this.#cameras.show(this.state.cameras, (camera) => this.state.stateOf(camera), this.#selected);
+        this.#cameras.show(this.state, this.#selected);
     }
 }
 

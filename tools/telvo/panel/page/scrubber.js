@@ -30,8 +30,8 @@ export class Scrubber extends EventTarget {
 
     /** The same frame anew, for another view. */
     again() {
-        if (this.shown !== null && this.#wanted === null) {
-            this.go(this.shown.sequence, this.shown.frame);
+        if (this.shows !== null) {
+            this.go(this.shows.sequence, this.shows.frame);
         }
     }
 
@@ -58,13 +58,14 @@ export class Scrubber extends EventTarget {
     }
 
     async #showNewest() {
-        const { sequence, frame, at } = this.#wanted;
+        const wanted = this.#wanted;
+        const { sequence, frame, at } = wanted;
         const { socket, camera } = this.#card;
         const answer = await socket.ask("frame", { camera, sequence, frame, ...this.#picture.wanted() });
         if (this.#wanted === null) { // live pictures or another recording came in between
             return;
         }
-        if (this.#wanted.at === at) {
+        if (this.#wanted === wanted) {
             this.#wanted = null;
         }
         this.shown = { sequence, frame };

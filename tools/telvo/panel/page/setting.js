@@ -74,7 +74,7 @@ export class SettingRow {
     showOutcome({ asked, taken, asAsked, refused, note }) {
         const text = refused ? `refused${note ? `: ${note}` : ""}`
             : asAsked ? `✓ camera took ${taken}`
-                : `asked ${asked}, camera took ${taken}${note ? ` (${note})` : ""}`;
+                : `camera took ${note || `${taken} instead of ${asked}`}`;
         this.#outcome.dataset.kind = refused ? "refused" : asAsked ? "taken" : "differs";
         setText(this.#outcome, text);
         this.#showValue();

@@ -30,6 +30,11 @@ export class PanelState extends EventTarget {
         this.#tell("downloads");
     }
 
+    /** Whether the program has the camera, or will have it once the link is there. */
+    isHeld({ camera, open }) {
+        return open || ["connecting", "lost"].includes(this.stateOf(camera).state);
+    }
+
     stateOf(camera) {
         return this.#states.get(camera) ?? { state: "closed", text: "" };
     }

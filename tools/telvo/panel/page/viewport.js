@@ -2,7 +2,7 @@
 
 export const VALUES_FROM = 24; // device pixels per pixel from which values are written into pixels
 const LARGEST_SCALE = 64;
-const SMALLEST_SHARE = 0.5; // of the scale that fits
+const SMALLEST_SHARE = 0.5; // of the scale that fits; 1:1 is always possible
 
 export class Viewport {
     width = 1; // of the canvas
@@ -39,7 +39,8 @@ export class Viewport {
     setScale(scale, x = this.width / 2, y = this.height / 2) {
         const fixed = this.toPicture(x, y);
         this.isFitted = false;
-        this.scale = Math.min(LARGEST_SCALE, Math.max(SMALLEST_SHARE * this.#fittingScale(), scale));
+        const smallest = Math.min(1, SMALLEST_SHARE * this.#fittingScale());
+        this.scale = Math.min(LARGEST_SCALE, Math.max(smallest, scale));
         this.centreX = fixed.x - (x - this.width / 2) / this.scale;
         this.centreY = fixed.y - (y - this.height / 2) / this.scale;
         this.#settle();
