@@ -49,10 +49,11 @@ class Adapter : public Parameter
             return PvResult::Code::NotConnected;
         }
         auto result = operation(mNode);
+        const auto status = result.status();
         if (result) {
             value = *std::move(result);
         }
-        return toPvResult(result.status());
+        return toPvResult(status);
     }
 
     template <typename Write>
