@@ -411,6 +411,7 @@ TEST_F(DeviceConnectionThreadsTest, BusyFeatureCallsDoNotStarveTheHeartbeat)
     const auto device = connected();
     std::atomic<bool> stop{false};
     std::vector<std::thread> threads;
+    threads.reserve(3);
     for (int i = 0; i < 3; ++i) {
         threads.emplace_back([&] {
             while (!stop) {
