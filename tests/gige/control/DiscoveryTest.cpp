@@ -24,7 +24,7 @@ constexpr wire::MacAddress kFirstMac{{0x02, 0x54, 0x7F, 0, 2, 11}};
 constexpr wire::MacAddress kSecondMac{{0x02, 0x54, 0x7F, 0, 2, 12}};
 
 /// An interface that behaves like one to a network: it is asked by both kinds of broadcast.
-net::NetworkInterface network()
+net::NetworkInterface broadcastNetwork()
 {
     net::NetworkInterface interface = loopback();
     interface.isLoopback = false;
@@ -40,6 +40,7 @@ net::NetworkInterface unusable()
 std::vector<wire::MacAddress> macs(const std::vector<DiscoveredDevice>& devices)
 {
     std::vector<wire::MacAddress> found;
+    found.reserve(devices.size());
     for (const DiscoveredDevice& device : devices) {
         found.push_back(device.info.mac);
     }
@@ -223,7 +224,7 @@ TEST(Discovery, WithoutInterfacesThereAreNoDevices)
 TEST(Discovery, ADeviceHeardOnSeveralInterfacesIsListedWithTheOneOfItsSubnet)
 {
     FakeDevice device("127.0.2.11");
-    net::NetworkInterface elsewhere = network();
+    net::NetworkInterface elsewhere = broadcastNetwork();
     elsewhere.name = "";
     elsewhere.address = {0x7F000105};
     elsewhere.netmask = {0xFFFFFF00}; // 127.0.1.0/24, whose broadcast is 127.0.1.255
@@ -339,7 +340,7 @@ TEST(Discovery, HearsAnswersThatAreBroadcast)
     device.setScript([](const FakeCommand& command) {
         return std::vector<FakeAnswer>{{.datagram = command.ack, .broadcast = true}};
     });
-    EXPECT_EQ(macs(discoverDevices(1, {network()})), std::vector{kFirstMac});
+    EXPECT_EQ(macs(discoverDevices(1, {broadcastNetwork()})), std::vector{kFirstMac});
 }
 
 TEST(FindDevice, ReturnsWithTheFirstAnswer)
@@ -409,7 +410,7 @@ TEST(FindDevice, LeavesTheNetworkAloneWhenLoopbackAnswers)
     // On a busy machine an answer may be too late for that, but not each time.
     for (int i = 0; i < 50; ++i) {
         const std::size_t before = device.count(0x0002);
-        ASSERT_TRUE(findDevice(kFirstMac, {network(), loopback()}, milliseconds(2000)));
+        ASSERT_TRUE(findDevice(kFirstMac, {broadcastNetwork(), loopback()}, milliseconds(2000)));
         std::this_thread::sleep_for(milliseconds(50)); // a second question would arrive now
         if (device.count(0x0002) == before + 1) {
             return;
@@ -425,7 +426,7 @@ TEST(FindDevice, AsksTheNetworkWhenLoopbackIsSilent)
         return ++asked < 2 ? std::vector<FakeAnswer>{} : std::vector{FakeAnswer{command.ack}};
     });
     const auto start = std::chrono::steady_clock::now();
-    ASSERT_TRUE(findDevice(kFirstMac, {network(), loopback()}, milliseconds(60'000)));
+    ASSERT_TRUE(findDevice(kFirstMac, {broadcastNetwork(), loopback()}, milliseconds(60'000)));
     EXPECT_LT(elapsed(start), 20'000) << "not only with the repetition";
 }
 

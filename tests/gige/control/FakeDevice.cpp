@@ -12,7 +12,7 @@ namespace
 {
 
 constexpr std::uint16_t kPort = 3956;
-constexpr std::size_t kHeader = 8;
+constexpr std::size_t kCommandHeader = 8;
 constexpr Ipv4Address kLoopbackBroadcast{0x7FFFFFFF};
 
 UdpSocket openSocket(Ipv4Address address, std::uint16_t port)
@@ -54,7 +54,7 @@ void FakeDevice::serve(UdpSocket& socket)
         if (received.status != ReceiveStatus::Data) {
             return;
         }
-        if (received.size >= kHeader) {
+        if (received.size >= kCommandHeader) {
             handle(Bytes(buffer.data(), buffer.data() + received.size), received.source);
         }
     }

@@ -1,5 +1,6 @@
 #include "BatchReceiver.h"
 #include "BatchSender.h"
+#include "TestEndpoints.h"
 
 #include <gtest/gtest.h>
 
@@ -14,9 +15,6 @@ namespace
 
 using Bytes = std::vector<std::uint8_t>;
 
-constexpr Endpoint kHost{{0x7F000111}, 0};   // 127.0.1.17
-constexpr Endpoint kDevice{{0x7F000112}, 0}; // 127.0.1.18
-constexpr auto kLong = 20s;                  // never reached unless something is broken
 #ifdef _WIN32
 constexpr std::size_t kLargestBatch = 32;
 #else

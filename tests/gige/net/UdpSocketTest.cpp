@@ -1,5 +1,7 @@
 #include "UdpSocket.h"
 
+#include "TestEndpoints.h"
+
 #include <gtest/gtest.h>
 
 #include <array>
@@ -14,10 +16,6 @@ namespace
 {
 
 using Bytes = std::vector<std::uint8_t>;
-
-constexpr Endpoint kHost{{0x7F000101}, 0};   // 127.0.1.1
-constexpr Endpoint kDevice{{0x7F000102}, 0}; // 127.0.1.2
-constexpr auto kLong = 20s;                  // never reached unless something is broken
 
 TEST(UdpSocket, CarriesADatagramWithItsSource)
 {

@@ -14,7 +14,7 @@ namespace
 
 using namespace std::chrono_literals;
 
-constexpr auto kLong = 20s; // never reached unless something is broken
+constexpr auto kPatience = 20s; // never reached unless something is broken
 
 class BufferQueueTest : public testing::Test
 {
@@ -119,7 +119,7 @@ TEST_F(BufferQueueTest, RetrievalWaitsForACompletion)
 {
     queue.queue(buffers[0], Time{});
     std::thread completing([&] { queue.complete(*queue.take()); });
-    EXPECT_EQ(retrieve(kLong).buffer, &buffers[0]);
+    EXPECT_EQ(retrieve(kPatience).buffer, &buffers[0]);
     completing.join();
 }
 
@@ -127,7 +127,7 @@ TEST_F(BufferQueueTest, WakeEndsAWaitingRetrieval)
 {
     std::atomic<bool> ended = false;
     std::thread waiting([&] {
-        EXPECT_EQ(retrieve(kLong).status, RetrieveStatus::Woken);
+        EXPECT_EQ(retrieve(kPatience).status, RetrieveStatus::Woken);
         ended = true;
     });
     while (!ended) { // the retrieval may begin after a wake, and then waits for the next
@@ -143,8 +143,8 @@ TEST_F(BufferQueueTest, WakeBeforeTheRetrievalCountsFromTheCountGiven)
     queue.complete(*queue.take());
     const std::uint64_t wakes = queue.wakeCount();
     queue.wakeRetrievals();
-    EXPECT_EQ(queue.retrieve(kLong, wakes).status, RetrieveStatus::Woken);
-    EXPECT_EQ(queue.retrieve(kLong, queue.wakeCount()).buffer, &buffers[0]);
+    EXPECT_EQ(queue.retrieve(kPatience, wakes).status, RetrieveStatus::Woken);
+    EXPECT_EQ(queue.retrieve(kPatience, queue.wakeCount()).buffer, &buffers[0]);
 }
 
 } // namespace

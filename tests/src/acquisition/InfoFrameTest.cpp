@@ -10,7 +10,7 @@ namespace
 
 using Bytes = std::vector<std::uint8_t>;
 
-Bytes infoFrame(std::uint32_t descriptor)
+Bytes encoded(std::uint32_t descriptor)
 {
     Bytes bytes(100);
     for (unsigned i = 0; i < 4; ++i) {
@@ -21,7 +21,7 @@ Bytes infoFrame(std::uint32_t descriptor)
 
 InfoFrame decoded(std::uint32_t descriptor)
 {
-    return decodeInfoFrame(infoFrame(descriptor)).value();
+    return decodeInfoFrame(encoded(descriptor)).value();
 }
 
 TEST(InfoFrame, ReadsTheCamerasBytes)

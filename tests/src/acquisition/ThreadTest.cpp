@@ -9,7 +9,7 @@
 namespace
 {
 
-const Texts kJoined{"WaitForSingleObject 5000", "CloseHandle"};
+const Texts kEnded{"WaitForSingleObject 5000", "CloseHandle"};
 
 /// Its body counts its runs and, unless told to end at once, lasts until a stop is requested.
 class CountingThread : public Thread
@@ -53,7 +53,7 @@ TEST_F(ThreadTest, RunsItsBodyUntilItIsStopped)
     EXPECT_FALSE(thread.isRunning());
     EXPECT_EQ(thread.exitCode(), 42U);
     EXPECT_EQ(runs, 1);
-    EXPECT_EQ(s.takeKernelCalls(), Texts{"CreateThread"} + kJoined);
+    EXPECT_EQ(s.takeKernelCalls(), Texts{"CreateThread"} + kEnded);
 }
 
 TEST_F(ThreadTest, CanBeStartedAgain)
@@ -85,7 +85,7 @@ TEST_F(ThreadTest, IsStoppedByItsDestruction)
         CountingThread thread(runs);
         thread.start();
     }
-    EXPECT_EQ(s.takeKernelCalls(), Texts{"CreateThread"} + kJoined);
+    EXPECT_EQ(s.takeKernelCalls(), Texts{"CreateThread"} + kEnded);
 }
 
 TEST_F(ThreadTest, IsNotStoppedTwice)

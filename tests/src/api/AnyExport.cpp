@@ -196,3 +196,10 @@ const std::vector<AnyExport>& exportsWithKnownId()
     };
     return kExports;
 }
+
+bool returnsPointer(const std::string& name)
+{
+    return name == "expGetRecordInfoFramePointer" || name == "expGetFramePointer" ||
+           name == "expGetRecordedFrameBlockInfo" || name == "expGetRecordedFrameBlockResult" ||
+           name == "expGetPreviewImage" || name == "expGetSingleImage";
+}

@@ -34,4 +34,7 @@ struct AnyExport {
 /// Every export but expConnectGrabber, which takes an id to make it known.
 const std::vector<AnyExport>& exportsWithKnownId();
 
+/// Whether an export of this name gives an address, which is null when it fails.
+bool returnsPointer(const std::string& name);
+
 #endif

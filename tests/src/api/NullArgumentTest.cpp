@@ -29,13 +29,6 @@ std::vector<NullArgument> everyPointerOfEveryExport()
     return all;
 }
 
-bool returnsPointer(const std::string& name)
-{
-    return name == "expGetRecordInfoFramePointer" || name == "expGetFramePointer" ||
-           name == "expGetRecordedFrameBlockInfo" || name == "expGetRecordedFrameBlockResult" ||
-           name == "expGetPreviewImage" || name == "expGetSingleImage";
-}
-
 std::string nameOf(const ::testing::TestParamInfo<NullArgument>& info)
 {
     return info.param.name;

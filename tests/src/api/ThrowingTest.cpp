@@ -13,13 +13,6 @@ using ThrowingTest = InitializedGrabberTest;
 constexpr std::int64_t kFailure = -1;
 constexpr std::int64_t kNull = 0;
 
-bool returnsPointer(const std::string& name)
-{
-    return name == "expGetPreviewImage" || name == "expGetSingleImage" ||
-           name == "expGetFramePointer" || name == "expGetRecordInfoFramePointer" ||
-           name == "expGetRecordedFrameBlockResult" || name == "expGetRecordedFrameBlockInfo";
-}
-
 TEST_F(ThrowingTest, EveryExportFailsWhoseOperationThrows)
 {
     std::atomic<bool> hasThrown{false};

@@ -23,7 +23,7 @@ class UnknownCameraTest : public GrabberTest, public ::testing::WithParamInterfa
     }
 };
 
-std::string nameOf(const ::testing::TestParamInfo<AnyExport>& info)
+std::string exportName(const ::testing::TestParamInfo<AnyExport>& info)
 {
     return info.param.name;
 }
@@ -42,7 +42,7 @@ TEST_P(UnknownCameraTest, FailsSilentlyOnceTheCameraIsDisconnected)
 }
 
 INSTANTIATE_TEST_SUITE_P(Export, UnknownCameraTest, ::testing::ValuesIn(exportsWithKnownId()),
-                         nameOf);
+                         exportName);
 
 TEST(Exports, Are118WithTheOneThatConnects)
 {

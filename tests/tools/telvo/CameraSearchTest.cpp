@@ -15,13 +15,13 @@ const gige::net::NetworkInterface kLoopback{.name = "lo",
                                             .mtu = 65536,
                                             .isLoopback = true,
                                             .isUp = true};
-const gige::net::NetworkInterface kNetwork{.name = "eth7",
-                                           .address = {0x0A000005},
-                                           .netmask = {0xFFFFFF00},
-                                           .mtu = 1500,
-                                           .isLoopback = false,
-                                           .isUp = true};
-const Interfaces kBoth{kLoopback, kNetwork};
+const gige::net::NetworkInterface kSearched{.name = "eth7",
+                                            .address = {0x0A000005},
+                                            .netmask = {0xFFFFFF00},
+                                            .mtu = 1500,
+                                            .isLoopback = false,
+                                            .isUp = true};
+const Interfaces kBoth{kLoopback, kSearched};
 
 std::vector<std::string> names(const Interfaces& interfaces)
 {

@@ -14,7 +14,7 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::StartsWith;
 
-constexpr const char* kToken = "0123456789abcdef0123456789abcdef";
+constexpr const char* kSiteToken = "0123456789abcdef0123456789abcdef";
 constexpr const char* kHost = "127.0.0.1:8400";
 constexpr const char* kOrigin = "http://127.0.0.1:8400";
 
@@ -163,7 +163,7 @@ TEST(PanelSite, HasASocketAtItsOneAddressOnly)
 
 TEST(PanelSite, DemandsTheTokenForEverything)
 {
-    const PanelSite guarded(AccessGuard(8400, kToken), onlyRun1);
+    const PanelSite guarded(AccessGuard(8400, kSiteToken), onlyRun1);
     for (const char* const target : {"/", "/index.html", "/download/run%201.tif", "/?token=",
                                      "/?token=wrong", "/?token=0123456789abcdef0123456789abcdee"}) {
         EXPECT_EQ(guarded.answer(get(target)).status, 403) << target;
@@ -173,7 +173,7 @@ TEST(PanelSite, DemandsTheTokenForEverything)
 
 TEST(PanelSite, MakesTheTokenACookie)
 {
-    const PanelSite guarded(AccessGuard(8400, kToken), onlyRun1);
+    const PanelSite guarded(AccessGuard(8400, kSiteToken), onlyRun1);
     const SiteAnswer answer = guarded.answer(get("/?token=0123456789abcdef0123456789abcdef"));
     EXPECT_EQ(answer.status, 303);
     EXPECT_EQ(header(answer, "Location"), "/");

@@ -16,14 +16,14 @@ namespace
 namespace fs = std::filesystem;
 using testing::HasSubstr;
 
-constexpr std::uint32_t kFrames = 300;
+constexpr std::uint32_t kOutputFrames = 300;
 
 class DownloadOutput : public RecordedCamera
 {
   protected:
-    void SetUp() override { start(recordedCamera(kFrames)); }
+    void SetUp() override { start(recordedCamera(kOutputFrames)); }
 
-    std::string recording() const { return recorded(0, kFrames); }
+    std::string recording() const { return recorded(0, kOutputFrames); }
     void expectCameraWasNotAsked() const { EXPECT_EQ(camera->log().counters().commands, 0U); }
 };
 
@@ -178,7 +178,7 @@ TEST_F(DownloadOutput, FailsOnADiskThatFillsUpMeanwhile)
 
 TEST_F(DownloadOutput, GivesTheNameToOneOfTwoProcesses)
 {
-    camera::VirtualCamera other(recordedCamera(kFrames, "127.0.0.12"));
+    camera::VirtualCamera other(recordedCamera(kOutputFrames, "127.0.0.12"));
     ASSERT_FALSE(other.start());
     ASSERT_TRUE(hasFinished(other));
     ToolProcess processes[] = {
@@ -191,8 +191,8 @@ TEST_F(DownloadOutput, GivesTheNameToOneOfTwoProcesses)
     EXPECT_THAT(results[firstWon ? 1 : 0].errors,
                 testing::AnyOf(HasSubstr("is there already"),
                                HasSubstr("was made by somebody else meanwhile")));
-    const std::vector<std::uint8_t> winner =
-        recordedBytes(firstWon ? *camera : other, {.sequence = 0, .first = 0, .count = kFrames});
+    const std::vector<std::uint8_t> winner = recordedBytes(
+        firstWon ? *camera : other, {.sequence = 0, .first = 0, .count = kOutputFrames});
     EXPECT_TRUE(contents(folder / "same") == std::string(winner.begin(), winner.end()));
     EXPECT_EQ(jsonOf(folder / "same.json")["camera"]["ip-address"],
               firstWon ? "127.0.0.11" : "127.0.0.12");

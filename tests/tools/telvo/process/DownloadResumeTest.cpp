@@ -16,7 +16,7 @@ namespace
 namespace fs = std::filesystem;
 using testing::HasSubstr;
 
-constexpr std::uint32_t kFrames = 3000; // three blocks
+constexpr std::uint32_t kResumeFrames = 3000; // three blocks
 constexpr std::uint64_t kLinkRate = 100'000'000;
 
 const std::vector<std::string> kQuickLoss{"--set", "heartbeat-timeout=1000", "--set",
@@ -39,7 +39,7 @@ class DownloadResume : public RecordedCamera
   protected:
     void SetUp() override
     {
-        camera::CameraOptions options = recordedCamera(kFrames);
+        camera::CameraOptions options = recordedCamera(kResumeFrames);
         options.settings[camera::FeatureId::AcquisitionFrameRateRaw] = 10'000;
         options.linkRate = kLinkRate; // slow enough to come in between
         start(options);
@@ -78,7 +78,7 @@ class DownloadResume : public RecordedCamera
         const nlohmann::json sidecar = jsonOf(sidecarOf(folder.path() / name, format));
         EXPECT_EQ(sidecar["complete"], true);
         EXPECT_EQ(sidecar["counter-check"]["whole"], true);
-        EXPECT_EQ(sidecar["frames"].size(), kFrames);
+        EXPECT_EQ(sidecar["frames"].size(), kResumeFrames);
         return nlohmann::json::parse(rest.output)["transferred"];
     }
 
@@ -97,7 +97,7 @@ class DownloadResume : public RecordedCamera
         const nlohmann::json sidecar = jsonOf(sidecarOf(folder.path() / name, format));
         EXPECT_EQ(sidecar["complete"], false);
         EXPECT_GT(sidecar["frames"].size(), 0U);
-        EXPECT_LT(sidecar["frames"].size(), kFrames);
+        EXPECT_LT(sidecar["frames"].size(), kResumeFrames);
         EXPECT_EQ(sidecar["counter-check"]["received"], sidecar["frames"].size());
     }
 
@@ -128,24 +128,24 @@ class DownloadResume : public RecordedCamera
         const nlohmann::json before = jsonOf(sidecar);
         EXPECT_EQ(before["complete"], false);
         EXPECT_EQ(before["counter-check"]["whole"], false);
-        EXPECT_EQ(before["counter-check"]["expected"], kFrames);
+        EXPECT_EQ(before["counter-check"]["expected"], kResumeFrames);
         EXPECT_GT(before["frames"].size(), 0U);
-        EXPECT_LT(before["frames"].size(), kFrames);
+        EXPECT_LT(before["frames"].size(), kResumeFrames);
 
         const ToolOutcome rest = downloads(name, withFormat(format, {"--resume", "--json"}));
         EXPECT_EQ(nlohmann::json::parse(rest.output)["transferred"],
-                  kFrames - before["frames"].size());
+                  kResumeFrames - before["frames"].size());
         const nlohmann::json after = jsonOf(sidecar);
         EXPECT_EQ(after["complete"], true);
         EXPECT_EQ(after["counter-check"]["whole"], true);
-        EXPECT_EQ(after["frames"].size(), kFrames);
+        EXPECT_EQ(after["frames"].size(), kResumeFrames);
     }
 };
 
 TEST_F(DownloadResume, ARawFileHoldsWhatCameAndGoesOn)
 {
     expectContinued("a.raw", "raw");
-    EXPECT_TRUE(contents(folder / "a.raw") == recorded(0, kFrames));
+    EXPECT_TRUE(contents(folder / "a.raw") == recorded(0, kResumeFrames));
     EXPECT_EQ(entries(folder.path()), 2U);
     EXPECT_THAT(downloads("a.raw", {"--resume"}).output, HasSubstr("3000 of 3000 frames"));
 }
@@ -163,7 +163,7 @@ TEST_F(DownloadResume, ATiffFileGoesOn)
 TEST_F(DownloadResume, AFolderOfPicturesGoesOn)
 {
     expectContinued("a", "png");
-    EXPECT_EQ(entries(folder / "a"), kFrames + 1U);
+    EXPECT_EQ(entries(folder / "a"), kResumeFrames + 1U);
     const ToolOutcome last =
         runProgram({"convert-im6.q16", folder / "a/frame-002999.png", "-depth", "8", "gray:-"});
     EXPECT_TRUE(last.output == withoutHeaders(recorded(2999, 1), 64, frameSize()));
@@ -189,7 +189,7 @@ TEST_F(DownloadResume, GoesOnAfterALostLink)
     EXPECT_THAT(result.errors, HasSubstr("the connection to the camera was lost"));
     camera->faults().setSilent(false);
     downloads("a", {"--resume"});
-    EXPECT_TRUE(contents(folder / "a") == recorded(0, kFrames));
+    EXPECT_TRUE(contents(folder / "a") == recorded(0, kResumeFrames));
 }
 
 TEST_F(DownloadResume, ALinkThatBreaksBetweenTwoBlocksIsNamed)
@@ -211,8 +211,8 @@ TEST_F(DownloadResume, KeepsARawFileOnAFullDiskAndGoesOn)
     runOutOfSpace("disk/a", "raw");
     EXPECT_EQ(contents(folder / "disk/a").size(),
               jsonOf(folder / "disk/a.json")["frames"].size() * frameSize());
-    EXPECT_LT(resumed("disk/a", "raw"), kFrames);
-    EXPECT_TRUE(contents(folder / "disk/a") == recorded(0, kFrames));
+    EXPECT_LT(resumed("disk/a", "raw"), kResumeFrames);
+    EXPECT_TRUE(contents(folder / "disk/a") == recorded(0, kResumeFrames));
 }
 
 TEST_F(DownloadResume, KeepsATiffFileOnAFullDiskAndGoesOn)
@@ -220,7 +220,7 @@ TEST_F(DownloadResume, KeepsATiffFileOnAFullDiskAndGoesOn)
     downloads("whole", withFormat("tiff", {}));
     const SmallDisk disk(folder / "disk", "size=14m");
     runOutOfSpace("disk/a", "tiff");
-    EXPECT_LT(resumed("disk/a", "tiff"), kFrames);
+    EXPECT_LT(resumed("disk/a", "tiff"), kResumeFrames);
     EXPECT_TRUE(contents(folder / "disk/a") == contents(folder / "whole"));
 }
 
@@ -228,8 +228,8 @@ TEST_F(DownloadResume, KeepsPicturesOnAFullDiskAndGoesOn)
 {
     const SmallDisk disk(folder / "disk", "size=18m");
     runOutOfSpace("disk/a", "png");
-    EXPECT_LT(resumed("disk/a", "png"), kFrames);
-    EXPECT_EQ(entries(folder / "disk/a"), kFrames + 1U);
+    EXPECT_LT(resumed("disk/a", "png"), kResumeFrames);
+    EXPECT_EQ(entries(folder / "disk/a"), kResumeFrames + 1U);
 }
 
 TEST_F(DownloadResume, ARawFileGoesOnAfterItsProcessWasKilled)
@@ -238,15 +238,15 @@ TEST_F(DownloadResume, ARawFileGoesOnAfterItsProcessWasKilled)
     EXPECT_FALSE(fs::exists(folder / "a"));
     EXPECT_EQ(runTool(download("a", {"--resume", "--first", "1"})).exitStatus, 1);
     EXPECT_EQ(entries(folder.path()), 2U) << "what was left is there still";
-    EXPECT_LT(resumed("a", "raw"), kFrames);
-    EXPECT_TRUE(contents(folder / "a") == recorded(0, kFrames));
+    EXPECT_LT(resumed("a", "raw"), kResumeFrames);
+    EXPECT_TRUE(contents(folder / "a") == recorded(0, kResumeFrames));
     EXPECT_EQ(entries(folder.path()), 2U) << "no partial files are left";
 }
 
 TEST_F(DownloadResume, ATiffFileGoesOnAfterItsProcessWasKilled)
 {
     killed("a", "tiff");
-    EXPECT_LT(resumed("a", "tiff"), kFrames);
+    EXPECT_LT(resumed("a", "tiff"), kResumeFrames);
     EXPECT_EQ(entries(folder.path()), 2U) << "no partial files are left";
     downloads("whole", withFormat("tiff", {}));
     EXPECT_TRUE(contents(folder / "a") == contents(folder / "whole"));
@@ -256,7 +256,7 @@ TEST_F(DownloadResume, PicturesGoOnAfterTheirProcessWasKilled)
 {
     killed("a", "png");
     resumed("a", "png");
-    EXPECT_EQ(entries(folder / "a"), kFrames + 1U);
+    EXPECT_EQ(entries(folder / "a"), kResumeFrames + 1U);
 }
 
 TEST_F(DownloadResume, DoesNotMixOneRecordingWithAnother)
@@ -266,7 +266,7 @@ TEST_F(DownloadResume, DoesNotMixOneRecordingWithAnother)
     EXPECT_THAT(runTool(download("a", {"--resume", "--first", "1"})).errors,
                 HasSubstr("the interrupted download differs in its selection"));
     camera->stop();
-    camera::CameraOptions options = recordedCamera(kFrames);
+    camera::CameraOptions options = recordedCamera(kResumeFrames);
     options.settings[camera::FeatureId::AcquisitionFrameRateRaw] = 9000;
     start(options);
     EXPECT_THAT(runTool(download("a", {"--resume"})).errors,

@@ -1,12 +1,12 @@
 #include "OutputFile.h"
 #include "Failure.h"
+#include "FileContents.h"
 #include "TemporaryFolder.h"
 
 #include <array>
 #include <fstream>
 #include <functional>
 #include <gtest/gtest.h>
-#include <iterator>
 
 namespace
 {
@@ -14,12 +14,6 @@ namespace
 using namespace telvo;
 
 constexpr std::array<std::uint8_t, 3> kBytes{'a', '\n', 0xFF};
-
-std::string contents(const std::filesystem::path& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
 
 std::size_t entries(const std::filesystem::path& folder)
 {

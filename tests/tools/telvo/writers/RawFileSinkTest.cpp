@@ -1,22 +1,16 @@
 #include "RawFileSink.h"
 #include "Failure.h"
+#include "FileContents.h"
 #include "TemporaryFolder.h"
 
 #include <algorithm>
 #include <fstream>
 #include <gtest/gtest.h>
-#include <iterator>
 
 namespace
 {
 
 using namespace telvo;
-
-std::string contents(const std::filesystem::path& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
 
 GrayImage plain(std::uint8_t value)
 {

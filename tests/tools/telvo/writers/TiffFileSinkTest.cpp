@@ -1,5 +1,6 @@
 #include "TiffFileSink.h"
 #include "Failure.h"
+#include "FileContents.h"
 #include "TemporaryFolder.h"
 
 #include <algorithm>
@@ -16,7 +17,7 @@ using testing::ElementsAre;
 
 constexpr PictureStyle kAsItIs{.keepHeader = true};
 
-GrayImage plain(std::uint8_t value)
+GrayImage evenPicture(std::uint8_t value)
 {
     GrayImage frame(32, 3);
     std::ranges::fill(frame.pixels, value);
@@ -39,17 +40,11 @@ std::vector<int> pagesOf(const std::filesystem::path& path)
     return pages;
 }
 
-std::string contents(const std::filesystem::path& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
 void write(const std::filesystem::path& path, int pages, std::uint64_t expected = 0)
 {
     TiffFileSink sink(std::make_unique<OutputFile>(path), kAsItIs, expected);
     for (int i = 0; i < pages; ++i) {
-        sink.put(0, plain(static_cast<std::uint8_t>(i)).view());
+        sink.put(0, evenPicture(static_cast<std::uint8_t>(i)).view());
     }
     sink.finish();
 }
@@ -84,8 +79,8 @@ TEST(TiffFileSink, ContinuesBehindThePagesThatAreThere)
         write(path, 4, expected);
         const auto sink =
             TiffFileSink::resume(std::make_unique<OutputFile>(path, IfThere::Continue), kAsItIs, 2);
-        sink->put(2, plain(20).view());
-        sink->put(3, plain(30).view());
+        sink->put(2, evenPicture(20).view());
+        sink->put(3, evenPicture(30).view());
         sink->finish();
         EXPECT_THAT(pagesOf(path), ElementsAre(0, 1, 20, 30));
     }
@@ -105,7 +100,7 @@ TEST(TiffFileSink, IsContinuedByteForByteWhereverItWasCutOff)
             std::filesystem::resize_file(path, size);
             auto sink = TiffFileSink::resume(std::make_unique<OutputFile>(path, IfThere::Continue),
                                              kAsItIs, 2);
-            sink->put(2, plain(2).view());
+            sink->put(2, evenPicture(2).view());
             EXPECT_EQ(sink->written(), 1U);
             sink->finish();
             ASSERT_TRUE(contents(path) == whole) << size;
