@@ -165,7 +165,7 @@ TEST(References, ThatDoubleAtEachLevelEndWithAnError)
     std::string nodes = "<Integer Name=\"N0\"><Value>1</Value></Integer>";
     for (int level = 1; level <= 40; ++level) {
         const std::string below = "N" + std::to_string(level - 1);
-        nodes += "<IntSwissKnife Name=\"N" + std::to_string(level) + "\"><pVariable Name=\"A\">" +
+        nodes += "<IntSwissKnife Name=\"N" + std::to_string(level) + R"("><pVariable Name="A">)" +
                  below + "</pVariable><pVariable Name=\"B\">" + below +
                  "</pVariable><Formula>A + B</Formula></IntSwissKnife>";
     }

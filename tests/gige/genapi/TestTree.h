@@ -14,8 +14,8 @@ namespace gige::genapi
 /// A description around some nodes. @param minor of schema 1.x
 inline std::string describe(const std::string& nodes, int minor = 1)
 {
-    return "<RegisterDescription SchemaMajorVersion=\"1\" SchemaMinorVersion=\"" +
-           std::to_string(minor) + "\"><Port Name=\"Device\"/>" + nodes + "</RegisterDescription>";
+    return R"(<RegisterDescription SchemaMajorVersion="1" SchemaMinorVersion=")" +
+           std::to_string(minor) + R"("><Port Name="Device"/>)" + nodes + "</RegisterDescription>";
 }
 
 /// The elements of a register at 0x100 that can be read and written, but for its length.

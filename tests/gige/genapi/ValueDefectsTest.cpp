@@ -28,7 +28,7 @@ TEST(ValueDefects, MakeTheNodeUnusableAlone)
         EXPECT_EQ(tree.integer("X").accessMode().status(), Status::BadNode) << node;
         EXPECT_EQ(tree.value("Good"), 7);
     }
-    TestTree tree("<Enumeration Name=\"E\"/><Float Name=\"F\"><Value>x</Value></Float>");
+    TestTree tree(R"(<Enumeration Name="E"/><Float Name="F"><Value>x</Value></Float>)");
     EXPECT_EQ(tree.get<EnumerationNode>("E").text().status(), Status::BadNode);
     EXPECT_EQ(tree.get<EnumerationNode>("E").setText("A"), Status::BadNode);
     EXPECT_EQ(tree.real("F").value().status(), Status::BadNode);
