@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 import ctypes
+import functools
 import itertools
 import threading
 import weakref
@@ -24,6 +25,13 @@ _FLASH_POLL = 0.5  # seconds
 
 # Functions that the library may still be returning into after it has forgotten the camera.
 _kept_callbacks: list[Any] = []
+
+
+# A camera that sends a recording waits from one block to the request for the next.
+@functools.lru_cache(maxsize=None)
+def _found(function: str) -> tuple[Any, int]:
+    """A function of the library, and which of its parameters is the camera's id."""
+    return getattr(library(), function), list(FUNCTIONS[function][1]).index("cameraId")
 
 
 class EndedError(TelvoError):
@@ -109,8 +117,8 @@ class Session:
         return result
 
     def _invoke(self, function: str, *arguments: Any) -> Any:
-        id_at = list(FUNCTIONS[function][1]).index("cameraId")
-        return getattr(library(), function)(*arguments[:id_at], self._id, *arguments[id_at:])
+        invoke, id_at = _found(function)
+        return invoke(*arguments[:id_at], self._id, *arguments[id_at:])
 
     def read(self, function: str) -> tuple[Any, ...]:
         """Calls a function that has nothing but out parameters, and gives what it wrote."""

@@ -2,7 +2,6 @@
 
 from __future__ import annotations
 
-import contextlib
 import ctypes
 import math
 import threading
@@ -77,8 +76,7 @@ class Recording:
             for piece in pieces[:1]:
                 transfer.request(piece)
             for piece, following in zip(pieces, [*pieces[1:], range(0)]):
-                with limit.of(_BLOCK_TIME):
-                    loan = transfer.collect(piece)
+                loan = limit.hold(_BLOCK_TIME, transfer.collect, piece)
                 if following:
                     transfer.request(following)
                 yield Block(loan, piece.start)
@@ -179,12 +177,11 @@ class TimeLimit:
     def __exit__(self, *_: object) -> None:
         self._ended.set()
 
-    @contextlib.contextmanager
-    def of(self, seconds: float) -> Iterator[None]:
-        """What is done meanwhile may take so long."""
+    def hold(self, seconds: float, wait: Callable[[range], Loan], numbers: range) -> Loan:
+        """What the wait gives, which may take so long."""
         self._due = time.monotonic() + seconds
         try:
-            yield
+            return wait(numbers)
         finally:
             self._due = math.inf
 
