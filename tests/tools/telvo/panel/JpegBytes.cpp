@@ -10,7 +10,7 @@ DecodedJpeg decodeJpeg(std::span<const std::uint8_t> bytes)
     jpeg_error_mgr errors{}; // ends the program, which is a failure of the test
     codec.err = jpeg_std_error(&errors);
     jpeg_create_decompress(&codec);
-    jpeg_mem_src(&codec, bytes.data(), bytes.size());
+    jpeg_mem_src(&codec, bytes.data(), static_cast<unsigned long>(bytes.size()));
     jpeg_read_header(&codec, TRUE);
     jpeg_start_decompress(&codec);
     DecodedJpeg decoded{.width = codec.output_width,
