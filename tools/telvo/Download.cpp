@@ -150,18 +150,6 @@ Outcome transfer(Job& job, const TransferProgress::ShowText& beside)
     return writeSeries(options, *job.target, camera, recording, style, std::move(series), beside);
 }
 
-void saveSidecar(Outcome& outcome, const DownloadTarget& target)
-{
-    if (outcome.sidecar) {
-        outcome.series.sidecar.about["complete"] = outcome.series.isWhole();
-        outcome.sidecar->finish(outcome.series.sidecar, outcome.series.counter);
-    }
-    for (const std::filesystem::path& journal : target.journals) {
-        std::error_code ignored; // it says nothing wrong
-        remove(journal, ignored);
-    }
-}
-
 Json jsonOf(const Outcome& outcome, const Job& job)
 {
     return {{"output", job.options.out.string()},
@@ -178,7 +166,7 @@ Json jsonOf(const Outcome& outcome, const Job& job)
 void printText(std::ostream& out, const Outcome& outcome, const DownloadOptions& options)
 {
     const double seconds = outcome.time.count();
-    const double bytes = static_cast<double>(outcome.transferred * outcome.info.frameSize());
+    const auto bytes = static_cast<double>(outcome.transferred * outcome.info.frameSize());
     out << outcome.transferred << " frames of " << outcome.info.width << 'x' << outcome.info.height
         << " in " << std::fixed << std::setprecision(1) << seconds << " s, "
         << (seconds > 0 ? bytes / seconds * 1e-6 : 0) << " MB/s: " << options.out.string() << '\n';
@@ -283,7 +271,6 @@ Outcomes transferAll(std::vector<Job>& jobs, const std::vector<CameraAddress>& c
         Outcome outcome =
             transfer(jobs[i], jobs.size() > 1 ? TransferProgress::ShowText(show) : nullptr);
         jobs[i].camera.reset();
-        saveSidecar(outcome, *jobs[i].target);
         return outcome;
     });
 }

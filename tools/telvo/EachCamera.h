@@ -23,6 +23,7 @@ template <typename Result, typename Item, typename Work>
 std::vector<Result> forEach(const std::vector<Item>& items, const Work& work)
 {
     std::vector<std::future<Result>> running;
+    running.reserve(items.size());
     for (std::size_t i = 0; i < items.size(); ++i) {
         running.push_back(
             std::async(std::launch::async, [&items, &work, i] { return work(i, items[i]); }));
@@ -31,6 +32,7 @@ std::vector<Result> forEach(const std::vector<Item>& items, const Work& work)
         each.wait();
     }
     std::vector<Result> results;
+    results.reserve(items.size());
     for (std::future<Result>& each : running) {
         results.push_back(each.get());
     }
@@ -61,6 +63,7 @@ template <typename Result>
 std::vector<std::string> failuresOf(const std::vector<Verdict<Result>>& verdicts)
 {
     std::vector<std::string> failures;
+    failures.reserve(verdicts.size());
     for (const Verdict<Result>& verdict : verdicts) {
         failures.push_back(verdict.failure);
     }

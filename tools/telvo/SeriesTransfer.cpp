@@ -4,6 +4,7 @@
 #include "FrameSource.h"
 #include "ToolError.h"
 
+#include <optional>
 #include <utility>
 
 namespace telvo
@@ -110,13 +111,26 @@ std::string copyFrames(const CameraSession& camera, const Recording& recording,
     }
 }
 
-std::unique_ptr<SidecarFile> openSidecar(const DownloadTarget& target, const DownloadSeries& series,
-                                         const std::filesystem::path& output)
+void openSidecar(const DownloadTarget& target, const DownloadSeries& series,
+                 const std::filesystem::path& output, std::optional<SidecarFile>& sidecar)
 {
-    return target.sidecar ? std::make_unique<SidecarFile>(*target.sidecar, target.sidecarIfThere,
-                                                          series.sidecar.about, output,
-                                                          target.ifThere, series.selection.count)
-                          : nullptr;
+    if (target.sidecar) {
+        sidecar.emplace(*target.sidecar, target.sidecarIfThere, series.sidecar.about, output,
+                        target.ifThere, series.selection.count);
+    }
+}
+
+void finishSidecar(const DownloadTarget& target, DownloadSeries& series,
+                   std::optional<SidecarFile>& sidecar)
+{
+    if (sidecar) {
+        series.sidecar.about["complete"] = series.isWhole();
+        sidecar->finish(series.sidecar, series.counter);
+    }
+    for (const std::filesystem::path& journal : target.journals) {
+        std::error_code ignored; // it says nothing wrong
+        remove(journal, ignored);
+    }
 }
 
 } // namespace
@@ -134,9 +148,10 @@ Outcome writeSeries(const DownloadOptions& options, DownloadTarget& target,
                                           .count = rest.count,
                                           .fps = options.fps},
                                          style);
-    auto sidecar = openSidecar(target, series, output);
+    std::optional<SidecarFile> sidecar;
+    openSidecar(target, series, output, sidecar);
     const auto start = std::chrono::steady_clock::now();
-    SeriesWriting writing(series, *sink, sidecar.get());
+    SeriesWriting writing(series, *sink, sidecar ? &*sidecar : nullptr);
     std::string interruption =
         rest.count == 0
             ? std::string()
@@ -147,12 +162,9 @@ Outcome writeSeries(const DownloadOptions& options, DownloadTarget& target,
     }
     sink->finish();
     const std::uint32_t transferred = writing.done();
-    return {std::move(series),
-            recording.info,
-            std::move(sidecar),
-            transferred,
-            std::chrono::steady_clock::now() - start,
-            std::move(interruption)};
+    const auto time = std::chrono::steady_clock::now() - start;
+    finishSidecar(target, series, sidecar);
+    return {std::move(series), recording.info, transferred, time, std::move(interruption)};
 }
 
 } // namespace telvo

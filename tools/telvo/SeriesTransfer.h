@@ -8,7 +8,6 @@
 
 #include <chrono>
 #include <cstdint>
-#include <memory>
 #include <string>
 
 namespace telvo
@@ -18,13 +17,13 @@ namespace telvo
 struct Outcome {
     DownloadSeries series;
     RecordingInfo info;
-    std::unique_ptr<SidecarFile> sidecar; // null: none
-    std::uint64_t transferred;            // frames, of this time
-    std::chrono::duration<double> time;   // likewise
-    std::string interruption;             // empty: none
+    std::uint64_t transferred;          // frames, of this time
+    std::chrono::duration<double> time; // likewise
+    std::string interruption;           // empty: none
 };
 
-/// Reads what is not there yet of a series and writes it. Throws Failure where nothing is written.
+/// Reads what is not there yet of a series and writes it, and the sidecar. Throws Failure where
+/// nothing is written.
 /// @param target  its place is used up
 /// @param beside  see TransferProgress
 Outcome writeSeries(const DownloadOptions& options, DownloadTarget& target,

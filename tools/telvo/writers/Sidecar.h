@@ -19,6 +19,7 @@ namespace telvo
  * members of "about" first, then the check of the frame counters ("counter-check"), then a line for
  * each frame ("frames").
  */
+// NOLINTNEXTLINE(bugprone-exception-escape): the JSON library's move asserts
 struct Sidecar {
     nlohmann::ordered_json about;
     FrameList frames;
