@@ -159,15 +159,20 @@ TEST(References, MayRunInCirclesOfDifferentQuestions)
     EXPECT_EQ(tree.integer("OffsetX").setValue(21), Status::OutOfRange);
 }
 
+std::string twiceTheOneBelow(int level)
+{
+    const std::string below = "N" + std::to_string(level - 1);
+    return "<IntSwissKnife Name=\"N" + std::to_string(level) + R"("><pVariable Name="A">)" + below +
+           R"(</pVariable><pVariable Name="B">)" + below +
+           "</pVariable><Formula>A + B</Formula></IntSwissKnife>";
+}
+
 TEST(References, ThatDoubleAtEachLevelEndWithAnError)
 {
     // Forty levels, each asking twice for the next: 2^40 reads if it were carried out.
     std::string nodes = "<Integer Name=\"N0\"><Value>1</Value></Integer>";
     for (int level = 1; level <= 40; ++level) {
-        const std::string below = "N" + std::to_string(level - 1);
-        nodes += "<IntSwissKnife Name=\"N" + std::to_string(level) + R"("><pVariable Name="A">)" +
-                 below + "</pVariable><pVariable Name=\"B\">" + below +
-                 "</pVariable><Formula>A + B</Formula></IntSwissKnife>";
+        nodes += twiceTheOneBelow(level);
     }
     TestTree tree(nodes);
     EXPECT_EQ(tree.value("N5"), 32);
