@@ -21,7 +21,7 @@ constexpr std::chrono::seconds kBlockTime{60};
 } // namespace
 
 BlockReader::BlockReader(const CameraSession& camera, FrameBlock frames, std::size_t frameSize,
-                         const CancelFlag& cancel)
+                         const std::stop_token& cancel)
     : mCamera(camera), mCancel(cancel), mRemaining(frames), mFrameSize(frameSize)
 {
     if (expStartFrameBlockTransfer(camera.id()) != 0 ||
@@ -54,7 +54,7 @@ std::span<const std::uint8_t> BlockReader::next()
 void BlockReader::watch(const std::stop_token& stop)
 {
     while (!stop.stop_requested()) {
-        if (mCancel.isSet() || isOverdue()) {
+        if (mCancel.stop_requested() || isOverdue()) {
             expAbortCurrentFrameBlockRequest(mCamera.id());
         }
         std::this_thread::sleep_for(kPoll);
@@ -83,7 +83,7 @@ std::span<const std::uint8_t> BlockReader::await()
     mDeadline = Clock::now() + kBlockTime;
     const std::uint8_t* const block =
         expGetRecordedFrameBlockResult(nullptr, &frames, &status, mCamera.id());
-    if (mCancel.isSet()) {
+    if (mCancel.stop_requested()) {
         throw Failure("cancelled");
     }
     if (isOverdue()) {

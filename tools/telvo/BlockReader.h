@@ -2,13 +2,13 @@
 #define TELVO_TOOLS_TELVO_BLOCKREADER_H
 
 #include "CameraSession.h"
-#include "CancelFlag.h"
 
 #include <atomic>
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <stop_token>
 #include <thread>
 
 namespace telvo
@@ -30,9 +30,9 @@ class BlockReader
   public:
     /// @param camera     borrowed until the end
     /// @param frameSize  bytes of a frame
-    /// @param cancel     borrowed until the end; set, it ends a wait for the camera
+    /// @param cancel     ends a wait for the camera
     BlockReader(const CameraSession& camera, FrameBlock frames, std::size_t frameSize,
-                const CancelFlag& cancel);
+                const std::stop_token& cancel);
     ~BlockReader();
     BlockReader(const BlockReader&) = delete;
     BlockReader& operator=(const BlockReader&) = delete;
@@ -50,7 +50,7 @@ class BlockReader
     bool isOverdue() const { return Clock::now() > mDeadline.load(); }
 
     const CameraSession& mCamera;
-    const CancelFlag& mCancel;
+    const std::stop_token mCancel;
     FrameBlock mRemaining; // not requested yet
     std::size_t mFrameSize;
     std::uint32_t mBlockFrames = 0; // most frames that a block takes

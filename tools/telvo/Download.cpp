@@ -1,27 +1,18 @@
 #include "Download.h"
 
+#include "CameraDownload.h"
 #include "CancelFlag.h"
-#include "DownloadSeries.h"
 #include "DownloadTarget.h"
 #include "EachCamera.h"
 #include "Json.h"
 #include "OutputPattern.h"
-#include "RecordedSize.h"
-#include "RecordingDescription.h"
-#include "SeriesTransfer.h"
 #include "SharedStatus.h"
 #include "ToolError.h"
 #include "TransferProgress.h"
-#include "TriggerSearch.h"
 #include "VideoFileSink.h"
 
-#include "TelvoDll.h"
-
-#include <array>
-#include <chrono>
 #include <iomanip>
 #include <iostream>
-#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -56,65 +47,6 @@ void requireSense(const DownloadOptions& options)
     }
 }
 
-/// Of the first two colours of the first row.
-BayerPattern patternOf(const std::string& colours)
-{
-    static const std::map<std::string, BayerPattern> patterns{{"RG", BayerPattern::RG},
-                                                              {"GR", BayerPattern::GR},
-                                                              {"GB", BayerPattern::GB},
-                                                              {"BG", BayerPattern::BG}};
-    return patterns.at(colours);
-}
-
-bool hasColours(const CameraSession& camera)
-{
-    std::uint8_t isColour = 0;
-    std::array<double, 3> factors{};
-    expGetColorInformation(&isColour, &factors[0], &factors[1], &factors[2], camera.id());
-    return isColour != 0;
-}
-
-PictureStyle styleFor(const DownloadOptions& options, const CameraSession& camera)
-{
-    if (options.colour && !hasColours(camera)) {
-        throw Failure("this camera has no colours; leave out --colour");
-    }
-    return {.keepHeader = options.keepHeader,
-            .colour = options.colour ? std::optional(patternOf(options.filter)) : std::nullopt};
-}
-
-SequenceFacts factsOf(const CameraSession& camera, const Recording& recording)
-{
-    if (recording.frames == 0) {
-        throw Failure("sequence " + std::to_string(recording.sequence) +
-                      " has no frames; 'telvo review' lists the sequences");
-    }
-    const auto headerOf = [&](std::uint32_t frame) {
-        return decodeFrameHeader(readFrame(camera, recording.info, frame));
-    };
-    std::uint32_t capacity = 0;
-    expGetMaxFramesPerSequence(&capacity, camera.id());
-    const FrameHeader last = headerOf(recording.frames - 1);
-    return {recording, findTrigger(recording.frames, headerOf),
-            endCause(recording, last, capacity)};
-}
-
-DownloadSeries describeSeries(const DownloadOptions& options, const CameraSession& camera,
-                              const SequenceFacts& facts, const PictureStyle& style, Json about)
-{
-    const FrameSelection selection = selectFrames(options.range, facts.recording, facts.trigger);
-    const bool isRaw = parseFileFormat(options.format) == FileFormat::Raw;
-    about["recording"] = describeSequence(facts);
-    about["selection"] = describeSelection(selection);
-    about["pictures"] = describePictures(
-        facts.recording.info, {.fileFormat = options.format,
-                               .style = style,
-                               .isColourCamera = hasColours(camera),
-                               .filter = patternOf(options.filter),
-                               .hasHeader = (isRaw || options.keepHeader) && !style.colour});
-    return {selection, {std::move(about), {}}, FrameCounter(selection.every)};
-}
-
 /// A camera that is connected, and where its frames go.
 struct Job {
     DownloadOptions options; // with its own paths
@@ -130,24 +62,17 @@ void connect(Job& job, const CameraAddress& address)
     job.camera->apply(assignments);
 }
 
-Outcome transfer(Job& job, const TransferProgress::ShowText& beside)
+/// Shows on the terminal how it goes.
+FollowTransfer showProgress(const TransferProgress::ShowText& beside)
 {
-    const DownloadOptions& options = job.options;
-    const CameraSession& camera = *job.camera;
-    Json about{{"complete", false},
-               {"camera", describeCamera(camera)},
-               {"settings", describeSettings(camera)}};
-
-    const RecordingInfo info = readRecordingInfo(camera);
-    const RecordedSize size(camera, info);
-    const Recording recording = selectSequence(camera, info, options.sequence);
-    const PictureStyle style = styleFor(options, camera);
-    DownloadSeries series =
-        describeSeries(options, camera, factsOf(camera, recording), style, std::move(about));
-    if (job.target->earlier) {
-        continueSeries(series, *job.target->earlier, camera, info);
-    }
-    return writeSeries(options, *job.target, camera, recording, style, std::move(series), beside);
+    const auto progress = std::make_shared<std::optional<TransferProgress>>();
+    return [progress, beside](const TransferStep& step) {
+        if (!*progress) {
+            progress->emplace(step.of, step.frameSize, beside);
+        } else {
+            (*progress)->show(step.done);
+        }
+    };
 }
 
 Json jsonOf(const Outcome& outcome, const Job& job)
@@ -262,6 +187,7 @@ Outcomes transferAll(std::vector<Job>& jobs, const std::vector<CameraAddress>& c
         connect(jobs[i], camera);
         return true;
     });
+    const CancelToken cancel;
     SharedStatus status(jobs.size());
     return tryEach<Outcome>(cameras, [&](std::size_t i, const CameraAddress&) {
         if (!connected[i].result) {
@@ -269,7 +195,9 @@ Outcomes transferAll(std::vector<Job>& jobs, const std::vector<CameraAddress>& c
         }
         const auto show = [&status, i](const std::string& text) { status.show(i, text); };
         Outcome outcome =
-            transfer(jobs[i], jobs.size() > 1 ? TransferProgress::ShowText(show) : nullptr);
+            downloadFrom(*jobs[i].camera, jobs[i].options, *jobs[i].target,
+                         showProgress(jobs.size() > 1 ? TransferProgress::ShowText(show) : nullptr),
+                         cancel.token());
         jobs[i].camera.reset();
         return outcome;
     });

@@ -21,7 +21,7 @@ class BlockFrames : public FrameSource
 {
   public:
     BlockFrames(const CameraSession& camera, const Recording& recording, FrameSelection selection,
-                const CancelFlag& cancel)
+                const std::stop_token& cancel)
         : mReader(camera,
                   {.sequence = recording.sequence,
                    .first = selection.first,
@@ -62,7 +62,7 @@ class SingleFrames : public FrameSource
 {
   public:
     SingleFrames(const CameraSession& camera, const RecordingInfo& info, FrameSelection selection,
-                 const CancelFlag& cancel)
+                 const std::stop_token& cancel)
         : mCamera(camera), mInfo(info), mLeft(selection), mCancel(cancel)
     {
     }
@@ -72,7 +72,7 @@ class SingleFrames : public FrameSource
         if (mLeft.count == 0) {
             return std::nullopt;
         }
-        if (mCancel.isSet()) {
+        if (mCancel.stop_requested()) {
             throw Failure("cancelled");
         }
         const RecordedFrame frame{mLeft.first, readFrame(mCamera, mInfo, mLeft.first)};
@@ -85,13 +85,13 @@ class SingleFrames : public FrameSource
     const CameraSession& mCamera;
     const RecordingInfo mInfo;
     FrameSelection mLeft;
-    const CancelFlag& mCancel;
+    const std::stop_token mCancel;
 };
 
 } // namespace
 
 std::unique_ptr<FrameSource> openFrames(const CameraSession& camera, const Recording& recording,
-                                        FrameSelection selection, const CancelFlag& cancel)
+                                        FrameSelection selection, const std::stop_token& cancel)
 {
     const std::uint64_t dropped =
         std::uint64_t{selection.every - 1} * recording.info.frameSize(); // for each one taken

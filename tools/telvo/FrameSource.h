@@ -2,13 +2,13 @@
 #define TELVO_TOOLS_TELVO_FRAMESOURCE_H
 
 #include "CameraSession.h"
-#include "CancelFlag.h"
 #include "Recording.h"
 
 #include <cstdint>
 #include <memory>
 #include <optional>
 #include <span>
+#include <stop_token>
 
 namespace telvo
 {
@@ -42,7 +42,7 @@ class FrameSource
 /// Reads in blocks, or each frame by itself where most of a block would be dropped. The arguments
 /// but the numbers are borrowed until its end.
 std::unique_ptr<FrameSource> openFrames(const CameraSession& camera, const Recording& recording,
-                                        FrameSelection selection, const CancelFlag& cancel);
+                                        FrameSelection selection, const std::stop_token& cancel);
 
 /// Reads one frame of the selected sequence by itself; valid until the next one. Throws Failure.
 std::span<const std::uint8_t> readFrame(const CameraSession& camera, const RecordingInfo& info,

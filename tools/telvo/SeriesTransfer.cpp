@@ -1,6 +1,5 @@
 #include "SeriesTransfer.h"
 
-#include "CancelFlag.h"
 #include "FrameSource.h"
 #include "ToolError.h"
 
@@ -21,8 +20,9 @@ constexpr std::chrono::milliseconds kAccountInterval{200};
 class FrameReading
 {
   public:
-    FrameReading(const CameraSession& camera, const Recording& recording, FrameSelection selection)
-        : mCamera(camera), mRecording(recording), mSelection(selection)
+    FrameReading(const CameraSession& camera, const Recording& recording, FrameSelection selection,
+                 std::stop_token cancel)
+        : mCamera(camera), mRecording(recording), mSelection(selection), mCancel(std::move(cancel))
     {
     }
 
@@ -45,7 +45,7 @@ class FrameReading
     const CameraSession& mCamera;
     const Recording& mRecording;
     FrameSelection mSelection;
-    CancelFlag mCancel;
+    std::stop_token mCancel;
     std::unique_ptr<FrameSource> mSource; // none before the first frame
     std::string mReason;                  // empty: none
 };
@@ -95,13 +95,16 @@ class SeriesWriting
 /// @return why the frames end before their last; empty: they do not
 std::string copyFrames(const CameraSession& camera, const Recording& recording,
                        const FrameSelection& frames, SeriesWriting& writing,
-                       TransferProgress progress)
+                       const FollowTransfer& follow, const std::stop_token& cancel)
 {
-    FrameReading reading(camera, recording, frames);
+    FrameReading reading(camera, recording, frames, cancel);
+    TransferStep step{.of = frames.count, .frameSize = recording.info.frameSize()};
     try {
+        follow(step);
         while (const auto frame = reading.next()) {
             writing.put(recording.info, *frame);
-            progress.show(writing.done());
+            step.done = writing.done();
+            follow(step);
         }
         writing.flush();
         return reading.reason();
@@ -137,8 +140,8 @@ void finishSidecar(const DownloadTarget& target, DownloadSeries& series,
 
 Outcome writeSeries(const DownloadOptions& options, DownloadTarget& target,
                     const CameraSession& camera, const Recording& recording,
-                    const PictureStyle& style, DownloadSeries series,
-                    const TransferProgress::ShowText& beside)
+                    const PictureStyle& style, DownloadSeries series, const FollowTransfer& follow,
+                    const std::stop_token& cancel)
 {
     const std::uint32_t there = series.written();
     const FrameSelection rest = series.rest();
@@ -152,11 +155,9 @@ Outcome writeSeries(const DownloadOptions& options, DownloadTarget& target,
     openSidecar(target, series, output, sidecar);
     const auto start = std::chrono::steady_clock::now();
     SeriesWriting writing(series, *sink, sidecar ? &*sidecar : nullptr);
-    std::string interruption =
-        rest.count == 0
-            ? std::string()
-            : copyFrames(camera, recording, rest, writing,
-                         TransferProgress(rest.count, recording.info.frameSize(), beside));
+    std::string interruption = rest.count == 0
+                                   ? std::string()
+                                   : copyFrames(camera, recording, rest, writing, follow, cancel);
     if (series.written() == 0) {
         throw Failure(interruption);
     }

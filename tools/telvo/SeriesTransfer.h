@@ -4,14 +4,25 @@
 #include "DownloadSeries.h"
 #include "DownloadTarget.h"
 #include "Recording.h"
-#include "TransferProgress.h"
 
 #include <chrono>
 #include <cstdint>
+#include <functional>
+#include <stop_token>
 #include <string>
 
 namespace telvo
 {
+
+/// How far a transfer is.
+struct TransferStep {
+    std::uint64_t done = 0; // frames
+    std::uint64_t of = 0;
+    std::uint64_t frameSize = 0; // bytes
+};
+
+/// Called before the first frame and after each.
+using FollowTransfer = std::function<void(const TransferStep&)>;
 
 /// What came of a download.
 struct Outcome {
@@ -25,11 +36,10 @@ struct Outcome {
 /// Reads what is not there yet of a series and writes it, and the sidecar. Throws Failure where
 /// nothing is written.
 /// @param target  its place is used up
-/// @param beside  see TransferProgress
 Outcome writeSeries(const DownloadOptions& options, DownloadTarget& target,
                     const CameraSession& camera, const Recording& recording,
-                    const PictureStyle& style, DownloadSeries series,
-                    const TransferProgress::ShowText& beside);
+                    const PictureStyle& style, DownloadSeries series, const FollowTransfer& follow,
+                    const std::stop_token& cancel);
 
 } // namespace telvo
 

@@ -1,5 +1,6 @@
 #include "LivePictures.h"
 
+#include "CameraDownload.h"
 #include "PanelMessages.h"
 #include "PictureDescription.h"
 #include "PictureFigures.h"
@@ -9,7 +10,6 @@
 
 #include "TelvoDll.h"
 
-#include <array>
 #include <chrono>
 #include <cmath>
 #include <map>
@@ -34,14 +34,6 @@ double tenths(double value)
 }
 
 } // namespace
-
-bool hasColours(const CameraSession& camera)
-{
-    std::uint8_t isColour = 0;
-    std::array<double, 3> factors{};
-    expGetColorInformation(&isColour, &factors[0], &factors[1], &factors[2], camera.id());
-    return isColour != 0;
-}
 
 LivePictures::LivePictures(std::string camera, PreviewFeed& feed, Clients& clients)
     : mCamera(std::move(camera)), mFeed(feed), mClients(clients)

@@ -46,9 +46,6 @@ class LivePictures
     StreamFigures mFigures;
 };
 
-/// Whether the camera's pictures have colours.
-bool hasColours(const CameraSession& camera);
-
 } // namespace telvo
 
 #endif

@@ -1,6 +1,6 @@
 #include "ReviewMode.h"
 
-#include "LivePictures.h"
+#include "CameraDownload.h"
 #include "PanelMessages.h"
 #include "PictureDescription.h"
 #include "PictureStyle.h"
