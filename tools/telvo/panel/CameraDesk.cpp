@@ -1,5 +1,6 @@
 #include "CameraDesk.h"
 
+#include "CameraDownload.h"
 #include "PanelMessages.h"
 #include "PlainModes.h"
 #include "RecordMode.h"
@@ -22,9 +23,11 @@ constexpr std::chrono::milliseconds kMostDelay{20};
 
 } // namespace
 
-CameraDesk::CameraDesk(CameraAddress address, Clients& clients, std::function<void()> openChanged)
+CameraDesk::CameraDesk(CameraAddress address, Clients& clients, Downloads downloads,
+                       std::function<void()> openChanged)
     : mAddress(std::move(address)),
       mClients(clients),
+      mDownloads(downloads),
       mOpenChanged(std::move(openChanged)),
       mPictures(mAddress.mac, mFeed, clients),
       mMode(std::make_unique<ClosedMode>())
@@ -38,13 +41,15 @@ CameraDesk::~CameraDesk() = default;
 void CameraDesk::put(ClientId client, std::int64_t id, CameraCommand command)
 {
     // What is no work for the camera waits for none.
+    const DeskTask task{client, id, command};
     if (const auto* const seen = std::get_if<SeenRequest>(&command)) {
-        mFeed.seen(client, seen->number);
-        return mClients.send(client, answerMessage(id));
+        return mClients.send(client, handle(task, *seen));
     }
     if (const auto* const preview = std::get_if<PreviewRequest>(&command)) {
-        mFeed.wish(client, preview->wish);
-        return mClients.send(client, answerMessage(id));
+        return mClients.send(client, handle(task, *preview));
+    }
+    if (auto answer = answerAtOnce(task)) {
+        return mClients.send(client, std::move(answer));
     }
     for (const DeskTask& dropped : mQueue.put({client, id, std::move(command)})) {
         mClients.send(dropped.client, supersededMessage(dropped.id));
@@ -65,6 +70,7 @@ void CameraDesk::tellState(ClientId client) const
 
 void CameraDesk::run(const std::stop_token& stop)
 {
+    mStop = stop;
     while (!stop.stop_requested()) {
         if (const auto task = mQueue.take(std::min(mNextStep, mNextReport), stop)) {
             perform(*task);
@@ -114,11 +120,13 @@ void CameraDesk::step()
 void CameraDesk::enter(std::unique_ptr<DeskMode> mode)
 {
     const bool wasRecording = dynamic_cast<const RecordingMode*>(mMode.get()) != nullptr;
-    mMode.reset(); // ends what it does with the camera
+    setBusy(nullptr); // before the end of what the camera was busy with is told
+    mMode.reset();    // ends what it does with the camera
     mMode = std::move(mode);
     mNextStep = Clock::now();
     publishState();
     if (wasRecording) {
+        setSequences(Json::array());
         mClients.sendAll(eventMessage("recording", {{"camera", mAddress.mac}}));
     }
 }
@@ -157,9 +165,16 @@ std::optional<std::uint32_t> CameraDesk::temperatureNow() const
     return temperature == kNone ? std::nullopt : std::optional(temperature);
 }
 
+void CameraDesk::setSequences(Json sequences)
+{
+    const std::lock_guard guard(mStateLock);
+    mSequences = std::move(sequences);
+}
+
 void CameraDesk::noticeLoss()
 {
     if (mSession && mSession->isLost()) {
+        setBusy(nullptr);
         mMode = std::make_unique<ConnectingMode>(); // nothing uses the session now
         mSession.reset();
         setOpen(false);
@@ -174,9 +189,16 @@ void CameraDesk::setOpen(bool open)
     }
 }
 
-MessagePointer CameraDesk::notYet(const DeskTask& task)
+MessagePointer CameraDesk::handle(const DeskTask& task, const PreviewRequest& request)
 {
-    return errorMessage(task.id, "the program cannot do that yet");
+    mFeed.wish(task.client, request.wish);
+    return answerMessage(task.id);
+}
+
+MessagePointer CameraDesk::handle(const DeskTask& task, const SeenRequest& request)
+{
+    mFeed.seen(task.client, request.number);
+    return answerMessage(task.id);
 }
 
 } // namespace telvo

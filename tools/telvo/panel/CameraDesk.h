@@ -6,6 +6,8 @@
 #include "Clients.h"
 #include "DeskMode.h"
 #include "DeskQueue.h"
+#include "DownloadFolder.h"
+#include "DownloadJobs.h"
 #include "LivePictures.h"
 #include "PreviewFeed.h"
 #include "Request.h"
@@ -18,6 +20,7 @@
 #include <memory>
 #include <mutex>
 #include <optional>
+#include <stop_token>
 #include <string>
 #include <thread>
 #include <vector>
@@ -31,15 +34,22 @@ class ReviewMode;
 /**
  * Where a camera is worked with: what all pages ask of it is done one after the other on one
  * thread, and all of them are told what comes of it. Threads: put(), forget(), tellState() and
- * isOpen() any; all else is the desk's own thread. mStateLock guards mNewestState.
+ * isOpen() any; all else is the desk's own thread. mStateLock guards what is below it.
  */
 class CameraDesk
 {
   public:
-    /// @param clients      borrowed until the end
-    /// @param openChanged  called on the desk's thread when it has connected the camera or let it
-    /// go
-    CameraDesk(CameraAddress address, Clients& clients, std::function<void()> openChanged);
+    /// Where downloads go, and who is told of them.
+    struct Downloads {
+        DownloadFolder& folder;
+        DownloadJobs& jobs;
+    };
+
+    /// @param clients, downloads  borrowed until the end
+    /// @param openChanged         called on the desk's thread when it has connected the camera or
+    ///                            let it go
+    CameraDesk(CameraAddress address, Clients& clients, Downloads downloads,
+               std::function<void()> openChanged);
     /// Lets the camera go.
     ~CameraDesk();
     CameraDesk(const CameraDesk&) = delete;
@@ -65,8 +75,13 @@ class CameraDesk
     void enter(std::unique_ptr<DeskMode> mode);
     void publishState();
     std::optional<std::uint32_t> temperatureNow() const;
+    void setSequences(Json sequences);
     void noticeLoss();
     void setOpen(bool open);
+
+    // What is no work for the camera, and has been done.
+    MessagePointer handle(const DeskTask& task, const PreviewRequest& request);
+    MessagePointer handle(const DeskTask& task, const SeenRequest& request);
 
     // DeskConnection.cpp
     MessagePointer handle(const DeskTask& task, const OpenRequest& request);
@@ -111,18 +126,19 @@ class CameraDesk
     MessagePointer handle(const DeskTask& task, const LoadSettingsRequest& request);
     MessagePointer write(const DeskTask& task, const std::vector<Assignment>& assignments);
     void tellSettings();
+    Json readSettings();
 
-    template <typename Other>
-    MessagePointer handle(const DeskTask& task, const Other& /*request*/)
-    {
-        return notYet(task);
-    }
-    MessagePointer notYet(const DeskTask& task);
+    // DeskDownload.cpp
+    MessagePointer handle(const DeskTask& task, const DownloadRequest& request);
+    MessagePointer answerAtOnce(const DeskTask& task) const;
+    void setBusy(const char* reason);
 
     CameraAddress mAddress;
     Clients& mClients;
+    const Downloads mDownloads;
     const std::function<void()> mOpenChanged;
     DeskQueue mQueue;
+    std::stop_token mStop; // of the thread
     PreviewFeed mFeed;
     LivePictures mPictures;
     SettingRows mSettings;
@@ -133,7 +149,10 @@ class CameraDesk
     std::atomic<bool> mIsOpen{false};
     mutable std::mutex mStateLock;
     MessagePointer mNewestState;
-    std::jthread mThread; // last: it uses all of the above
+    Json mNewestSettings = Json::array();
+    Json mSequences = Json::array(); // as they were listed last
+    const char* mBusy = nullptr;     // why all is refused; null: it is not
+    std::jthread mThread;            // last: it uses all of the above
 };
 
 } // namespace telvo

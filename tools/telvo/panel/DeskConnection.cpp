@@ -28,6 +28,9 @@ MessagePointer CameraDesk::handle(const DeskTask& task, const OpenRequest& /*req
 
 MessagePointer CameraDesk::handle(const DeskTask& task, const CloseRequest& /*request*/)
 {
+    if (mSession) {
+        requireRest();
+    }
     letGo();
     return answerMessage(task.id);
 }
@@ -37,6 +40,7 @@ std::unique_ptr<DeskMode> CameraDesk::connect(const char* news)
 {
     mSession = std::make_unique<CameraSession>(mAddress);
     mSettings.forgetAll();
+    setSequences(Json::array());
     setOpen(true);
     mClients.sendAll(eventMessage("recording", {{"camera", mAddress.mac}}));
     if (mSession->isRecording()) {

@@ -15,15 +15,14 @@ MessagePointer CameraDesk::handle(const DeskTask& task, const RecordingRequest& 
     const CameraSession& camera = requireSession();
     std::uint32_t frames = 0;
     expGetNumberOfAllRecordedFrames(&frames, camera.id());
-    Json sequences = Json::array();
     if (frames == 0 || mMode->busy() != nullptr) {
-        camera.requireLink();
+        camera.requireLink(); // what was known before is all that can be told
     } else if (mMode->isLive()) {
-        withoutLive([&] { sequences = requireReview().sequences(); });
+        withoutLive([this] { setSequences(requireReview().sequences()); });
     } else {
-        sequences = requireReview().sequences();
+        setSequences(requireReview().sequences());
     }
-    return answerMessage(task.id, {{"sequences", sequences}});
+    return answerMessage(task.id, {{"sequences", mSequences}});
 }
 
 MessagePointer CameraDesk::handle(const DeskTask& task, const FrameRequest& request)

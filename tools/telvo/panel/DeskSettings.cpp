@@ -37,7 +37,7 @@ std::vector<Assignment> assignmentsOf(const SetRequest& request)
 MessagePointer CameraDesk::handle(const DeskTask& task, const SettingsRequest& /*request*/)
 {
     endReview();
-    return answerMessage(task.id, {{"settings", mSettings.read(requireSession())}});
+    return answerMessage(task.id, {{"settings", readSettings()}});
 }
 
 MessagePointer CameraDesk::handle(const DeskTask& task, const SetRequest& request)
@@ -89,10 +89,18 @@ MessagePointer CameraDesk::write(const DeskTask& task, const std::vector<Assignm
     return answerMessage(task.id, {{"outcomes", outcomesJson(outcomes)}});
 }
 
+Json CameraDesk::readSettings()
+{
+    Json rows = mSettings.read(requireSession());
+    const std::lock_guard guard(mStateLock);
+    mNewestSettings = rows;
+    return rows;
+}
+
 void CameraDesk::tellSettings()
 {
-    mClients.sendAll(eventMessage(
-        "settings", {{"camera", mAddress.mac}, {"settings", mSettings.read(requireSession())}}));
+    mClients.sendAll(
+        eventMessage("settings", {{"camera", mAddress.mac}, {"settings", readSettings()}}));
 }
 
 } // namespace telvo

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <fstream>
+#include <map>
 #include <system_error>
 
 namespace telvo
@@ -127,7 +128,7 @@ fs::path DownloadFolder::placeFor(const std::string& name, const std::string& fo
 
 Json DownloadFolder::list() const
 {
-    Json rows = Json::array();
+    std::map<std::string, Json> rows; // by name
     std::error_code error;
     for (const auto& entry : fs::directory_iterator(mFolder, error)) {
         const fs::path& path = entry.path();
@@ -140,10 +141,15 @@ Json DownloadFolder::list() const
             row = isOwnFile(output) ? rowOf(output, path) : Json();
         }
         if (!row.is_null()) {
-            rows.push_back(std::move(row));
+            const std::string name = row["name"];
+            rows[name] = std::move(row);
         }
     }
-    return rows;
+    Json list = Json::array();
+    for (auto& [name, row] : rows) {
+        list.push_back(std::move(row));
+    }
+    return list;
 }
 
 std::optional<fs::path> DownloadFolder::find(const std::string& name) const

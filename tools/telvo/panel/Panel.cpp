@@ -2,6 +2,7 @@
 
 #include "PanelMessages.h"
 
+#include <exception>
 #include <utility>
 
 namespace telvo
@@ -10,6 +11,7 @@ namespace telvo
 Panel::Panel(const SearchOptions& search, DownloadFolder& downloads, Clients& clients)
     : mDownloads(downloads),
       mClients(clients),
+      mJobs(clients),
       mFinder(
           search, [this](const std::vector<FoundCamera>& cameras) { onFound(cameras); },
           [this](const std::string& reason) {
@@ -20,8 +22,13 @@ Panel::Panel(const SearchOptions& search, DownloadFolder& downloads, Clients& cl
 
 Panel::~Panel()
 {
-    for (CameraDesk* const desk : allDesks()) {
-        desk->requestEnd(); // all of them at once; the destructors wait
+    std::map<std::string, std::unique_ptr<CameraDesk>> desks;
+    {
+        const std::lock_guard guard(mLock);
+        desks.swap(mDesks); // while they end, they still tell who is there
+    }
+    for (const auto& [mac, desk] : desks) {
+        desk->requestEnd(); // all of them at once; their destructors wait
     }
 }
 
@@ -49,7 +56,11 @@ void Panel::onMessage(ClientId client, std::string_view text)
         return mClients.send(client, errorMessage(bad->id ? Json(*bad->id) : Json(), bad->reason));
     }
     const auto& request = std::get<Request>(parsed);
-    std::visit([&](const auto& what) { handle(client, request.id, what); }, request.what);
+    try {
+        std::visit([&](const auto& what) { handle(client, request.id, what); }, request.what);
+    } catch (const std::exception& error) { // the program lives on for the other pages
+        mClients.send(client, errorMessage(request.id, error.what()));
+    }
 }
 
 void Panel::onClosed(ClientId client)
@@ -68,8 +79,10 @@ void Panel::handle(ClientId client, std::int64_t id, const PanelCommand& command
         mClients.send(client, answerMessage(id));
     } else if (std::holds_alternative<DownloadsRequest>(command)) {
         mClients.send(client, answerMessage(id, {{"files", mDownloads.list()}}));
+    } else if (mJobs.cancel(std::get<CancelRequest>(command).job)) {
+        mClients.send(client, answerMessage(id));
     } else {
-        mClients.send(client, errorMessage(id, "there is no such job"));
+        mClients.send(client, errorMessage(id, "there is no such job, or it has ended"));
     }
 }
 
@@ -93,6 +106,7 @@ void Panel::greet(ClientId client, std::int64_t id)
     for (const CameraDesk* const desk : allDesks()) {
         desk->tellState(client);
     }
+    mJobs.tellAll(client);
 }
 
 void Panel::onFound(const std::vector<FoundCamera>& cameras)
@@ -152,7 +166,8 @@ CameraDesk& Panel::addDesk(const CameraAddress& address)
     const std::lock_guard guard(mLock);
     auto& desk = mDesks[address.mac];
     if (!desk) {
-        desk = std::make_unique<CameraDesk>(address, mClients, [this] { tellCameras(); });
+        desk = std::make_unique<CameraDesk>(
+            address, mClients, CameraDesk::Downloads{mDownloads, mJobs}, [this] { tellCameras(); });
     }
     return *desk;
 }

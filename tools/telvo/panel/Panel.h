@@ -56,6 +56,7 @@ class Panel : public ClientListener
 
     DownloadFolder& mDownloads;
     Clients& mClients;
+    DownloadJobs mJobs;
     std::mutex mLock;
     std::map<std::string, FoundCamera> mCameras; // by MAC; those with a desk stay
     std::map<std::string, std::unique_ptr<CameraDesk>> mDesks;
