@@ -13,6 +13,7 @@ docs="python3-sphinx python3-myst-parser"
 test="libgtest-dev libgmock-dev aravis-tools aravis-tools-cli iproute2
     libtiff-tools imagemagick ffmpeg python3 lintian dpkg-dev mono-mcs mono-runtime
     python3-numpy python3-matplotlib python3-pytest
+    chromium chromium-driver python3-selenium
     python3-build python3-pip python3-setuptools python3-wheel mypy
     $docs nftables libcap2-bin"
 # The cross-compiler, and a system to run what it makes.

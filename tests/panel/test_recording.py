@@ -1,0 +1,200 @@
+"""Recording, looking through a recording, and getting it."""
+
+from __future__ import annotations
+
+import re
+from pathlib import Path
+
+import numpy
+from selenium.webdriver import ActionChains
+from selenium.webdriver.common.keys import Keys
+
+from page import Page
+from processes import HEIGHT, WIDTH, eventually
+
+JPEG_ERROR = 8  # grey values by which a compressed preview is off on average, at most
+
+
+def record(page: Page) -> int:
+    """In a ring until the button; the number of frames."""
+    page.record_until_trigger()
+    eventually(lambda: int(re.sub(r"\D", "", page.text("progress").split("·")[-1].split("of")[0])
+                           or 0) > 20, "frames before the trigger")
+    page.click("trigger")
+    page.await_state("idle")
+    eventually(lambda: page.part("review").is_displayed(), "the timeline")
+    eventually(lambda: page.shown == "RECORDED", "the frame at the trigger")
+    return int(page.part("timeline").get_attribute("aria-valuemax")) + 1
+
+
+def frames_of(file: Path) -> numpy.ndarray:
+    return numpy.fromfile(file, dtype=numpy.uint8).reshape(-1, HEIGHT, WIDTH)
+
+
+def exact_values(page: Page, points: list[tuple[int, int]]) -> dict[tuple[int, int], int]:
+    """Read where the crosshair is moved to, with the picture enlarged until values are exact."""
+    page.click("crosshair")
+    frame = page.part("frame")
+    x, y = WIDTH // 2, HEIGHT // 2
+    frame.send_keys("+" * 16)
+    values = {}
+    for to_x, to_y in points:
+        frame.send_keys((Keys.ARROW_RIGHT if to_x > x else Keys.ARROW_LEFT) * abs(to_x - x)
+                        + (Keys.ARROW_DOWN if to_y > y else Keys.ARROW_UP) * abs(to_y - y))
+        x, y = to_x, to_y
+        reading = eventually(lambda: re.fullmatch(
+            rf"x {to_x}\s+y {to_y}\s+= (\d+)", page.text("reading")), f"the value at {x}, {y}")
+        values[x, y] = int(reading.group(1))
+    page.click("crosshair")
+    page.click("fit")
+    return values
+
+
+def drawn_values(page: Page, points: list[tuple[int, int]]) -> list[int]:
+    """What the canvas shows of these pixels at 1:1."""
+    page.click("oneToOne")
+    eventually(lambda: page.text("zoomText") == "100 %", "1:1")
+    values = page.drawn(points, WIDTH, HEIGHT)
+    page.click("fit")
+    return values
+
+
+def test_what_is_recorded_is_seen_and_downloaded_to_the_last_pixel(
+        start_camera, start_panel, open_page, tmp_path: Path) -> None:
+    camera = start_camera("--memory", "20MB", "--set", "AcquisitionFrameRateRaw=200",
+                          "--save-recordings", str(tmp_path))
+    panel = start_panel("--camera", camera.address)
+    page = open_page(panel.url)
+    page.await_state("idle")
+    count = record(page)
+
+    frame = count // 3
+    page.go_to_frame(frame)
+    near_middle = [(160, 120), (163, 118), (158, 125)]
+    exact = exact_values(page, near_middle)
+    assert page.number == frame
+    spread = [(x, y) for x in range(10, WIDTH, 23) for y in range(10, HEIGHT, 17)]
+    drawn = drawn_values(page, spread)
+
+    page.part("timeline").send_keys(Keys.HOME + Keys.PAGE_UP)
+    page.await_frame(10)
+    page.press("i")
+    page.part("timeline").send_keys(Keys.ARROW_RIGHT * 4)
+    page.await_frame(14)
+    page.press("o")
+    assert page.text("marked") == "5 frames marked, 10 to 14"
+    page.tab("downloadPanel")
+    page.click("downloadStart")
+    eventually(lambda: "verified" in page.text("jobs"), "the verdict")
+    assert "✓ verified: 5 of 5 frames, none missing" in page.text("jobs")
+    eventually(lambda: "recording.raw" in page.text("files"), "the file is listed")
+
+    assert panel.end() == 0
+    camera.end()
+    truth = frames_of(tmp_path / f"{camera.address}-0.raw")
+    assert len(truth) == count
+    assert exact == {(x, y): int(truth[frame, y, x]) for x, y in near_middle}
+    off = [abs(int(truth[frame, y, x]) - value) for (x, y), value in zip(spread, drawn)]
+    assert sum(off) / len(off) < JPEG_ERROR
+    assert (frames_of(tmp_path / "files" / "recording.raw") == truth[10:15]).all()
+
+
+def test_the_frame_at_the_trigger_is_marked(page: Page) -> None:
+    page.tab("recordPanel")
+    page.find(".controls:not([hidden]) [value=ring]").click()
+    page.find(".controls:not([hidden]) [name=trigger] [value=external]").click()
+    page.click("armToo")
+    page.await_state("armed", "recording")
+    page.camera.tell("trigger")
+    page.await_state("idle")
+    eventually(lambda: page.shown == "RECORDED", "the frame at the trigger")
+    page.part("timeline").send_keys(Keys.HOME)
+    page.await_frame(0)
+    assert "\u2212" in page.text("frameFacts")  # before the trigger
+    page.click("toTrigger")
+    eventually(lambda: "+0.000 ms from the trigger" in page.text("frameFacts"), "the trigger")
+
+
+def test_the_keys_step_and_the_mouse_scrubs(page: Page) -> None:
+    count = record(page)
+    page.go_to_frame(count // 2)
+    timeline = page.part("timeline")
+    timeline.send_keys(Keys.ARROW_RIGHT)
+    page.await_frame(count // 2 + 1)
+    timeline.send_keys(Keys.ARROW_LEFT * 3)
+    page.await_frame(count // 2 - 2)
+    timeline.send_keys(Keys.END)
+    page.await_frame(count - 1)
+    ActionChains(page.browser).move_to_element_with_offset(
+        timeline, -timeline.rect["width"] // 4, 0).click().perform()
+    eventually(lambda: abs(page.number - count / 4) <= 1 + count / timeline.rect["width"],
+               "the frame a quarter along")
+    assert "counter" in page.text("frameFacts") and "mean" in page.text("frameFacts")
+    assert re.fullmatch(r"\d+ ms", page.text("frameTook"))
+
+
+def test_thumbnails_and_brightness_come_by_themselves(page: Page) -> None:
+    record(page)
+    timeline = "document.querySelector('.card.selected [data-part=timelineCanvas]')"
+
+    def colours(first: float, last: float) -> int:
+        """How many different greys a band of the timeline has."""
+        return page.browser.execute_script(f"""
+            const canvas = {timeline};
+            const top = Math.floor({first} * canvas.height);
+            const rows = Math.floor({last - first} * canvas.height);
+            const {{data}} = canvas.getContext('2d').getImageData(0, top, canvas.width, rows);
+            return new Set(new Uint32Array(data.buffer)).size;""")
+
+    eventually(lambda: colours(0.05, 0.45) > 100, "thumbnails")
+    eventually(lambda: page.browser.execute_script(f"""
+        const canvas = {timeline};
+        const style = getComputedStyle(canvas).getPropertyValue('--accent').trim();
+        const [, r, g, b] = /#(..)(..)(..)/.exec(style).map((part) => parseInt(part, 16));
+        const half = canvas.height / 2;
+        const {{data}} = canvas.getContext('2d').getImageData(0, half, canvas.width, half);
+        let found = 0;
+        for (let i = 0; i < data.length; i += 4) {{
+            found += Math.hypot(data[i] - r, data[i + 1] - g, data[i + 2] - b) < 60;
+        }}
+        return found > canvas.width / 4;"""), "the curve of brightness")
+
+
+def test_playing_goes_through_the_marked_range(page: Page) -> None:
+    record(page)
+    page.go_to_frame(20)
+    page.click("markIn")
+    page.go_to_frame(29)
+    page.click("markOut")
+    page.click("play")
+    seen: set[int] = set()
+    eventually(lambda: seen.add(page.number) or len(seen) >= 5, "frames play")
+    page.click("play")
+    assert page.part("play").get_attribute("aria-pressed") == "false"
+    assert all(20 <= frame <= 29 for frame in seen)
+
+
+def test_live_pictures_come_back_after_looking_at_frames(page: Page) -> None:
+    record(page)
+    page.click("live")
+    eventually(lambda: page.shown == "LIVE", "live pictures")
+    page.part("timeline").send_keys(Keys.END)
+    eventually(lambda: page.shown == "RECORDED", "a frame again")
+    page.await_state("idle")
+
+
+def test_stop_ends_a_recording_without_a_trigger(page: Page) -> None:
+    page.record_until_trigger()
+    page.click("stop")
+    page.await_state("idle")
+
+
+def test_a_download_that_is_cancelled_says_so(page: Page) -> None:
+    record(page)
+    page.tab("downloadPanel")
+    page.find(".controls:not([hidden]) [name=format] [value=png]").click()
+    page.click("downloadStart")
+    button = eventually(lambda: next(iter(page.browser.find_elements(
+        "css selector", ".job button:not([hidden])")), None), "the button")
+    button.click()
+    eventually(lambda: re.search("cancelled|verified", page.text("jobs")), "its end")
