@@ -137,6 +137,13 @@ class Page:
         eventually(lambda: self.shown == "RECORDED" and self.number == frame,
                    f"frame {frame}")
 
+    def fetched_bytes(self, link: WebElement) -> int:
+        """How much a link leads to."""
+        return self.browser.execute_async_script("""
+            const [link, done] = arguments;
+            fetch(link.href).then((answer) => answer.arrayBuffer()).then((all) => done(all.byteLength));
+            """, link)
+
     # Keys
 
     def press(self, *keys: str) -> None:

@@ -88,6 +88,7 @@ def test_what_is_recorded_is_seen_and_downloaded_to_the_last_pixel(
     eventually(lambda: "verified" in page.text("jobs"), "the verdict")
     assert "✓ verified: 5 of 5 frames, none missing" in page.text("jobs")
     eventually(lambda: "recording.raw" in page.text("files"), "the file is listed")
+    assert page.fetched_bytes(page.find(".files a")) == 5 * WIDTH * HEIGHT
 
     assert panel.end() == 0
     camera.end()
