@@ -120,8 +120,12 @@ TEST_F(PanelRecord, WaitsForTheCamerasTrigger)
     page->awaitState("idle");
     const Json sequence = ask("recording")["sequences"][0];
     EXPECT_EQ(sequence["trigger"], sequence["frames"].get<int>() - 20);
-    const PanelPicture after = frame(sequence["frames"].get<std::uint32_t>() - 1);
-    EXPECT_GT(after.header["timeFromTrigger"], 0);
+    constexpr int kPeriod = 2000; // microseconds
+    const auto trigger = sequence["trigger"].get<std::uint32_t>();
+    for (const int offset : {19, 12, 1, 0, -5}) {
+        const PanelPicture picture = frame(trigger + static_cast<std::uint32_t>(offset));
+        EXPECT_EQ(picture.header["timeFromTrigger"], offset * kPeriod) << offset;
+    }
 }
 
 TEST_F(PanelRecord, ShowsPicturesWhileItRecordsAndEndsWhenTold)
