@@ -94,7 +94,7 @@ TEST_F(SetCommand, NamesTheFirstFeatureThatTheCameraLacks)
     EXPECT_EQ(outcome.exitStatus, 1);
     EXPECT_EQ(outcome.errors,
               "telvo: the camera lacks the feature \"UserSetSelector\", which every "
-              "command that connects it needs\n");
+              "command that connects it needs; its maker may have firmware with it\n");
 }
 
 TEST_F(SetCommand, AsksForLostPacketsUnlessToldOtherwise)
