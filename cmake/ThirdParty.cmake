@@ -37,6 +37,9 @@ else()
 endif()
 if(TARGET telvo_asio) # what of it is no template is compiled once
   target_compile_definitions(telvo_asio INTERFACE
-    BOOST_ASIO_SEPARATE_COMPILATION BOOST_BEAST_SEPARATE_COMPILATION BOOST_ASIO_NO_DEPRECATED
-   )
+    BOOST_ASIO_SEPARATE_COMPILATION BOOST_BEAST_SEPARATE_COMPILATION BOOST_ASIO_NO_DEPRECATED)
+  # The thread sanitizer knows no fences; those are beside locks, and not needed then.
+  if(TELVO_SANITIZE STREQUAL thread)
+    target_compile_definitions(telvo_asio INTERFACE BOOST_ASIO_DISABLE_FENCED_BLOCK)
+  endif()
 endif()

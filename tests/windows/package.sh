@@ -33,10 +33,12 @@ lib/cmake/Telvo/TelvoTargets-release.cmake
 lib/cmake/Telvo/TelvoTargets.cmake
 lib/libTelvoDll.dll.a
 lib/pkgconfig/telvo.pc
+licences/Boost.txt
 licences/CLI11.txt
 licences/GPL-3.txt
 licences/Telvo.txt
 licences/gcc-runtime.txt
+licences/libjpeg-turbo.txt
 licences/libpng.txt
 licences/mingw-w64.txt
 licences/minizip.txt

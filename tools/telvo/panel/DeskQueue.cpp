@@ -1,6 +1,7 @@
 #include "DeskQueue.h"
 
 #include <algorithm>
+#include <functional>
 #include <iterator>
 #include <utility>
 
