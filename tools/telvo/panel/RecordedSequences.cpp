@@ -107,14 +107,13 @@ FrameHeader RecordedSequences::headerOf(std::uint32_t frame)
 }
 
 std::optional<std::int64_t> RecordedSequences::timeFromTrigger(std::uint32_t sequence,
-                                                               const FrameHeader& header) const
+                                                               const FrameHeader& header)
 {
-    const auto facts = mFacts.find(sequence);
-    if (facts == mFacts.end() || !facts->second.triggerHeader || isTimeOfDay(header)) {
+    const std::optional<FrameHeader>& trigger = factsOf(sequence).triggerHeader;
+    if (!trigger || isTimeOfDay(header)) {
         return std::nullopt;
     }
-    return static_cast<std::int64_t>(header.time) -
-           static_cast<std::int64_t>(facts->second.triggerHeader->time);
+    return static_cast<std::int64_t>(header.time) - static_cast<std::int64_t>(trigger->time);
 }
 
 } // namespace telvo

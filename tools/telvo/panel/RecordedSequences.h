@@ -35,9 +35,8 @@ class RecordedSequences
     Json json();
 
     /// Microseconds from the trigger's frame to this one; none: no trigger is known, or times of
-    /// day.
-    std::optional<std::int64_t> timeFromTrigger(std::uint32_t sequence,
-                                                const FrameHeader& header) const;
+    /// day. The first time, a few frames are read for that.
+    std::optional<std::int64_t> timeFromTrigger(std::uint32_t sequence, const FrameHeader& header);
 
   private:
     struct Facts {
