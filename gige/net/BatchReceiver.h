@@ -51,7 +51,11 @@ class BatchReceiver
     template <typename Handler>
     void forEach(Handler&& handler) const
     {
-        for (const DatagramRun& run : runs()) {
+        for (std::size_t index = 0; index < mRunCount; ++index) {
+            if (index + kPrefetchAhead < mRunCount) {
+                prefetch(mRuns[index + kPrefetchAhead]);
+            }
+            const DatagramRun& run = mRuns[index];
             std::size_t at = 0;
             do {
                 const std::size_t size = std::min(run.segmentSize, run.bytes.size() - at);
@@ -62,6 +66,9 @@ class BatchReceiver
     }
 
   private:
+    /// Runs that are handled while another comes from memory.
+    static constexpr std::size_t kPrefetchAhead = 2;
+
     struct Buffers; // memory, and what the system call needs
 
     /// Receives without waiting. @return TimedOut: nothing there

@@ -22,6 +22,18 @@ struct DatagramRun {
     bool isJoined() const { return bytes.size() > segmentSize; }
 };
 
+/// Has the processor fetch a run that another one has written, before it is read: the walk through
+/// short packets is too jumpy for it to see by itself what comes next. Of a longer one the rest
+/// follows by itself.
+inline void prefetch(const DatagramRun& run)
+{
+    constexpr std::size_t kCacheLine = 64;
+    constexpr std::size_t kAtOnce = 24 * kCacheLine; // as much as an Ethernet packet
+    for (std::size_t at = 0; at < std::min(run.bytes.size(), kAtOnce); at += kCacheLine) {
+        __builtin_prefetch(run.bytes.data() + at);
+    }
+}
+
 /// Remembers a datagram by its source, its length, and how it begins and ends: headers differ from
 /// packet to packet.
 class DatagramMark
