@@ -29,15 +29,7 @@ class PanelDownload : public PanelTest
         switchOn(options);
         ASSERT_TRUE(
             becomes([this] { return value(FeatureId::CameraState) == camera::kStateIdle; }));
-        startPanel({"--camera", "127.0.0.11"});
-        page = std::make_unique<PanelClient>(port());
-        page->awaitState("idle");
-    }
-    Json ask(const std::string& what, Json more = Json::object())
-    {
-        more["do"] = what;
-        more["camera"] = camera().macText();
-        return page->ask(more);
+        openPage();
     }
     Json download(const std::string& name, const std::string& format, std::uint32_t first = 0,
                   std::uint32_t count = 10)

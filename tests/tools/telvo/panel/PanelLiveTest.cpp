@@ -6,32 +6,7 @@ namespace
 using camera::FeatureId;
 using testing::HasSubstr;
 
-/// A camera that is connected, and a page.
-class PanelLive : public PanelTest
-{
-  protected:
-    void begin(const camera::CameraOptions& options = quickCamera())
-    {
-        switchOn(options);
-        startPanel({"--camera", "127.0.0.11"});
-        page = std::make_unique<PanelClient>(port());
-        page->awaitState("idle");
-    }
-    std::string mac() { return camera().macText(); }
-    Json ask(const std::string& what, Json more = Json::object())
-    {
-        more["do"] = what;
-        more["camera"] = mac();
-        return page->ask(more);
-    }
-    void expectDone(const std::string& what, const Json& more = Json::object())
-    {
-        const Json answer = ask(what, more);
-        EXPECT_EQ(answer["ok"], true) << what << ": " << answer.dump();
-    }
-
-    std::unique_ptr<PanelClient> page;
-};
+using PanelLive = PanelTest;
 
 TEST_F(PanelLive, ShowsPicturesThatChange)
 {

@@ -181,3 +181,29 @@ ToolOutcome PanelTest::endPanel()
     mPanel->signal(SIGINT);
     return mPanel->wait();
 }
+
+void PanelTest::openPage(const std::string& state)
+{
+    startPanel({"--camera", "127.0.0.11"});
+    page = std::make_unique<PanelClient>(port());
+    page->awaitState(state);
+}
+
+void PanelTest::begin(const camera::CameraOptions& options, const std::string& state)
+{
+    switchOn(options);
+    openPage(state);
+}
+
+Json PanelTest::ask(const std::string& what, Json more)
+{
+    more["do"] = what;
+    more["camera"] = mac();
+    return page->ask(more);
+}
+
+void PanelTest::expectDone(const std::string& what, const Json& more)
+{
+    const Json answer = ask(what, more);
+    EXPECT_EQ(answer["ok"], true) << what << ": " << answer.dump();
+}

@@ -74,7 +74,18 @@ class PanelTest : public CameraTest
     /// Ctrl-C.
     ToolOutcome endPanel();
 
+    /// Starts the panel with the camera, and a page that sees it in this state.
+    void openPage(const std::string& state = "idle");
+    /// The same, and switches the camera on before.
+    void begin(const camera::CameraOptions& options = quickCamera(),
+               const std::string& state = "idle");
+    std::string mac() { return camera().macText(); }
+    /// Of the camera.
+    Json ask(const std::string& what, Json more = Json::object());
+    void expectDone(const std::string& what, const Json& more = Json::object());
+
     TemporaryFolder folder; ///< of downloads
+    std::unique_ptr<PanelClient> page;
 
   private:
     std::unique_ptr<ToolProcess> mPanel;

@@ -15,8 +15,8 @@ TEST_F(PanelProgram, ServesThePageAndFindsTheCamera)
     startPanel();
     WebClient browser(port());
     EXPECT_THAT(browser.get("/").body, HasSubstr("<html"));
-    PanelClient page(port());
-    const Json cameras = page.awaitEvent(
+    PanelClient client(port());
+    const Json cameras = client.awaitEvent(
         "cameras", [](const Json& event) { return !event["cameras"].empty(); })["cameras"];
     ASSERT_EQ(cameras.size(), 1U);
     EXPECT_EQ(cameras[0]["camera"], camera().macText());
@@ -29,22 +29,19 @@ TEST_F(PanelProgram, ConnectsACameraAndLetsItGo)
 {
     switchOn();
     startPanel();
-    PanelClient page(port());
-    const std::string mac = page.awaitCamera();
-    EXPECT_TRUE(page.ask({{"do", "open"}, {"camera", mac}})["ok"]);
-    EXPECT_EQ(page.state(mac)["state"], "idle");
+    PanelClient client(port());
+    const std::string mac = client.awaitCamera();
+    EXPECT_TRUE(client.ask({{"do", "open"}, {"camera", mac}})["ok"]);
+    EXPECT_EQ(client.state(mac)["state"], "idle");
     EXPECT_FALSE(isFree());
-    EXPECT_TRUE(page.ask({{"do", "close"}, {"camera", mac}})["ok"]);
-    EXPECT_EQ(page.state(mac)["state"], "closed");
+    EXPECT_TRUE(client.ask({{"do", "close"}, {"camera", mac}})["ok"]);
+    EXPECT_EQ(client.state(mac)["state"], "closed");
     EXPECT_TRUE(isFree());
 }
 
 TEST_F(PanelProgram, ConnectsTheCamerasOfTheCommandLine)
 {
-    switchOn();
-    startPanel({"--camera", "127.0.0.11"});
-    PanelClient page(port());
-    page.awaitState("idle");
+    begin();
     EXPECT_FALSE(isFree());
 }
 
@@ -63,24 +60,21 @@ TEST_F(PanelProgram, TellsEveryPageTheSame)
 TEST_F(PanelProgram, AnswersWhatIsWrongAndGoesOn)
 {
     startPanel();
-    PanelClient page(port());
-    EXPECT_THAT(page.ask({{"do", "explode"}, {"camera", "x"}})["error"], HasSubstr("'explode'"));
-    EXPECT_THAT(page.ask({{"do", "open"}, {"camera", "02:00:00:00:00:01"}})["error"],
+    PanelClient client(port());
+    EXPECT_THAT(client.ask({{"do", "explode"}, {"camera", "x"}})["error"], HasSubstr("'explode'"));
+    EXPECT_THAT(client.ask({{"do", "open"}, {"camera", "02:00:00:00:00:01"}})["error"],
                 HasSubstr("search for cameras first"));
-    EXPECT_THAT(page.ask({{"do", "cancel"}, {"job", 1}})["error"], HasSubstr("no such job"));
-    EXPECT_TRUE(page.ask({{"do", "downloads"}})["ok"]);
+    EXPECT_THAT(client.ask({{"do", "cancel"}, {"job", 1}})["error"], HasSubstr("no such job"));
+    EXPECT_TRUE(client.ask({{"do", "downloads"}})["ok"]);
 }
 
 TEST_F(PanelProgram, LetsTheCameraGoAtItsEnd)
 {
-    switchOn();
-    startPanel({"--camera", "127.0.0.11"});
-    PanelClient page(port());
-    page.awaitState("idle");
+    begin();
     const ToolOutcome outcome = endPanel();
     EXPECT_EQ(outcome.exitStatus, 0) << outcome.errors;
-    page.awaitEvent("end");
-    EXPECT_EQ(page.awaitClose(), 1001);
+    page->awaitEvent("end");
+    EXPECT_EQ(page->awaitClose(), 1001);
     EXPECT_TRUE(isFree());
 }
 

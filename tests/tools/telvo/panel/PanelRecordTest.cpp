@@ -11,28 +11,9 @@ using testing::HasSubstr;
 class PanelRecord : public PanelTest
 {
   protected:
-    void begin(const camera::CameraOptions& options = quickCamera())
-    {
-        switchOn(options);
-        startPanel({"--camera", "127.0.0.11"});
-        page = std::make_unique<PanelClient>(port());
-    }
-    std::string mac() { return camera().macText(); }
-    Json ask(const std::string& what, Json more = Json::object())
-    {
-        more["do"] = what;
-        more["camera"] = mac();
-        return page->ask(more);
-    }
-    void expectDone(const std::string& what, const Json& more = Json::object())
-    {
-        const Json answer = ask(what, more);
-        EXPECT_EQ(answer["ok"], true) << what << ": " << answer.dump();
-    }
     /// A recording of a few frames that ends by itself.
     void record(const Json& more = {{"frames", 40}})
     {
-        page->awaitState("idle");
         expectDone("set", {{"values", {{"frame-rate", 500}}}});
         Json arm{{"mode", "single"}, {"trigger", "none"}};
         arm.update(more);
@@ -45,8 +26,6 @@ class PanelRecord : public PanelTest
         more.update({{"do", "frame"}, {"camera", mac()}, {"sequence", 0}, {"frame", number}});
         return page->askPicture(more);
     }
-
-    std::unique_ptr<PanelClient> page;
 };
 
 TEST_F(PanelRecord, RecordsAndListsWhatItGot)
@@ -63,7 +42,6 @@ TEST_F(PanelRecord, RecordsAndListsWhatItGot)
 TEST_F(PanelRecord, HasNothingToListBeforeARecording)
 {
     begin();
-    page->awaitState("idle");
     EXPECT_EQ(ask("recording")["sequences"], Json::array());
     EXPECT_EQ(ask("frame", {{"sequence", 0}, {"frame", 0}})["ok"], false);
     EXPECT_EQ(ask("trigger")["ok"], false);
@@ -99,7 +77,6 @@ TEST_F(PanelRecord, RefusesFramesThatThereAreNot)
 TEST_F(PanelRecord, WaitsForTheUsersTrigger)
 {
     begin();
-    page->awaitState("idle");
     expectDone("arm", {{"mode", "ring"}, {"trigger", "key"}, {"post", 20}});
     page->awaitState("armed");
     expectDone("trigger");
@@ -110,7 +87,6 @@ TEST_F(PanelRecord, WaitsForTheUsersTrigger)
 TEST_F(PanelRecord, WaitsForTheCamerasTrigger)
 {
     begin();
-    page->awaitState("idle");
     expectDone("set", {{"values", {{"frame-rate", 500}}}});
     expectDone("arm", {{"mode", "ring"}, {"trigger", "external"}, {"post", 20}});
     page->awaitState("armed");
@@ -132,7 +108,6 @@ TEST_F(PanelRecord, WaitsForTheCamerasTrigger)
 TEST_F(PanelRecord, ShowsPicturesWhileItRecordsAndEndsWhenTold)
 {
     begin();
-    page->awaitState("idle");
     expectDone("preview", {{"width", 64}});
     expectDone("arm", {{"mode", "ring"}, {"trigger", "none"}});
     EXPECT_EQ(page->awaitPicture().header["kind"], "live");
@@ -148,7 +123,6 @@ TEST_F(PanelRecord, ShowsPicturesWhileItRecordsAndEndsWhenTold)
 TEST_F(PanelRecord, SaysWhatMakesNoSense)
 {
     begin();
-    page->awaitState("idle");
     EXPECT_EQ(ask("arm", {{"mode", "single"}, {"trigger", "key"}})["ok"], false);
     EXPECT_EQ(ask("arm", {{"mode", "ring"}, {"trigger", "key"}, {"post", "much"}})["ok"], false);
     EXPECT_EQ(page->state(mac())["state"], "idle");
@@ -159,8 +133,7 @@ TEST_F(PanelRecord, FindsARecordingThatRunsAlready)
     camera::CameraOptions options = quickCamera();
     options.recordAtPowerOn = true;
     options.settings[FeatureId::RecordMode] = camera::kRecordContinuous;
-    begin(options);
-    page->awaitState("recording");
+    begin(options, "recording");
     expectDone("stop");
     EXPECT_EQ(page->state(mac())["state"], "idle");
     EXPECT_GT(ask("recording")["sequences"][0]["frames"], 0);
@@ -189,7 +162,6 @@ TEST_F(PanelRecord, DrawsTheBrightnessOverTime)
 TEST_F(PanelRecord, ReadsInTheSizeThatWasRecordedAndGivesTheUsersBack)
 {
     begin();
-    page->awaitState("idle");
     expectDone("set", {{"values", {{"width", 32}}}});
     record();
     expectDone("set", {{"values", {{"width", 64}}}});
@@ -220,14 +192,12 @@ TEST_F(PanelRecord, HasNoFlashCommandWithoutACard)
     camera::CameraOptions options = quickCamera();
     options.flashCard = false;
     begin(options);
-    page->awaitState("idle");
     EXPECT_EQ(ask("flash", {{"on", true}})["error"], "the camera has no flash card");
 }
 
 TEST_F(PanelRecord, GivesUpARecordingWhoseLinkIsLost)
 {
     begin();
-    page->awaitState("idle");
     expectDone("arm", {{"mode", "ring"}, {"trigger", "none"}});
     page->awaitState("recording");
     camera().stop();
