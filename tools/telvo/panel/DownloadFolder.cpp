@@ -58,6 +58,9 @@ bool isOwnFile(const fs::path& path)
 /// What begins the description, before its frames, which can be gigabytes. Null: it is none.
 Json headOf(const fs::path& sidecar)
 {
+    if (!isSidecar(sidecar)) {
+        return {};
+    }
     std::ifstream file(sidecar, std::ios::binary);
     const auto dropFrames = [](int depth, Json::parse_event_t event, Json& parsed) {
         const bool isFrame =
@@ -65,7 +68,7 @@ Json headOf(const fs::path& sidecar)
         return !isFrame;
     };
     Json json = Json::parse(file, dropFrames, false);
-    return json.is_object() && json.value("format", Json()) == "telvo-recording" ? json : Json();
+    return json.is_object() ? json : Json();
 }
 
 std::uintmax_t bytesOf(const fs::path& path)
@@ -159,9 +162,12 @@ std::optional<fs::path> DownloadFolder::find(const std::string& name) const
     }
     fs::path path = mFolder / name;
     fs::path sidecar = path;
-    sidecar += kDescription;
-    const bool isListed = path.extension() == kDescription || isOwnFile(sidecar);
-    return isListed && isOwnFile(path) ? std::optional(std::move(path)) : std::nullopt;
+    if (path.extension() != kDescription) {
+        sidecar += kDescription;
+    }
+    // A file that somebody else put there is not the page's.
+    const bool isDownload = isOwnFile(sidecar) && isSidecar(sidecar) && isOwnFile(path);
+    return isDownload ? std::optional(std::move(path)) : std::nullopt;
 }
 
 } // namespace telvo

@@ -58,6 +58,14 @@ std::string textOf(const Json& json, int indent = -1)
     return json.dump(indent, ' ', false, Json::error_handler_t::replace);
 }
 
+/// An object to which members are still to be added: without the line that ends it.
+std::string beginningOf(const Json& object)
+{
+    std::string text = textOf(object, 2);
+    text.erase(text.size() - 2);
+    return text;
+}
+
 /// More than a frame's line takes, or what is said of a gap.
 constexpr std::uint64_t kLineSize = 256; // bytes
 
@@ -199,11 +207,9 @@ void SidecarFile::finish(const Sidecar& sidecar, const FrameCounter& counter)
     Json head{{"format", kFileFormat}, {"version", 1}};
     head.update(sidecar.about);
     head["counter-check"] = verdictOf(counter, mExpected);
-    std::string text = textOf(head, 2);
-    text.erase(text.size() - 2); // the line that ends it
 
     mFile.seek(0);
-    write(mFile, text + ",\n  \"frames\": [");
+    write(mFile, beginningOf(head) + ",\n  \"frames\": [");
     writeFrames(mFile, sidecar.frames);
     write(mFile, "\n  ]\n}\n");
     mFile.resize(mFile.position()); // the journal may have been longer
@@ -222,6 +228,15 @@ std::optional<UnfinishedSeries> findUnfinished(const fs::path& path)
         found = series ? std::move(series) : std::move(found);
     }
     return found;
+}
+
+bool isSidecar(const fs::path& path)
+{
+    const std::string expected = beginningOf(Json{{"format", kFileFormat}});
+    std::string found(expected.size(), '\0');
+    std::ifstream file(path, std::ios::binary);
+    file.read(found.data(), static_cast<std::streamsize>(found.size()));
+    return found == expected;
 }
 
 Sidecar readSidecar(const fs::path& path)

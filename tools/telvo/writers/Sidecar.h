@@ -65,6 +65,9 @@ class SidecarFile
 /// there is more than one such series.
 std::optional<UnfinishedSeries> findUnfinished(const std::filesystem::path& path);
 
+/// Whether the file begins as a sidecar does; the rest, which can be gigabytes, is not looked at.
+bool isSidecar(const std::filesystem::path& path);
+
 /// Reads about and frames back. Throws Failure where there is no such file, or another one.
 Sidecar readSidecar(const std::filesystem::path& path);
 

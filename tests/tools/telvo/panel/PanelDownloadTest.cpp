@@ -56,8 +56,6 @@ class PanelDownload : public PanelTest
         }
         return bytes;
     }
-
-    std::unique_ptr<PanelClient> page;
 };
 
 TEST_F(PanelDownload, BringsTheMarkedRangeVerified)
@@ -96,10 +94,14 @@ TEST_F(PanelDownload, GivesNothingThatItDidNotBring)
     begin();
     std::ofstream(folder.path() / "secret.txt") << "secret";
     fs::create_symlink("/etc/passwd", folder.path() / "link");
-    std::ofstream(folder.path() / "link.json") << "{}";
+    std::ofstream(folder.path() / "link.json") << "{\n  \"format\": \"telvo-recording\"}";
+    std::ofstream(folder.path() / "settings.json") << "{}";
+    std::ofstream(folder.path() / "notes.txt") << "notes";
+    std::ofstream(folder.path() / "notes.txt.json") << R"({"format": "notes"})";
     WebClient browser(port());
     for (const char* const name :
-         {"secret.txt", "link", "..%2fsecret.txt", "%2e%2e", "../secret.txt", ".", ""}) {
+         {"secret.txt", "link", "settings.json", "notes.txt", "notes.txt.json", "..%2fsecret.txt",
+          "%2e%2e", "../secret.txt", ".", ""}) {
         EXPECT_EQ(browser.get(std::string("/download/") + name).status, 404) << name;
     }
 }

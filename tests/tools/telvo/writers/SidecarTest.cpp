@@ -94,6 +94,7 @@ TEST(Sidecar, KeepsAnAccountOfTheFramesUntilItIsFinished)
         file.finish(sidecar, FrameCounter());
     }
     EXPECT_FALSE(findUnfinished(folder / "a.json"));
+    EXPECT_TRUE(isSidecar(folder / "a.json"));
     EXPECT_EQ(readSidecar(folder / "a.json").frames.size(), 3U);
 }
 
