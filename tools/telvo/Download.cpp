@@ -136,15 +136,20 @@ void report(const Outcomes& outcomes, const std::vector<Job>& jobs,
     }
 }
 
+/// Whether an interrupted download can go on where it ended.
+bool canResume(const DownloadOptions& options)
+{
+    return !isVideo(parseFileFormat(options.format)) && kindOf(options.out) != TargetKind::Stream;
+}
+
 /// What is less than asked for; empty: nothing.
 std::string shortfallOf(const Outcome& outcome, const DownloadOptions& options)
 {
     const DownloadSeries& series = outcome.series;
     if (!outcome.interruption.empty()) {
-        const bool canResume = !isVideo(parseFileFormat(options.format));
         return outcome.interruption + "; " + options.out.string() + " holds " +
                std::to_string(series.written()) + " of " + std::to_string(series.selection.count) +
-               " frames" + (canResume ? ", --resume continues" : "");
+               " frames" + (canResume(options) ? ", --resume continues" : "");
     }
     if (!series.counter.isContinuous()) {
         return "frame counter: not continuous, " + std::to_string(series.counter.missing()) +
