@@ -1,9 +1,11 @@
 #!/usr/bin/python3
 """Checks the Markdown pages of a source folder: that each link leads to a file or to a heading, that
-each C, C++ and C# snippet compiles, and that no page of docs/ has a snippet that nothing checks.
+each C, C++ and C# snippet compiles, that commands name what is there, and that no page of docs/ has a snippet
+that nothing checks.
 
 usage: check.py SOURCE
 """
+import json
 import pathlib
 import re
 import subprocess
@@ -70,13 +72,47 @@ def broken_csharp(page, source):
             yield f"{page}: {result.stdout}{result.stderr}"
 
 
+def without_blocks(text):
+    return re.sub(r"^ *```.*?^ *```$", "", text, flags=re.S | re.M)
+
+
+def commands(page):
+    """What the page shows for a shell, in blocks and within its text."""
+    text = page.read_text(encoding="utf-8")
+    blocks = re.findall(r"^```sh\n(.*?)^```$", text, re.S | re.M)
+    return "\n".join([*blocks, *re.findall(r"`([^`\n]+)`", without_blocks(text))])
+
+
+def programs(source):
+    """Names that the build gives to what it makes."""
+    text = "".join(path.read_text(encoding="utf-8")
+                   for path in source.glob("*/**/CMakeLists.txt") if "build" not in path.parts)
+    return {*re.findall(r"(?:add_executable|telvo_test)\(([\w-]+)", text),
+            *(f"fuzz_{name}" for name in re.findall(r"telvo_fuzz\((\w+)", text))}
+
+
+def missing_names(page, source):
+    presets = json.loads((source / "CMakePresets.json").read_text(encoding="utf-8"))
+    there = {
+        r"^make ([a-z-]+)": re.findall(r"^([a-z-]+):", (source / "Makefile").read_text(), re.M),
+        r"--preset (\w+)": [preset["name"] for preset in presets["configurePresets"]],
+        r"\bbuild/\w+/bin/([\w-]+)(?!\.dll)\b": programs(source),
+    }
+    code = commands(page)
+    for pattern, names in there.items():
+        for name in set(re.findall(pattern, code, re.M)) - set(names):
+            yield f"{page}: there is no {name}"
+    for path in set(re.findall(r"(?<![\w./-])((?:bench|examples|include|python|scripts|tests)/[\w./-]*)", code)):
+        if not (source / path).exists():
+            yield f"{page}: there is no {path}"
+
+
 def unchecked_snippets(page):
     text = page.read_text(encoding="utf-8")
     for language in re.findall(r"^ *```(\w*)\n.*?^ *```$", text, re.S | re.M):
         if language not in CHECKED and page.name not in CHECKED_ON.get(language, []):
             yield f"{page}: nothing checks a snippet in '{language}'"
-    without = re.sub(r"^ *```.*?^ *```$", "", text, flags=re.S | re.M)
-    for code in re.findall(r"^\n {4}(?![ *-]).*", without, re.M):
+    for code in re.findall(r"^\n {4}(?![ *-]).*", without_blocks(text), re.M):
         yield f"{page}: a snippet without a language: {code.strip()}"
 
 
@@ -85,7 +121,7 @@ def main():
     pages = sorted([*source.glob("*.md"), *source.glob("docs/**/*.md")])
     faults = [fault for page in pages
               for fault in (*broken_links(page), *broken_snippets(page, source),
-                            *broken_csharp(page, source))]
+                            *broken_csharp(page, source), *missing_names(page, source))]
     faults += [fault for page in source.glob("docs/**/*.md") for fault in unchecked_snippets(page)]
     print("\n".join(faults))
     print(f"{len(pages)} pages, {len(faults)} faults")

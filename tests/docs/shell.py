@@ -1,15 +1,18 @@
 #!/usr/bin/python3
 """Runs the shell and CMake snippets of Markdown pages, each page in a folder that looks like a checkout with
-an installed library beside it.
+an installed library beside it, in reach of a camera with a recording that a trigger ended.
 
 usage: shell.py SOURCE BUILD PAGE...
 
 To be run in a network of its own, as root there. What would build, measure or change the machine is
-only asked whether it could: make has the target, the system has the setting, the benchmark exists.
+only asked whether it could: make has the target, the system has the setting, the benchmark exists. A
+virtual camera that a page starts has a network of its own, and is ended once it listens. The tool does not
+wait for further cameras.
 """
 
 from __future__ import annotations
 
+import json
 import os
 import re
 import shutil
@@ -23,8 +26,28 @@ SNIPPET = re.compile(r"^```(sh|cmake|c)\n(.*?)^```$", re.S | re.M)
 STAND_INS = {
     "make": 'exec /usr/bin/make --dry-run -C "$SOURCE" "$@" >/dev/null',
     "pip": 'shift; exec /usr/bin/python3 -m pip -q install --target site --no-index --no-deps "$@"',
+    "telvo": 'command=$1; shift; exec "$BUILD/bin/telvo" "$command" --timeout 200 "$@"',
     "sysctl": 'name=${2%%=*}; test "$1" = -w && exec /usr/sbin/sysctl -n "$name" >/dev/null',
 }
+CAMERA = 'echo quit | "$SOURCE/scripts/in-own-network.sh" "$BUILD/bin/telvo-camera" --commands "$@"'
+RECORDING = [
+    "--address=127.0.0.11",
+    "--user-sets-prepared",
+    "--memory=4MB",
+    "--record-at-power-on",
+    "--trigger-every=200",
+    *(
+        f"--set={name}={value}"
+        for name, value in {
+            "Width": 128,
+            "Height": 96,
+            "AcquisitionFrameRateRaw": 2000,
+            "RecordMode": 1,  # a ring
+            "RecordTrailer": 120,
+            "ExtTriggerEnable": 1,
+        }.items()
+    ),
+]
 HOST = """cmake_minimum_required(VERSION 3.16)
 project(Host LANGUAGES C)
 add_executable(host host.c)
@@ -39,6 +62,7 @@ class Checkout:
         self.environment = {
             **os.environ,
             "SOURCE": str(source),
+            "BUILD": str(build),
             "PATH": f"{folder}/stand-ins:{build}/bin:{os.environ['PATH']}:/usr/sbin:/sbin",
             "PKG_CONFIG_PATH": str(folder / "prefix/lib/pkgconfig"),
         }
@@ -60,6 +84,7 @@ class Checkout:
         text = (source / "bench/CMakeLists.txt").read_text(encoding="utf-8")
         for benchmark in re.findall(r"add_executable\((\w+)", text):
             self._write_program(programs / benchmark, "exit 0")
+        self._write_program(programs / "telvo-camera", CAMERA)
 
     def _write_program(self, path: Path, text: str) -> None:
         path.parent.mkdir(exist_ok=True)
@@ -109,10 +134,20 @@ def check(page: Path, source: Path, build: Path) -> int:
     return failures
 
 
+def await_recording(build: Path) -> None:
+    command = [build / "bin/telvo", "state", "--camera", "127.0.0.11", "--timeout", "200", "--json"]
+    for _ in range(50):
+        state = subprocess.run(command, capture_output=True, check=False)
+        if state.returncode == 0 and json.loads(state.stdout)[0]["state"] == "idle":
+            return
+    raise TimeoutError("the camera does not end its recording")
+
+
 def main() -> int:
     source, build, *pages = (Path(argument).resolve() for argument in sys.argv[1:])
-    camera = subprocess.Popen([build / "bin/telvo-camera", "--address", "127.0.0.11"])
+    camera = subprocess.Popen([build / "bin/telvo-camera", *RECORDING])
     try:
+        await_recording(build)
         return 1 if sum(check(page, source, build) for page in pages) else 0
     finally:
         camera.terminate()
