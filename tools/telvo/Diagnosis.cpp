@@ -1,6 +1,7 @@
 #include "Diagnosis.h"
 
 #include <algorithm>
+#include <cmath>
 #include <numeric>
 
 namespace telvo
@@ -127,6 +128,59 @@ void addLossPlaces(const LostByTenth& lost, Findings& findings)
     }
 }
 
+/// Pictures that are not as the camera sent them.
+bool isHarmed(const StreamProbe& probe)
+{
+    return probe.framesFailed > 0 || probe.framesDropped > 0 || probe.packetsMissing > 0;
+}
+
+bool hasLosses(const StreamProbe& probe)
+{
+    return isHarmed(probe) || probe.packetsResent > 0 ||
+           std::ranges::any_of(probe.lost, [](std::int64_t packets) { return packets > 0; });
+}
+
+/// Receiving is the work of one thread, to which the system leaves little more than this of a core.
+constexpr double kFullCore = 0.9;
+/// Of all cores: a thread that becomes ready has to wait for one.
+constexpr double kFullProcessor = 0.95;
+constexpr std::int64_t kJumboPacket = 9000; // bytes
+
+std::string percent(double share)
+{
+    return number(std::llround(share * 100)) + " %";
+}
+
+std::string lessWork(const StreamProbe& probe)
+{
+    std::string advice = "lower the frame rate";
+    if (probe.packetSize < kJumboPacket) {
+        advice += " or let larger packets through (jumbo frames)";
+    }
+    if (!probe.isRingInUse) {
+        advice += "; on Linux the right CAP_NET_RAW makes single packets less work";
+    }
+    return advice;
+}
+
+void addProcessor(const StreamProbe& probe, Findings& findings)
+{
+    const std::string own = "receiving took " + percent(probe.load.own) + " of a core";
+    const Kind kind = isHarmed(probe) ? Kind::Problem : Kind::Hint;
+    const bool isTooSlow = probe.load.own >= kFullCore;
+    if (!hasLosses(probe) || (!isTooSlow && probe.load.all < kFullProcessor)) {
+        findings.push_back({Kind::Good, own});
+    } else if (isTooSlow) {
+        findings.push_back(
+            {kind, "the processor is too slow for this rate: " + own, lessWork(probe)});
+    } else {
+        findings.push_back({kind,
+                            "the processor is too busy: " + own + ", all programs together " +
+                                percent(probe.load.all) + " of all cores",
+                            "end other programs, or " + lessWork(probe)});
+    }
+}
+
 void addLosses(const StreamProbe& probe, Findings& findings)
 {
     if (probe.framesFailed > 0 || probe.packetsMissing > 0) {
@@ -233,7 +287,7 @@ Findings diagnoseStream(const StreamProbe& probe, std::uint32_t mtu)
                  "a firewall must let UDP from the camera pass to this program"}};
     }
     Findings findings;
-    if (mtu != 0 && probe.packetSize < std::min<std::int64_t>(mtu, 9000)) {
+    if (mtu != 0 && probe.packetSize < std::min<std::int64_t>(mtu, kJumboPacket)) {
         findings.push_back({Kind::Hint,
                             "packets of " + number(probe.packetSize) +
                                 " bytes come through, the "
@@ -244,6 +298,7 @@ Findings diagnoseStream(const StreamProbe& probe, std::uint32_t mtu)
         findings.push_back(
             {Kind::Good, "packets of " + number(probe.packetSize) + " bytes come through"});
     }
+    addProcessor(probe, findings);
     addLossPlaces(probe.lost, findings);
     addLosses(probe, findings);
     addRate(probe, findings);

@@ -162,10 +162,13 @@ void Probe::countWithResends(PvPipeline& pipeline, StreamProbe& result)
     setInteger(*mStream.GetParameters(), "MaximumPendingResends",
                kUsualConnection.maximumPendingResends);
     const StreamProbe before = counters();
+    const ProcessorTimes timesBefore = processorTimes();
     const auto start = Clock::now();
     receive(pipeline, kProbeTime, [](const PvBuffer&, bool) {});
     const StreamProbe after = counters();
     result.time = Clock::now() - start;
+    result.load = loadBetween(timesBefore, processorTimes(), result.time);
+    result.isRingInUse = integerOf(*mStream.GetParameters(), "PacketRingInUse") != 0;
     for (const auto counter :
          {&StreamProbe::framesWhole, &StreamProbe::framesFailed, &StreamProbe::framesDropped,
           &StreamProbe::packets, &StreamProbe::packetsMissing, &StreamProbe::packetsResent}) {

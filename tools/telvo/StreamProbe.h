@@ -3,6 +3,7 @@
 
 #include "CameraAddress.h"
 #include "LossPlaces.h"
+#include "ProcessorLoad.h"
 
 #include <chrono>
 #include <cstdint>
@@ -26,6 +27,8 @@ struct StreamProbe {
     std::int64_t packets = 0;        // received
     std::int64_t packetsMissing = 0; // of the incomplete frames
     std::int64_t packetsResent = 0;
+    ProcessorLoad load{};
+    bool isRingInUse = false; // packets come by the ring that is shared with the kernel
     std::chrono::duration<double> time{};
 };
 

@@ -50,6 +50,14 @@ StreamProbe streamLosing(const LostByTenth& lost)
     return probe;
 }
 
+/// A stream that loses packets at this load.
+StreamProbe streamAt(ProcessorLoad load)
+{
+    StreamProbe probe = streamWith(&StreamProbe::packetsResent, 4);
+    probe.load = load;
+    return probe;
+}
+
 StreamProbe streamFailing(const std::string& problem)
 {
     StreamProbe probe;
@@ -122,6 +130,16 @@ const Diagnosed kDiagnoses[] = {
      "4 packets got lost and came when asked for again", "leave resends on"},
     {"SlowComputer", diagnoseStream(streamWith(&StreamProbe::framesDropped, 5), 1500),
      Kind::Problem, "5 pictures found no buffer", "the computer is too slow"},
+    {"SlowProcessor", diagnoseStream(streamAt({.own = 0.97, .all = 0.6}), 1500), Kind::Hint,
+     "the processor is too slow for this rate: receiving took 97 % of a core",
+     "lower the frame rate or let larger packets through (jumbo frames); on Linux the right "
+     "CAP_NET_RAW makes single packets less work"},
+    {"BusyProcessor", diagnoseStream(streamAt({.own = 0.3, .all = 0.984}), 1500), Kind::Hint,
+     "the processor is too busy: receiving took 30 % of a core, all programs together 98 % of all "
+     "cores",
+     "end other programs, or lower the frame rate"},
+    {"ProcessorWithTimeLeft", diagnoseStream(streamAt({.own = 0.8, .all = 0.9}), 1500), Kind::Hint,
+     "4 packets got lost", "look at cable and switch"},
     {"FewPictures", diagnoseStream(streamWith(&StreamProbe::framesWhole, 20), 1500), Kind::Hint,
      "20 whole pictures in 1000 ms, the camera is set to 100 a second", "packet-delay"},
 };
@@ -137,6 +155,48 @@ TEST(DiagnosisOfWhatIsGood, FindsNothing)
         for (const Finding& finding : findings) {
             EXPECT_EQ(finding.kind, Kind::Good) << finding.text;
         }
+    }
+}
+
+TEST(DiagnosisOfTheProcessor, SaysNothingAgainstAFullOneThatLosesNothing)
+{
+    StreamProbe probe = goodStream();
+    probe.load = {.own = 0.99, .all = 1};
+    const Findings findings = diagnoseStream(probe, 1500);
+    EXPECT_THAT(findings, testing::Contains(testing::AllOf(
+                              testing::Field(&Finding::kind, Kind::Good),
+                              testing::Field(&Finding::text, "receiving took 99 % of a core"))));
+    EXPECT_THAT(findings, testing::Each(testing::Field(&Finding::kind, Kind::Good)));
+}
+
+TEST(DiagnosisOfTheProcessor, AdvisesNoLessWorkThanIsPossible)
+{
+    StreamProbe probe = streamAt({.own = 0.9, .all = 0.6});
+    probe.packetSize = 9000;
+    probe.isRingInUse = true;
+    EXPECT_THAT(diagnoseStream(probe, 9000),
+                testing::Contains(testing::Field(&Finding::advice, "lower the frame rate")));
+}
+
+TEST(DiagnosisOfTheProcessor, CountsWhatWasLostWithoutResends)
+{
+    StreamProbe probe = streamLosing({0, 0, 1});
+    probe.load.own = 1;
+    EXPECT_THAT(diagnoseStream(probe, 1500),
+                testing::Contains(testing::AllOf(
+                    testing::Field(&Finding::kind, Kind::Hint),
+                    testing::Field(&Finding::text, HasSubstr("too slow for this rate")))));
+}
+
+TEST(DiagnosisOfTheProcessor, IsAProblemWhereItCostsPictures)
+{
+    for (const auto figure : {&StreamProbe::framesFailed, &StreamProbe::framesDropped}) {
+        StreamProbe probe = streamWith(figure, 1);
+        probe.load.own = 1;
+        EXPECT_THAT(diagnoseStream(probe, 1500),
+                    testing::Contains(testing::AllOf(
+                        testing::Field(&Finding::kind, Kind::Problem),
+                        testing::Field(&Finding::text, HasSubstr("too slow for this rate")))));
     }
 }
 

@@ -5,6 +5,7 @@
 #include "DeviceRegisters.h"
 
 #include <csignal>
+#include <nlohmann/json.hpp>
 
 namespace
 {
@@ -26,6 +27,7 @@ TEST_F(Doctor, FindsNothingWrongAndLeavesTheCameraAsItWas)
     const ToolOutcome outcome = run(doctor());
     EXPECT_EQ(outcome.exitStatus, 0) << outcome.output << outcome.errors;
     EXPECT_THAT(outcome.output, HasSubstr("good: 127.0.0.11 answers on lo\n"));
+    EXPECT_THAT(outcome.output, testing::ContainsRegex("receiving took [0-9]+ % of a core"));
     EXPECT_THAT(outcome.output, HasSubstr("whole pictures in "));
     EXPECT_THAT(outcome.output, Not(HasSubstr("problem: ")));
     EXPECT_EQ(value(FeatureId::AcquisitionSource), camera::kSourceLive);
@@ -136,6 +138,20 @@ TEST_F(Doctor, SaysThatRecordingsWaitForTheTriggerAndThatTheLinkIsTooSlow)
     EXPECT_THAT(outcome.output,
                 HasSubstr("hint: live pictures make 4915 Mbit/s, the camera's link has 1000\n"));
     EXPECT_THAT(outcome.output, testing::ContainsRegex("hint: [0-9]+ whole pictures in "));
+}
+
+TEST_F(Doctor, SaysHowMuchOfACoreReceivingTakes)
+{
+    camera::CameraOptions options = largerCamera();
+    options.settings[FeatureId::AcquisitionFrameRateRaw] = 1000; // 307 MB/s
+    switchOn(options);
+    std::vector<std::string> asJson = doctor();
+    asJson.emplace_back("--json");
+    EXPECT_THAT(
+        nlohmann::json::parse(run(asJson).output),
+        testing::Contains(testing::ResultOf(
+            [](const nlohmann::json& finding) { return finding["text"].get<std::string>(); },
+            testing::ContainsRegex("receiving took [1-9][0-9]* % of a core"))));
 }
 
 TEST_F(Doctor, SaysThatThePicturesWaitForASignal)
