@@ -136,6 +136,7 @@ void CameraDesk::publishState()
     Json state{{"camera", mAddress.mac}};
     state.update(mMode->state());
     state["colour"] = mSession && hasColours(*mSession);
+    state["flashCard"] = mSession && mHasFlashCard;
     if (const auto temperature = temperatureNow()) {
         state["temperature"] = *temperature;
     }

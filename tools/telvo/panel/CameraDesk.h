@@ -143,7 +143,8 @@ class CameraDesk
     LivePictures mPictures;
     SettingRows mSettings;
     std::unique_ptr<CameraSession> mSession; // null: not connected
-    std::unique_ptr<DeskMode> mMode;         // never null; uses the session
+    bool mHasFlashCard = false;
+    std::unique_ptr<DeskMode> mMode; // never null; uses the session
     Clock::time_point mNextStep{};
     Clock::time_point mNextReport{};
     std::atomic<bool> mIsOpen{false};

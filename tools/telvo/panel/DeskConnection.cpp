@@ -2,6 +2,7 @@
 #include "CameraDesk.h"
 
 #include "CameraChoice.h"
+#include "FlashMode.h"
 #include "IdleMode.h"
 #include "LostMode.h"
 #include "PanelMessages.h"
@@ -39,6 +40,7 @@ MessagePointer CameraDesk::handle(const DeskTask& task, const CloseRequest& /*re
 std::unique_ptr<DeskMode> CameraDesk::connect(const char* news)
 {
     mSession = std::make_unique<CameraSession>(mAddress);
+    mHasFlashCard = hasFlashCard(*mSession);
     mSettings.forgetAll();
     setSequences(Json::array());
     setOpen(true);

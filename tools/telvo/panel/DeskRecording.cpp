@@ -45,8 +45,7 @@ RecordOptions optionsOf(const ArmRequest& request)
 
 void requireFlashCard(const CameraSession& camera)
 {
-    std::uint8_t available = 0;
-    if (expIsFlashCardAvailable(&available, camera.id()) != 0 || available == 0) {
+    if (!hasFlashCard(camera)) {
         throw Failure("the camera has no flash card");
     }
 }

@@ -17,6 +17,12 @@ constexpr std::chrono::milliseconds kPollInterval{50};
 
 } // namespace
 
+bool hasFlashCard(const CameraSession& camera)
+{
+    std::uint8_t card = 0;
+    return expIsFlashCardAvailable(&card, camera.id()) == 0 && card != 0;
+}
+
 FlashMode::FlashMode(const CameraSession& camera, After after) : mCamera(camera), mAfter(after) {}
 
 DeskMode::Step FlashMode::step()

@@ -10,6 +10,8 @@
 namespace telvo
 {
 
+bool hasFlashCard(const CameraSession& camera);
+
 /// The camera copies its recording to its flash card.
 class FlashMode : public DeskMode
 {

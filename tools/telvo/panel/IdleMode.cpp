@@ -18,8 +18,6 @@ IdleMode::IdleMode(const CameraSession& camera, std::string news)
     : mCamera(camera), mNews(std::move(news))
 {
     expGetNumberOfAllRecordedFrames(&mRecorded, mCamera.id());
-    std::uint8_t card = 0;
-    mHasFlashCard = expIsFlashCardAvailable(&card, mCamera.id()) == 0 && card != 0;
 }
 
 DeskMode::Step IdleMode::step()
@@ -32,10 +30,7 @@ Json IdleMode::state() const
 {
     const std::string held =
         mRecorded == 0 ? "" : "; " + std::to_string(mRecorded) + " frames in the camera's memory";
-    return {{"state", "idle"},
-            {"text", mNews + held},
-            {"frames", mRecorded},
-            {"flashCard", mHasFlashCard}};
+    return {{"state", "idle"}, {"text", mNews + held}, {"frames", mRecorded}};
 }
 
 } // namespace telvo

@@ -24,7 +24,6 @@ class IdleMode : public DeskMode
     const CameraSession& mCamera;
     const std::string mNews;
     std::uint32_t mRecorded = 0; // frames in the camera's memory
-    bool mHasFlashCard = false;
 };
 
 } // namespace telvo

@@ -180,7 +180,7 @@ TEST_F(PanelRecord, CopiesToTheFlashCard)
     begin(options);
     record();
     expectDone("flash", {{"on", true}});
-    page->awaitState("flash");
+    EXPECT_EQ(page->awaitState("flash")["flashCard"], true); // its button stays
     EXPECT_THAT(ask("arm", {{"mode", "single"}, {"trigger", "none"}})["error"],
                 HasSubstr("flash card"));
     expectDone("flash", {{"on", false}});
