@@ -14,6 +14,7 @@ import { Settings } from "./settings.js";
 import { StateLine } from "./stateline.js";
 import { makeTabs } from "./tabs.js";
 import { Veil } from "./veil.js";
+import { ViewTools } from "./viewtools.js";
 import { numberText } from "./words.js";
 
 const KEYS_OF_OTHERS = "input, select, textarea, button, summary, a, [role=tab]";
@@ -27,6 +28,7 @@ export class Card {
     notices;
     #parts;
     #picture;
+    #view;
     #live;
     #review;
     #settings;
@@ -127,6 +129,7 @@ export class Card {
     #makeParts() {
         const parts = this.#parts;
         this.#picture = new Picture(parts.frame);
+        this.#view = new ViewTools(this.#picture, parts);
         this.#live = new Live(this.socket, this.camera, this.#picture);
         this.#review = new Review(this, parts, this.#picture);
         this.#settings = new Settings(this, parts);
@@ -144,21 +147,13 @@ export class Card {
 
     #listen() {
         const parts = this.#parts;
-        const clicks = {
-            fit: () => this.#picture.fit(), oneToOne: () => this.#picture.oneToOne(),
-            zoomIn: () => this.#picture.zoom(1), zoomOut: () => this.#picture.zoom(-1),
-            crosshair: () => this.#toggleCrosshair(), focusReset: () => this.#focus.reset(),
-            close: () => this.notices.watch(this.socket.ask("close", { camera: this.camera })),
-        };
-        for (const [name, act] of Object.entries(clicks)) {
-            parts[name].addEventListener("click", act);
-        }
+        parts.focusReset.addEventListener("click", () => this.#focus.reset());
+        parts.close.addEventListener("click",
+            () => this.notices.watch(this.socket.ask("close", { camera: this.camera })));
         parts.filter.addEventListener("change", () => this.#picture.setFilter(parts.filter.value));
         this.#live.addEventListener("picture", ({ detail }) => this.#onLivePicture(detail));
         this.#live.addEventListener("silence", ({ detail }) => this.#veil.setSilence(detail));
         this.#review.addEventListener("frame", ({ detail }) => this.#onFrame(detail));
-        this.#picture.addEventListener("probe", () => this.#showReading());
-        this.#picture.addEventListener("zoom", () => this.#showZoom());
         this.root.addEventListener("keydown", (event) => this.#onKey(event));
     }
 
@@ -167,7 +162,7 @@ export class Card {
         const keys = {
             ArrowLeft: () => this.#review.step(-1), ArrowRight: () => this.#review.step(1),
             i: () => this.#parts.markIn.click(), o: () => this.#parts.markOut.click(),
-            c: () => this.#toggleCrosshair(), " ": () => this.#review.togglePlaying(),
+            c: () => this.#view.toggleCrosshair(), " ": () => this.#review.togglePlaying(),
         };
         const act = keys[event.key];
         const isFree = !event.ctrlKey && !event.altKey && !event.metaKey && !event.target.matches(KEYS_OF_OTHERS);
@@ -175,11 +170,6 @@ export class Card {
             event.preventDefault();
             act();
         }
-    }
-
-    #toggleCrosshair() {
-        this.#picture.toggleCrosshair();
-        this.#parts.crosshair.setAttribute("aria-pressed", this.#picture.crosshair !== null);
     }
 
     #onLivePicture({ header, latency }) {
@@ -201,20 +191,7 @@ export class Card {
         this.#parts.noPicture.hidden = true;
         this.#parts.frame.dataset.number = header.number;
         this.#histogram.show(header);
-        this.#showReading();
-    }
-
-    #showReading() {
-        const reading = this.#picture.reading();
-        setText(this.#parts.reading, reading === null ? ""
-            : `x ${reading.x}  y ${reading.y}  ${reading.isExact ? "=" : "≈"} ${reading.text}`);
-    }
-
-    #showZoom() {
-        setText(this.#parts.zoomText, this.#picture.image === null ? "" : `${numberText(100 * this.#picture.viewport.scale)} %`);
-        this.#parts.fit.setAttribute("aria-pressed", this.#picture.viewport.isFitted);
-        this.#parts.oneToOne.setAttribute("aria-pressed", !this.#picture.viewport.isFitted && this.#picture.viewport.scale === 1);
-        this.#showReading();
+        this.#view.showReading();
     }
 
     #showTriggerWindow(settingOf) {
