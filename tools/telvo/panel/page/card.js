@@ -8,7 +8,7 @@ import { Histogram } from "./histogram.js";
 import { Live } from "./live.js";
 import { Picture } from "./picture.js";
 import { Record } from "./record.js";
-import { RegionTool, ROI, TRIGGER_WINDOW } from "./regiontool.js";
+import { RegionTool } from "./regiontool.js";
 import { Review } from "./review.js";
 import { Settings } from "./settings.js";
 import { StateLine } from "./stateline.js";
@@ -37,6 +37,7 @@ export class Card {
     #stateLine;
     #histogram;
     #focus;
+    #regions;
     #veil;
     #isLive = false;
 
@@ -108,7 +109,7 @@ export class Card {
         const settingOf = (name) => this.state.settingOf(this.camera, name);
         this.#settings.show(this.state.settingsOf(this.camera));
         this.#record.showSettings(settingOf);
-        this.#showTriggerWindow(settingOf);
+        this.#regions.showTriggerWindow();
     }
 
     showRecording() {
@@ -140,8 +141,8 @@ export class Card {
         this.#focus = new Focus(parts.focus, parts.focusWords);
         this.#veil = new Veil(parts);
         new Features(this, parts);
-        new RegionTool(this.#picture, parts, (name) => this.state.settingOf(this.camera, name),
-            (style, region) => this.#applyRegion(style, region));
+        this.#regions = new RegionTool(this.#picture, parts, (name) => this.state.settingOf(this.camera, name),
+            (values) => this.#settings.set(values));
         makeTabs(parts.tabs, parts, () => {})("look");
     }
 
@@ -192,20 +193,5 @@ export class Card {
         this.#parts.frame.dataset.number = header.number;
         this.#histogram.show(header);
         this.#view.showReading();
-    }
-
-    #showTriggerWindow(settingOf) {
-        const number = (name) => settingOf(name)?.value;
-        const region = { x: number("window-left"), y: number("window-top"),
-            width: number("window-width"), height: number("window-height") };
-        const isOn = settingOf("window-trigger")?.value === true && region.width > 0 && region.height > 0;
-        this.#picture.setRegions(isOn ? [{ region, ...TRIGGER_WINDOW }] : []);
-        this.#parts.drawWindow.hidden = settingOf("window-left") === undefined;
-    }
-
-    #applyRegion(style, { x, y, width, height }) {
-        this.#settings.set(style === ROI
-            ? { width, height, "offset-x": x, "offset-y": y }
-            : { "window-left": x, "window-top": y, "window-width": width, "window-height": height });
     }
 }

@@ -3,8 +3,8 @@
 import { setText } from "./dom.js";
 import { RegionEditor } from "./region.js";
 
-export const ROI = { name: "Picture area", colour: "#7dd3fc" };
-export const TRIGGER_WINDOW = { name: "Trigger window", colour: "#f9a8d4" };
+const ROI = { name: "Picture area", colour: "#7dd3fc" };
+const TRIGGER_WINDOW = { name: "Trigger window", colour: "#f9a8d4" };
 
 const ANY = { minimum: 0, maximum: Number.MAX_SAFE_INTEGER, step: 1 };
 const SIZE = { ...ANY, minimum: 1 };
@@ -17,7 +17,7 @@ function limitsOf(setting, otherwise) {
     };
 }
 
-/** Starts at most one drawing at a time; apply(style, region) is called with what was drawn. */
+/** Starts at most one drawing at a time; apply(values) is called with the settings for what was drawn. */
 export class RegionTool {
     #picture;
     #parts;
@@ -38,6 +38,14 @@ export class RegionTool {
         picture.addEventListener("edited", () => this.#describe());
         picture.addEventListener("apply", () => this.#finish());
         picture.addEventListener("cancel", () => this.#stop());
+    }
+
+    /** Draws the window as it is set, where it triggers. */
+    showTriggerWindow() {
+        const isOn = this.#settingOf("window-trigger")?.value === true;
+        const region = this.#windowRegion(0);
+        this.#picture.setRegions(isOn && region.width > 0 && region.height > 0 ? [{ region, ...TRIGGER_WINDOW }] : []);
+        this.#parts.drawWindow.hidden = this.#settingOf("window-left") === undefined;
     }
 
     #toggle(style) {
@@ -84,27 +92,31 @@ export class RegionTool {
 
     #windowEditor() {
         const { pictureWidth, pictureHeight } = this.#picture.viewport;
-        const region = {
-            x: this.#number("window-left"),
-            y: this.#number("window-top"),
-            width: this.#number("window-width", 1),
-            height: this.#number("window-height", 1),
-        };
         const limits = {
             x: limitsOf(this.#settingOf("window-left"), ANY),
             y: limitsOf(this.#settingOf("window-top"), ANY),
             width: limitsOf(this.#settingOf("window-width"), SIZE),
             height: limitsOf(this.#settingOf("window-height"), SIZE),
         };
-        return new RegionEditor(region, limits, pictureWidth, pictureHeight);
+        return new RegionEditor(this.#windowRegion(1), limits, pictureWidth, pictureHeight);
+    }
+
+    /** As it is set; sizes that the camera does not tell are as given. */
+    #windowRegion(size) {
+        return {
+            x: this.#number("window-left"),
+            y: this.#number("window-top"),
+            width: this.#number("window-width", size),
+            height: this.#number("window-height", size),
+        };
     }
 
     #finish() {
         if (this.#style !== null) {
             const { region } = this.#picture.editor;
-            const style = this.#style;
+            const values = valuesOf(this.#style, this.#style === ROI ? this.#onSensor(region) : region);
             this.#stop();
-            this.#apply(style, style === ROI ? this.#onSensor(region) : region);
+            this.#apply(values);
         }
     }
 
@@ -116,9 +128,9 @@ export class RegionTool {
         const whole = this.#style === ROI
             ? { x: 0, y: 0, width: this.#sensor("width", "offset-x"), height: this.#sensor("height", "offset-y") }
             : { x: 0, y: 0, width: this.#picture.viewport.pictureWidth, height: this.#picture.viewport.pictureHeight };
-        const style = this.#style;
+        const values = valuesOf(this.#style, whole);
         this.#stop();
-        this.#apply(style, whole);
+        this.#apply(values);
     }
 
     #stop() {
@@ -138,4 +150,10 @@ export class RegionTool {
             ? this.#onSensor(this.#picture.editor.region) : this.#picture.editor.region;
         setText(this.#parts.regionText, `${this.#style.name}: ${width} × ${height} at ${x}, ${y}`);
     }
+}
+
+function valuesOf(style, { x, y, width, height }) {
+    return style === ROI
+        ? { width, height, "offset-x": x, "offset-y": y }
+        : { "window-left": x, "window-top": y, "window-width": width, "window-height": height };
 }
