@@ -3,19 +3,17 @@
 import { Download } from "./download.js";
 import { fromTemplate, setText } from "./dom.js";
 import { Features } from "./features.js";
-import { Focus } from "./focus.js";
-import { Histogram } from "./histogram.js";
 import { Live } from "./live.js";
 import { Picture } from "./picture.js";
 import { Record } from "./record.js";
 import { RegionTool } from "./regiontool.js";
 import { Review } from "./review.js";
 import { Settings } from "./settings.js";
+import { Shown } from "./shown.js";
 import { StateLine } from "./stateline.js";
 import { makeTabs } from "./tabs.js";
 import { Veil } from "./veil.js";
 import { ViewTools } from "./viewtools.js";
-import { numberText } from "./words.js";
 
 const KEYS_OF_OTHERS = "input, select, textarea, button, summary, a, [role=tab]";
 
@@ -29,14 +27,13 @@ export class Card {
     #parts;
     #picture;
     #view;
+    #shown;
     #live;
     #review;
     #settings;
     #record;
     #download;
     #stateLine;
-    #histogram;
-    #focus;
     #regions;
     #veil;
     #isLive = false;
@@ -100,8 +97,8 @@ export class Card {
         }
         this.#isLive = isLive;
         this.#live.setOn(isLive);
-        if (!isLive && this.#parts.shownWhat.textContent === "LIVE") {
-            setText(this.#parts.shownWhat, "LAST PICTURE");
+        if (!isLive) {
+            this.#shown.endLive();
         }
     }
 
@@ -131,14 +128,13 @@ export class Card {
         const parts = this.#parts;
         this.#picture = new Picture(parts.frame);
         this.#view = new ViewTools(this.#picture, parts);
+        this.#shown = new Shown(this.#picture, parts);
         this.#live = new Live(this.socket, this.camera, this.#picture);
         this.#review = new Review(this, parts, this.#picture);
         this.#settings = new Settings(this, parts);
         this.#record = new Record(this, parts);
         this.#download = new Download(this, parts, this.#review);
         this.#stateLine = new StateLine(parts);
-        this.#histogram = new Histogram(parts.histogram, parts.histogramWords);
-        this.#focus = new Focus(parts.focus, parts.focusWords);
         this.#veil = new Veil(parts);
         new Features(this, parts);
         this.#regions = new RegionTool(this.#picture, parts, (name) => this.state.settingOf(this.camera, name),
@@ -148,13 +144,12 @@ export class Card {
 
     #listen() {
         const parts = this.#parts;
-        parts.focusReset.addEventListener("click", () => this.#focus.reset());
         parts.close.addEventListener("click",
             () => this.notices.watch(this.socket.ask("close", { camera: this.camera })));
         parts.filter.addEventListener("change", () => this.#picture.setFilter(parts.filter.value));
-        this.#live.addEventListener("picture", ({ detail }) => this.#onLivePicture(detail));
+        this.#live.addEventListener("picture", ({ detail }) => this.#shown.showLive(detail));
         this.#live.addEventListener("silence", ({ detail }) => this.#veil.setSilence(detail));
-        this.#review.addEventListener("frame", ({ detail }) => this.#onFrame(detail));
+        this.#review.addEventListener("frame", ({ detail }) => this.#shown.showRecorded(detail));
         this.root.addEventListener("keydown", (event) => this.#onKey(event));
     }
 
@@ -171,27 +166,5 @@ export class Card {
             event.preventDefault();
             act();
         }
-    }
-
-    #onLivePicture({ header, latency }) {
-        setText(this.#parts.shownWhat, "LIVE");
-        setText(this.#parts.latency, latency === null ? "–" : `${numberText(latency)} ms`);
-        this.#picture.describe(`Live picture ${header.number}, ${header.pictureWidth} by ${header.pictureHeight} pixels`);
-        this.#onPicture(header);
-        this.#focus.add(header.focus);
-    }
-
-    #onFrame(header) {
-        setText(this.#parts.shownWhat, "RECORDED");
-        setText(this.#parts.latency, "–");
-        this.#picture.describe(`Recorded frame ${header.number} of sequence ${header.sequence}`);
-        this.#onPicture(header);
-    }
-
-    #onPicture(header) {
-        this.#parts.noPicture.hidden = true;
-        this.#parts.frame.dataset.number = header.number;
-        this.#histogram.show(header);
-        this.#view.showReading();
     }
 }

@@ -18,7 +18,7 @@ export class ViewTools {
         for (const [name, act] of Object.entries(clicks)) {
             parts[name].addEventListener("click", act);
         }
-        picture.addEventListener("probe", () => this.showReading());
+        picture.addEventListener("probe", () => this.#showReading());
         picture.addEventListener("zoom", () => this.#showZoom());
     }
 
@@ -27,7 +27,7 @@ export class ViewTools {
         this.#parts.crosshair.setAttribute("aria-pressed", this.#picture.crosshair !== null);
     }
 
-    showReading() {
+    #showReading() {
         const reading = this.#picture.reading();
         setText(this.#parts.reading, reading === null ? ""
             : `x ${reading.x}  y ${reading.y}  ${reading.isExact ? "=" : "≈"} ${reading.text}`);
@@ -38,6 +38,6 @@ export class ViewTools {
         setText(this.#parts.zoomText, image === null ? "" : `${numberText(100 * viewport.scale)} %`);
         this.#parts.fit.setAttribute("aria-pressed", viewport.isFitted);
         this.#parts.oneToOne.setAttribute("aria-pressed", !viewport.isFitted && viewport.scale === 1);
-        this.showReading();
+        this.#showReading();
     }
 }
