@@ -9,6 +9,7 @@
 
 #include <chrono>
 #include <iostream>
+#include <optional>
 #include <thread>
 #include <vector>
 
@@ -43,20 +44,22 @@ void requireFolder(const std::filesystem::path& folder)
     }
 }
 
-void announce(const PanelOptions& options, const std::string& url)
+std::optional<BrowserStart> announce(const PanelOptions& options, const std::string& url)
 {
     std::cout << "the panel is at " << url << std::endl; // it is awaited by who started this
-    if (options.open && !openBrowser(url)) {
-        std::cerr << "telvo: cannot open a browser; open the address in one\n";
-    }
+    return options.open ? std::optional<BrowserStart>(url) : std::nullopt;
 }
 
-void waitForEnd()
+void waitForEnd(std::optional<BrowserStart> browser)
 {
     const CancelFlag cancel;
-    while (!cancel.isSet()) {
+    do {
+        if (browser && browser->hasFailed()) {
+            std::cerr << "telvo: cannot open a browser; open the address in one\n";
+            browser.reset();
+        }
         std::this_thread::sleep_for(kPoll);
-    }
+    } while (!cancel.isSet());
 }
 
 } // namespace
@@ -77,8 +80,7 @@ void runPanel(const PanelOptions& options)
         panel.open(camera);
     }
     panel.search();
-    announce(options, urlOf(options, server.port(), token));
-    waitForEnd();
+    waitForEnd(announce(options, urlOf(options, server.port(), token)));
     const Waiting waiting("the cameras to be let go");
     panel.announceEnd();
     server.stop(); // first, so that nobody asks for more; the panel then lets the cameras go

@@ -2,6 +2,7 @@
 #ifndef TELVO_TOOLS_TELVO_PANEL_WEB_PANELSYSTEM_H
 #define TELVO_TOOLS_TELVO_PANEL_WEB_PANELSYSTEM_H
 
+#include <cstdint>
 #include <string>
 
 namespace telvo
@@ -11,8 +12,20 @@ namespace telvo
 /// that would let another program take the port, too.
 extern const bool kReusesAddress;
 
-/// Shows the address in the user's browser. False: there is none to be had.
-bool openBrowser(const std::string& url);
+/// Shows an address in the user's browser. What does that may stay as long as the browser does, so
+/// that it is not waited for.
+class BrowserStart
+{
+  public:
+    explicit BrowserStart(const std::string& url);
+
+    /// That there is no browser to be had, as far as is known by now.
+    bool hasFailed();
+
+  private:
+    std::int64_t mProcess = 0; // that opens it; 0: none runs
+    bool mHasFailed = false;
+};
 
 } // namespace telvo
 

@@ -10,17 +10,26 @@ namespace telvo
 
 const bool kReusesAddress = true;
 
-bool openBrowser(const std::string& url)
+BrowserStart::BrowserStart(const std::string& url)
 {
-    // It returns as soon as a browser has the address.
     std::string program = "xdg-open";
     std::string address = url;
     const std::array<char*, 3> arguments{program.data(), address.data(), nullptr};
-    pid_t process = -1;
-    int status = -1;
-    return posix_spawnp(&process, program.c_str(), nullptr, nullptr, arguments.data(), environ) ==
-               0 &&
-           waitpid(process, &status, 0) == process && status == 0;
+    pid_t process = 0;
+    mHasFailed =
+        posix_spawnp(&process, program.c_str(), nullptr, nullptr, arguments.data(), environ) != 0;
+    mProcess = mHasFailed ? 0 : process;
+}
+
+bool BrowserStart::hasFailed()
+{
+    int status = 0;
+    const auto process = static_cast<pid_t>(mProcess);
+    if (process != 0 && waitpid(process, &status, WNOHANG) == process) {
+        mHasFailed = status != 0;
+        mProcess = 0;
+    }
+    return mHasFailed;
 }
 
 } // namespace telvo

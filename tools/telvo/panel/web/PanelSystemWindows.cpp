@@ -10,12 +10,17 @@ namespace telvo
 
 const bool kReusesAddress = false;
 
-bool openBrowser(const std::string& url)
+BrowserStart::BrowserStart(const std::string& url)
 {
     constexpr std::intptr_t kLastError = 32; // greater results are successes
     const HINSTANCE result =
         ShellExecuteA(nullptr, "open", url.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
-    return reinterpret_cast<std::intptr_t>(result) > kLastError;
+    mHasFailed = reinterpret_cast<std::intptr_t>(result) <= kLastError;
+}
+
+bool BrowserStart::hasFailed()
+{
+    return mHasFailed;
 }
 
 } // namespace telvo
