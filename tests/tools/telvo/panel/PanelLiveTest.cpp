@@ -162,16 +162,4 @@ TEST_F(PanelLive, ShowsALostLinkAndGoesOnWhenItIsBack)
     expectDone("live", {{"on", true}});
 }
 
-TEST_F(PanelLive, EndsInOrderWhilePicturesCome)
-{
-    begin();
-    expectDone("preview", {{"width", 64}});
-    expectDone("live", {{"on", true}});
-    page->awaitPicture();
-    EXPECT_EQ(endPanel().exitStatus, 0);
-    EXPECT_EQ(page->awaitClose(), 1001);
-    EXPECT_TRUE(isFree());
-    EXPECT_EQ(value(FeatureId::CameraState), camera::kStateIdle);
-}
-
 } // namespace

@@ -68,16 +68,6 @@ TEST_F(PanelProgram, AnswersWhatIsWrongAndGoesOn)
     EXPECT_TRUE(client.ask({{"do", "downloads"}})["ok"]);
 }
 
-TEST_F(PanelProgram, LetsTheCameraGoAtItsEnd)
-{
-    begin();
-    const ToolOutcome outcome = endPanel();
-    EXPECT_EQ(outcome.exitStatus, 0) << outcome.errors;
-    page->awaitEvent("end");
-    EXPECT_EQ(page->awaitClose(), 1001);
-    EXPECT_TRUE(isFree());
-}
-
 TEST_F(PanelProgram, DemandsATokenWhereOthersReachIt)
 {
     startPanel({"--listen", "127.0.0.1"});
