@@ -79,7 +79,8 @@ Json DownloadMode::progress() const
 {
     const std::chrono::duration<double> time = Clock::now() - mStart;
     const auto bytes = static_cast<double>(mStep.done * mStep.frameSize);
-    Json json{{"name", mOptions.out.filename().string()},
+    Json json{{"camera", mCamera.address().mac},
+              {"name", mOptions.out.filename().string()},
               {"state", "running"},
               {"frames", mStep.done},
               {"of", mStep.of}};
