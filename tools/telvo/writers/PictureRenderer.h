@@ -18,7 +18,7 @@ class PictureRenderer
   public:
     using Take = std::function<void(PictureView)>;
 
-    static constexpr std::size_t kMemory = std::size_t{64} << 20; // bytes that wait, at most
+    static constexpr std::size_t kMemory = std::size_t{32} << 20; // bytes that wait, at most
 
     /// @param take  gets each picture, which is valid during the call
     PictureRenderer(const PictureStyle& style, Take take);

@@ -4,6 +4,7 @@
 #include "PictureRenderer.h"
 #include "VideoMuxer.h"
 
+#include <algorithm>
 #include <array>
 #include <optional>
 #include <string>
@@ -22,10 +23,23 @@ struct Encoding {
     AVPixelFormat gray;
     AVPixelFormat colour;
     std::uint32_t step; // picture sizes are multiples of it
+    int threads;        // that encode; 0: one a core
 };
 
-constexpr Encoding kLossless{"matroska", {"ffv1", "ffv1"}, AV_PIX_FMT_GRAY8, AV_PIX_FMT_BGR0, 1};
-constexpr Encoding kReport{"mp4", {"libx264", "mpeg4"}, AV_PIX_FMT_YUV420P, AV_PIX_FMT_YUV420P, 2};
+constexpr Encoding kLossless{.container = "matroska",
+                             .encoders = {"ffv1", "ffv1"},
+                             .gray = AV_PIX_FMT_GRAY8,
+                             .colour = AV_PIX_FMT_BGR0,
+                             .step = 1,
+                             .threads = 0};
+/// Each thread has a picture of its own in work, which takes 16 MB at 1280x1024; two are faster
+/// than a camera on its cable.
+constexpr Encoding kReport{.container = "mp4",
+                           .encoders = {"libx264", "mpeg4"},
+                           .gray = AV_PIX_FMT_YUV420P,
+                           .colour = AV_PIX_FMT_YUV420P,
+                           .step = 2,
+                           .threads = 2};
 
 const AVCodec& findEncoder(const Encoding& encoding)
 {
@@ -37,6 +51,18 @@ const AVCodec& findEncoder(const Encoding& encoding)
     throw Failure(
         "the libraries of this machine have no encoder for such a video; use --format tiff "
         "or png");
+}
+
+/// The FFV1 encoder of libavcodec 59 makes room for 148 bytes a pixel and writes zeros to all of
+/// it: 200 MB at 1280x1024. It knows the size of the pictures by now, and takes that of its context
+/// for this room alone. An eighth is still twice what the worst picture needs, three samples a
+/// pixel of 21 bits each; a picture without room would be an error.
+void reserveLess(AVCodecContext& opened)
+{
+    constexpr int kFraction = 8;
+    if (opened.codec_id == AV_CODEC_ID_FFV1 && LIBAVCODEC_VERSION_MAJOR == 59) {
+        opened.height = std::max(1, opened.height / kFraction);
+    }
 }
 
 /// Pictures into packets: made when the first picture tells its size.
@@ -57,6 +83,7 @@ class VideoEncoder
             mContext->width, mContext->height,
             first.channels == 1 ? AV_PIX_FMT_GRAY8 : AV_PIX_FMT_RGB24, mContext->width,
             mContext->height, mContext->pix_fmt, SWS_POINT, nullptr, nullptr, nullptr)));
+        reserveLess(*mContext);
     }
 
     void put(PictureView picture)
@@ -64,7 +91,7 @@ class VideoEncoder
         requireDone(av_frame_make_writable(mFrame.get())); // the encoder may hold the last one
         const std::array<const std::uint8_t*, 1> rows{picture.pixels.data()};
         const std::array<int, 1> rowSizes{static_cast<int>(picture.rowSize())};
-        requireDone(sws_scale(mScaler.get(), rows.data(), rowSizes.data(), 0, mContext->height,
+        requireDone(sws_scale(mScaler.get(), rows.data(), rowSizes.data(), 0, mFrame->height,
                               mFrame->data, mFrame->linesize));
         mFrame->pts = mCount++;
         send(mFrame.get());
@@ -82,7 +109,7 @@ class VideoEncoder
         mContext->pix_fmt = first.channels == 1 ? encoding.gray : encoding.colour;
         mContext->time_base = {1, static_cast<int>(fps)};
         mContext->framerate = {static_cast<int>(fps), 1};
-        mContext->thread_count = 0; // as many as there are cores
+        mContext->thread_count = encoding.threads;
         mContext->level = codec.id == AV_CODEC_ID_FFV1 ? 3 : mContext->level;      // checked slices
         mContext->bit_rate = std::int64_t{mContext->width} * mContext->height * 4; // of mpeg4
         if (mMuxer.wantsGlobalHeader()) {
