@@ -3,11 +3,28 @@
 #include <CLI/CLI.hpp>
 #include <cstdint>
 #include <filesystem>
+#include <iomanip>
+#include <limits>
 #include <optional>
+#include <sstream>
 #include <utility>
 
 namespace telvo
 {
+
+namespace
+{
+
+/// 31536000 rather than 3.1536e+07.
+template <typename Number>
+std::string numberText(Number number)
+{
+    std::ostringstream text;
+    text << std::setprecision(std::numeric_limits<Number>::digits10) << number;
+    return text.str();
+}
+
+} // namespace
 
 Option& Option::type(const char* name)
 {
@@ -30,7 +47,14 @@ Option& Option::required()
 template <typename Number>
 Option& Option::within(Number minimum, Number maximum)
 {
-    mOption->check(CLI::Range(minimum, maximum).description(""));
+    mOption->check([minimum, maximum](const std::string& word) {
+        Number number{};
+        const bool isOne = CLI::detail::lexical_cast(word, number) && number >= minimum &&
+                           number <= maximum; // what "nan" is not
+        return isOne ? ""
+                     : "'" + word + "' is no number from " + numberText(minimum) + " to " +
+                           numberText(maximum);
+    });
     return *this;
 }
 
@@ -62,7 +86,7 @@ Command Command::add(const char* name, const char* text) const
 
 void Command::needsCommand() const
 {
-    mApp->require_subcommand(1);
+    mApp->require_subcommand(0, 1); // none is reported in our words
 }
 
 template <typename Value>

@@ -2,6 +2,7 @@
 
 #include "CancelFlag.h"
 #include "Commands.h"
+#include "LineMistake.h"
 #include "Terminal.h"
 #include "ToolError.h"
 
@@ -52,15 +53,13 @@ int runCommand(CLI::App& app, const Parse& parse)
 {
     try {
         parse(); // runs the command
-        if (app.get_subcommands().empty()) {
-            throw UsageError("no command given; 'telvo --help' lists them");
-        }
+        requireCommand(app);
         requireOutput();
         return kExitSuccess;
     } catch (const CLI::Success& helpOrVersion) {
         return app.exit(helpOrVersion);
     } catch (const CLI::ParseError& error) {
-        return report(error.what(), kExitUsage);
+        return report(mistakeOf(app, error), kExitUsage);
     } catch (const UsageError& error) {
         return report(error.what(), kExitUsage);
     } catch (const ExitStatus& status) {

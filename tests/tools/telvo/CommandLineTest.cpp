@@ -80,6 +80,7 @@ TEST(CommandLine, RefusesNumbersOutOfRange)
     expectUsageError({"live", "--out", "x", "--frames", "0"}, "--frames");
     expectUsageError({"live", "--out", "x", "--frames", "-1"}, "--frames");
     expectUsageError({"live", "--out", "x", "--frames", "five"}, "--frames");
+    expectUsageError({"record", "--seconds", "nan"}, "--seconds");
     expectUsageError({"discover", "--timeout", "0"}, "--timeout");
     expectUsageError({"download", "--out", "x", "--count", "0"}, "--count");
     expectUsageError({"download", "--out", "x", "--first", "-2"}, "--first");
