@@ -16,7 +16,7 @@ namespace telvo
 struct DownloadOptions {
     CamerasOptions cameras;
     CaptureOptions capture;
-    std::string format = "raw";
+    std::string format; // as parseFileFormat() takes it
     std::uint32_t sequence = 0;
     FrameRange range;
     std::filesystem::path out;

@@ -1,5 +1,6 @@
 #include "Commands.h"
 #include "Download.h"
+#include "FileFormat.h"
 
 #include <limits>
 #include <memory>
@@ -43,10 +44,10 @@ void addPictures(const Command& command, DownloadOptions& options)
     command
         .option("--format", options.format,
                 "raw: one file of all frames' bytes; tiff: one file of pages; png: a folder of "
-                "pictures; mkv: a video that keeps every pixel; mp4: a small video to show")
+                "pictures; mkv: a video that keeps every pixel; mp4: a small video to show [what "
+                "PATH ends with, such as .tif; else raw]")
         .type("raw|tiff|png|mkv|mp4")
-        .oneOf({"raw", "tiff", "png", "mkv", "mp4"})
-        .showDefault();
+        .oneOf({"raw", "tiff", "png", "mkv", "mp4"});
     command.option("--playback-fps", options.fps, "Frames per second at which a video plays")
         .type("N")
         .within(1U, kMostFps)
@@ -99,7 +100,12 @@ void addDownloadCommand(const Command& app)
         "holds the frames so far, and\n--resume continues it. Where the tool was killed "
         "they are in a file OUT.XXXXXXXX.part,\nwhich --resume finds.\n"
         "Several cameras are read at once: --camera left --camera right --out 'shot-{name}.tif'");
-    command.onRun([options] { runDownload(*options); });
+    command.onRun([options] {
+        if (options->format.empty()) {
+            options->format = formatByName(options->out);
+        }
+        runDownload(*options);
+    });
 }
 
 } // namespace telvo

@@ -56,6 +56,17 @@ FileFormat parseFileFormat(const std::string& name)
     throw UsageError("there is no format '" + name + "'");
 }
 
+std::string formatByName(const std::filesystem::path& path)
+{
+    const std::string end = path.extension().string();
+    for (const Format& row : kFormats) {
+        if (end == std::string(".") + row.name) {
+            return row.name;
+        }
+    }
+    return end == ".tif" ? "tiff" : "raw";
+}
+
 bool isFolder(FileFormat format)
 {
     return rowOf(format).isFolder;

@@ -20,6 +20,9 @@ enum class FileFormat : std::uint8_t { Raw, Tiff, Png, Mkv, Mp4 };
 /// "raw", "tiff", "png", "mkv", "mp4", as on the command line.
 FileFormat parseFileFormat(const std::string& name);
 
+/// The format that the end of a file's name stands for, such as ".tif"; else raw.
+std::string formatByName(const std::filesystem::path& path);
+
 bool isFolder(FileFormat format);
 bool isVideo(FileFormat format);
 

@@ -64,6 +64,14 @@ TEST_F(DownloadFormat, TiffHasAPageForEachFrame)
     EXPECT_THAT(info, testing::Not(HasSubstr("=== TIFF directory 40 ===")));
 }
 
+TEST_F(DownloadFormat, IsWhatTheNameEndsWith)
+{
+    start(recordedCamera(kFrames));
+    downloads("a.tif");
+    EXPECT_TRUE(decoded("a.tif") == shown());
+    EXPECT_EQ(jsonOf(folder / "a.tif.json")["pictures"]["file-format"], "tiff");
+}
+
 TEST_F(DownloadFormat, PngIsAPictureForEachFrame)
 {
     start(recordedCamera(kFrames));
