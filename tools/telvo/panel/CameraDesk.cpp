@@ -23,13 +23,11 @@ constexpr std::chrono::milliseconds kMostDelay{20};
 
 } // namespace
 
-CameraDesk::CameraDesk(CameraAddress address, Clients& clients, Downloads downloads,
-                       std::function<void()> openChanged)
+CameraDesk::CameraDesk(CameraAddress address, Shared shared)
     : mAddress(std::move(address)),
-      mClients(clients),
-      mDownloads(downloads),
-      mOpenChanged(std::move(openChanged)),
-      mPictures(mAddress.mac, mFeed, clients),
+      mShared(std::move(shared)),
+      mClients(mShared.clients),
+      mPictures(mAddress.mac, mFeed, mClients),
       mMode(std::make_unique<ClosedMode>())
 {
     publishState();
@@ -186,7 +184,7 @@ void CameraDesk::noticeLoss()
 void CameraDesk::setOpen(bool open)
 {
     if (mIsOpen.exchange(open) != open) {
-        mOpenChanged();
+        mShared.openChanged();
     }
 }
 

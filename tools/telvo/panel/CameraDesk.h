@@ -39,17 +39,15 @@ class ReviewMode;
 class CameraDesk
 {
   public:
-    /// Where downloads go, and who is told of them.
-    struct Downloads {
-        DownloadFolder& folder;
+    /// What all desks share, borrowed until the end. The function is called on the desk's thread.
+    struct Shared {
+        Clients& clients;
+        DownloadFolder& folder; // where downloads go
         DownloadJobs& jobs;
+        std::function<void()> openChanged; // the camera was connected or let go
     };
 
-    /// @param clients, downloads  borrowed until the end
-    /// @param openChanged         called on the desk's thread when it has connected the camera or
-    ///                            let it go
-    CameraDesk(CameraAddress address, Clients& clients, Downloads downloads,
-               std::function<void()> openChanged);
+    CameraDesk(CameraAddress address, Shared shared);
     /// Lets the camera go.
     ~CameraDesk();
     CameraDesk(const CameraDesk&) = delete;
@@ -134,9 +132,8 @@ class CameraDesk
     void setBusy(const char* reason);
 
     CameraAddress mAddress;
+    const Shared mShared;
     Clients& mClients;
-    const Downloads mDownloads;
-    const std::function<void()> mOpenChanged;
     DeskQueue mQueue;
     std::stop_token mStop; // of the thread
     PreviewFeed mFeed;

@@ -37,11 +37,11 @@ MessagePointer CameraDesk::handle(const DeskTask& task, const DownloadRequest& r
 {
     const CameraSession& camera = requireSession();
     requireRest();
-    DownloadOptions options = optionsOf(request, mDownloads.folder);
+    DownloadOptions options = optionsOf(request, mShared.folder);
     DownloadTarget target = prepareTarget(options);
     rest("about to download"); // ends a look at what was recorded, too
     auto mode = std::make_unique<DownloadMode>(camera, std::move(options), std::move(target),
-                                               mDownloads.jobs, mStop);
+                                               mShared.jobs, mStop);
     const std::uint32_t job = mode->job();
     enter(std::move(mode));
     setBusy(mMode->busy()); // until the next mode

@@ -167,7 +167,10 @@ CameraDesk& Panel::addDesk(const CameraAddress& address)
     auto& desk = mDesks[address.mac];
     if (!desk) {
         desk = std::make_unique<CameraDesk>(
-            address, mClients, CameraDesk::Downloads{mDownloads, mJobs}, [this] { tellCameras(); });
+            address, CameraDesk::Shared{.clients = mClients,
+                                        .folder = mDownloads,
+                                        .jobs = mJobs,
+                                        .openChanged = [this] { tellCameras(); }});
     }
     return *desk;
 }
