@@ -111,7 +111,7 @@ void CameraDesk::step()
     } catch (const std::exception& error) {
         mNextStep = Clock::now() + kReportInterval;
         noticeLoss();
-        mClients.sendAll(eventMessage("log", {{"text", error.what()}}));
+        mShared.news.tell(error.what());
     }
 }
 

@@ -9,6 +9,7 @@
 #include "DownloadFolder.h"
 #include "DownloadJobs.h"
 #include "LivePictures.h"
+#include "PanelNews.h"
 #include "PreviewFeed.h"
 #include "Request.h"
 #include "SettingRows.h"
@@ -42,6 +43,7 @@ class CameraDesk
     /// What all desks share, borrowed until the end. The function is called on the desk's thread.
     struct Shared {
         Clients& clients;
+        PanelNews& news;
         DownloadFolder& folder; // where downloads go
         DownloadJobs& jobs;
         std::function<void()> openChanged; // the camera was connected or let go

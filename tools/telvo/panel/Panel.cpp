@@ -11,12 +11,11 @@ namespace telvo
 Panel::Panel(const SearchOptions& search, DownloadFolder& downloads, Clients& clients)
     : mDownloads(downloads),
       mClients(clients),
+      mNews(clients),
       mJobs(clients),
       mFinder(
           search, [this](const std::vector<FoundCamera>& cameras) { onFound(cameras); },
-          [this](const std::string& reason) {
-              mClients.sendAll(eventMessage("log", {{"text", reason}}));
-          })
+          [this](const std::string& reason) { mNews.tell(reason); })
 {
 }
 
@@ -65,6 +64,7 @@ void Panel::onMessage(ClientId client, std::string_view text)
 
 void Panel::onClosed(ClientId client)
 {
+    mNews.forget(client);
     for (CameraDesk* const desk : allDesks()) {
         desk->forget(client);
     }
@@ -107,6 +107,7 @@ void Panel::greet(ClientId client, std::int64_t id)
         desk->tellState(client);
     }
     mJobs.tellAll(client);
+    mNews.greet(client);
 }
 
 void Panel::onFound(const std::vector<FoundCamera>& cameras)
@@ -168,6 +169,7 @@ CameraDesk& Panel::addDesk(const CameraAddress& address)
     if (!desk) {
         desk = std::make_unique<CameraDesk>(
             address, CameraDesk::Shared{.clients = mClients,
+                                        .news = mNews,
                                         .folder = mDownloads,
                                         .jobs = mJobs,
                                         .openChanged = [this] { tellCameras(); }});

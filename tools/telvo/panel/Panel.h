@@ -5,6 +5,7 @@
 #include "CameraFinder.h"
 #include "Clients.h"
 #include "DownloadFolder.h"
+#include "PanelNews.h"
 #include "Request.h"
 
 #include <map>
@@ -56,6 +57,7 @@ class Panel : public ClientListener
 
     DownloadFolder& mDownloads;
     Clients& mClients;
+    PanelNews mNews;
     DownloadJobs mJobs;
     std::mutex mLock;
     std::map<std::string, FoundCamera> mCameras; // by MAC; those with a desk stay
