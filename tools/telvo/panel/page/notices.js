@@ -7,6 +7,7 @@ const MOST = 4;
 
 export class Notices {
     #list;
+    #passing = new Map(); // text -> {notice, timer}
 
     constructor(list) {
         this.#list = list;
@@ -17,9 +18,16 @@ export class Notices {
         this.#add(text, "failure");
     }
 
+    /** What is told again before it has passed stays for another while, and is not read out again. */
     news(text) {
-        const notice = this.#add(text, "news");
-        setTimeout(() => notice.remove(), GOOD_NEWS_LASTS);
+        const isThere = this.#passing.has(text);
+        clearTimeout(this.#passing.get(text)?.timer);
+        const notice = isThere ? this.#passing.get(text).notice : this.#add(text, "news");
+        const timer = setTimeout(() => {
+            this.#passing.delete(text);
+            notice.remove();
+        }, GOOD_NEWS_LASTS);
+        this.#passing.set(text, { notice, timer });
     }
 
     /** The result of a question to the program, or undefined after saying why there is none. */
