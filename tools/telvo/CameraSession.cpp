@@ -52,14 +52,15 @@ void requireAll(const FeatureNames& features, const Names& names, const std::str
     }
 }
 
-void announcePreparation(const CameraLook& look, const CameraAddress& address)
+/// What the library is about to do with a camera that it does not know; empty: nothing.
+std::string preparationOf(const CameraLook& look, const CameraAddress& address)
 {
-    if (look.text("UserSetSelector") != "UserSet1" ||
-        look.text("UserSetDefaultSelector") != "UserSet1") {
-        std::cerr << "telvo: the camera at " << address.ip
-                  << " is used for the first time: its user set 1 is set to whole pictures, saved "
-                     "and made the default\n";
-    }
+    const bool isPrepared = look.text("UserSetSelector") == "UserSet1" &&
+                            look.text("UserSetDefaultSelector") == "UserSet1";
+    return isPrepared ? ""
+                      : "the camera at " + address.ip +
+                            " is used for the first time: its user set 1 is set to whole "
+                            "pictures, saved and made the default";
 }
 
 } // namespace
@@ -69,6 +70,7 @@ struct CameraSession::Connected {
     TelvoConnectionSettings settings;
     FeatureNames features;
     AllFacts facts;
+    std::string preparation;
     bool recording = false;
     std::unique_ptr<CameraLink> link;
 
@@ -86,7 +88,10 @@ CameraSession::Connected::Connected(const CameraAddress& where, const TelvoConne
         }
         features = look.features();
         requireAll(features, kNeededFeatures, "which every command that connects it needs");
-        announcePreparation(look, address);
+        preparation = preparationOf(look, address);
+        if (!preparation.empty()) {
+            std::cerr << "telvo: " << preparation << '\n';
+        }
         facts = lookAtFacts(look);
     } // leaves the camera's attention to the library
     link = std::make_unique<CameraLink>(address, settings, flashCopy);
@@ -211,6 +216,11 @@ std::int32_t CameraSession::id() const
 const CameraAddress& CameraSession::address() const
 {
     return mConnected->address;
+}
+
+const std::string& CameraSession::preparation() const
+{
+    return mConnected->preparation;
 }
 
 bool CameraSession::isRecording() const

@@ -39,6 +39,9 @@ class CameraSession
     std::int32_t id() const;
     const CameraAddress& address() const;
 
+    /// What the user was told about the camera's user sets; empty: they were prepared before.
+    const std::string& preparation() const;
+
     /// A recording was running and goes on.
     bool isRecording() const;
 

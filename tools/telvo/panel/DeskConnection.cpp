@@ -41,6 +41,9 @@ std::unique_ptr<DeskMode> CameraDesk::connect(const char* news)
 {
     mSession = std::make_unique<CameraSession>(mAddress);
     mHasFlashCard = hasFlashCard(*mSession);
+    if (!mSession->preparation().empty()) {
+        mShared.news.tell(mSession->preparation(), PanelNews::Weight::Lasting);
+    }
     mSettings.forgetAll();
     setSequences(Json::array());
     setOpen(true);

@@ -5,9 +5,10 @@
 namespace telvo
 {
 
-void PanelNews::tell(const std::string& text)
+void PanelNews::tell(const std::string& text, Weight weight)
 {
-    MessagePointer message = eventMessage("log", {{"text", text}});
+    MessagePointer message =
+        eventMessage("log", {{"text", text}, {"stays", weight == Weight::Lasting}});
     const std::lock_guard guard(mLock);
     if (!mPages.empty()) {
         return mClients.sendAll(std::move(message));

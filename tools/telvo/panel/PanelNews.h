@@ -3,7 +3,7 @@
 
 #include "Clients.h"
 
-#include <cstddef>
+#include <cstdint>
 #include <deque>
 #include <mutex>
 #include <set>
@@ -21,10 +21,15 @@ class PanelNews
   public:
     static constexpr std::size_t kMostKept = 8; // the newest
 
+    enum class Weight : std::uint8_t {
+        Passing, ///< is gone after a moment
+        Lasting, ///< stays until it is put away
+    };
+
     /// The clients are borrowed until the end.
     explicit PanelNews(Clients& clients) : mClients(clients) {}
 
-    void tell(const std::string& text);
+    void tell(const std::string& text, Weight weight = Weight::Passing);
     /// A page shows news from now on.
     void greet(ClientId client);
     void forget(ClientId client);

@@ -30,6 +30,11 @@ export class Notices {
         this.#passing.set(text, { notice, timer });
     }
 
+    /** No failure, and worth reading even later. */
+    remark(text) {
+        this.#add(text, "news");
+    }
+
     /** The result of a question to the program, or undefined after saying why there is none. */
     async watch(promise) {
         try {

@@ -23,7 +23,7 @@ class Panel {
         this.socket.addEventListener("down", () => this.#showConnection(false));
         this.#onState("cameras", () => this.#showCameras());
         this.#onState("downloads", () => this.#cards.forEach((card) => card.showDownloads()));
-        this.#onState("log", ({ text }) => this.notices.news(text));
+        this.#onState("log", ({ text, stays }) => (stays ? this.notices.remark(text) : this.notices.news(text)));
         this.#onState("end", () => { this.#hasEnded = true; });
         this.#onState("curve", (message) => this.#cards.get(message.camera)?.showCurve(message));
         this.#onState("settings", (camera) => this.#cards.get(camera)?.showSettings());
