@@ -66,6 +66,12 @@ void CameraDesk::tellState(ClientId client) const
     mClients.send(client, mNewestState);
 }
 
+void CameraDesk::hasAnswered(const CameraAddress& address)
+{
+    const std::lock_guard guard(mStateLock);
+    mAnswer = address;
+}
+
 void CameraDesk::run(const std::stop_token& stop)
 {
     mStop = stop;

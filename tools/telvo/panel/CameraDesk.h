@@ -34,19 +34,21 @@ class ReviewMode;
 
 /**
  * Where a camera is worked with: what all pages ask of it is done one after the other on one
- * thread, and all of them are told what comes of it. Threads: put(), forget(), tellState() and
- * isOpen() any; all else is the desk's own thread. mStateLock guards what is below it.
+ * thread, and all of them are told what comes of it. Threads: put(), forget(), tellState(),
+ * hasAnswered() and isOpen() any; all else is the desk's own thread. mStateLock guards what is
+ * below it.
  */
 class CameraDesk
 {
   public:
-    /// What all desks share, borrowed until the end. The function is called on the desk's thread.
+    /// What all desks share, borrowed until the end. The functions are called on the desk's thread.
     struct Shared {
         Clients& clients;
         PanelNews& news;
         DownloadFolder& folder; // where downloads go
         DownloadJobs& jobs;
         std::function<void()> openChanged; // the camera was connected or let go
+        std::function<void()> search;      // for cameras; hasAnswered() tells of this one
     };
 
     CameraDesk(CameraAddress address, Shared shared);
@@ -62,6 +64,8 @@ class CameraDesk
     /// Tells a client how things are.
     void tellState(ClientId client) const;
     bool isOpen() const { return mIsOpen; }
+    /// The camera has answered a search, here: where it is connected the next time.
+    void hasAnswered(const CameraAddress& address);
     /// Makes the thread end soon; the destructor waits for it.
     void requestEnd() { mThread.request_stop(); }
 
@@ -92,6 +96,7 @@ class CameraDesk
 
     void connectAgain(bool live);
     std::unique_ptr<DeskMode> lost();
+    bool takeAnswer();
 
     // DeskFeatures.cpp
     MessagePointer handle(const DeskTask& task, const FeaturesRequest& request);
@@ -133,7 +138,7 @@ class CameraDesk
     MessagePointer answerAtOnce(const DeskTask& task) const;
     void setBusy(const char* reason);
 
-    CameraAddress mAddress;
+    CameraAddress mAddress; // its MAC stays
     const Shared mShared;
     Clients& mClients;
     DeskQueue mQueue;
@@ -148,6 +153,7 @@ class CameraDesk
     Clock::time_point mNextReport{};
     std::atomic<bool> mIsOpen{false};
     mutable std::mutex mStateLock;
+    std::optional<CameraAddress> mAnswer; // of a search, not looked at yet
     MessagePointer mNewestState;
     Json mNewestSettings = Json::array();
     Json mSequences = Json::array(); // as they were listed last

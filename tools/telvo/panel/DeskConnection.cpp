@@ -10,6 +10,8 @@
 #include "RecordMode.h"
 #include "ToolError.h"
 
+#include <utility>
+
 namespace telvo
 {
 
@@ -18,6 +20,7 @@ MessagePointer CameraDesk::handle(const DeskTask& task, const OpenRequest& /*req
     if (!mSession) {
         enter(std::make_unique<ConnectingMode>());
         try {
+            takeAnswer();
             enter(connect("connected"));
         } catch (const std::exception& error) {
             enter(std::make_unique<ClosedMode>(error.what()));
@@ -72,7 +75,22 @@ void CameraDesk::connectAgain(bool live)
 
 std::unique_ptr<DeskMode> CameraDesk::lost()
 {
-    return std::make_unique<LostMode>([this] { return connect("the link is there again"); });
+    takeAnswer(); // from before
+    return std::make_unique<LostMode>(
+        LostMode::Ways{.search = mShared.search,
+                       .hasAnswered = [this] { return takeAnswer(); },
+                       .connect = [this] { return connect("the link is there again"); }});
+}
+
+/// @return false: the camera has answered no search since the last call
+bool CameraDesk::takeAnswer()
+{
+    const std::lock_guard guard(mStateLock);
+    if (!mAnswer) {
+        return false;
+    }
+    mAddress = *std::exchange(mAnswer, std::nullopt);
+    return true;
 }
 
 void CameraDesk::letGo()

@@ -8,18 +8,25 @@ namespace telvo
 namespace
 {
 
-constexpr std::chrono::seconds kRetryInterval{1};
+constexpr std::chrono::milliseconds kLookInterval{50}; // for an answer
+constexpr std::chrono::seconds kSearchInterval{1};
 
 } // namespace
 
 DeskMode::Step LostMode::step()
 {
-    try {
-        return {.next = mConnect()};
-    } catch (const Failure& failure) {
-        mReason = failure.what();
-        return {.wait = kRetryInterval};
+    if (mWays.hasAnswered()) {
+        try {
+            return {.next = mWays.connect()};
+        } catch (const Failure& failure) {
+            mReason = failure.what();
+        }
     }
+    if (const auto now = Clock::now(); now >= mNextSearch) {
+        mNextSearch = now + kSearchInterval;
+        mWays.search();
+    }
+    return {.wait = kLookInterval};
 }
 
 Json LostMode::state() const

@@ -3,6 +3,7 @@
 
 #include "DeskMode.h"
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <string>
@@ -10,20 +11,28 @@
 namespace telvo
 {
 
-/// The link was lost: tries to connect again, every second.
+/// The link was lost: looks for the camera every second, and connects it where it answers, which
+/// may be at another address.
 class LostMode : public DeskMode
 {
   public:
-    /// Connects. @return the mode that the camera is in then. Throws Failure.
-    using Connect = std::function<std::unique_ptr<DeskMode>()>;
+    struct Ways {
+        std::function<void()> search;      // asks whether the camera is there
+        std::function<bool()> hasAnswered; // since the last call
+        /// Connects. @return the mode that the camera is in then. Throws Failure.
+        std::function<std::unique_ptr<DeskMode>()> connect;
+    };
 
-    explicit LostMode(Connect connect) : mConnect(std::move(connect)) {}
+    explicit LostMode(Ways ways) : mWays(std::move(ways)) {}
 
     Step step() override;
     Json state() const override;
 
   private:
-    const Connect mConnect;
+    using Clock = std::chrono::steady_clock;
+
+    const Ways mWays;
+    Clock::time_point mNextSearch{};
     std::string mReason; // why the last try failed; empty: none was made yet
 };
 

@@ -117,6 +117,9 @@ void Panel::onFound(const std::vector<FoundCamera>& cameras)
         std::erase_if(mCameras, [this](const auto& row) { return !mDesks.contains(row.first); });
         for (const FoundCamera& camera : cameras) {
             mCameras[camera.address.mac] = camera;
+            if (const auto desk = mDesks.find(camera.address.mac); desk != mDesks.end()) {
+                desk->second->hasAnswered(camera.address);
+            }
         }
     }
     tellCameras();
@@ -172,7 +175,8 @@ CameraDesk& Panel::addDesk(const CameraAddress& address)
                                         .news = mNews,
                                         .folder = mDownloads,
                                         .jobs = mJobs,
-                                        .openChanged = [this] { tellCameras(); }});
+                                        .openChanged = [this] { tellCameras(); },
+                                        .search = [this] { search(); }});
     }
     return *desk;
 }

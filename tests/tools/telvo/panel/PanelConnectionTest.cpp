@@ -1,13 +1,69 @@
+#include "CameraControl.h"
 #include "PanelProcess.h"
+
+#include <algorithm>
 
 namespace
 {
 
+using camera::FeatureId;
 using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
 
 using PanelConnection = PanelTest;
+
+camera::CameraOptions cameraAt(const std::string& address, const std::string& mac)
+{
+    camera::CameraOptions options = quickCamera(address);
+    options.mac = mac;
+    return options;
+}
+
+/// Waits until the camera is listed at the address.
+void awaitListed(PanelClient& page, const std::string& mac, const std::string& address, bool open)
+{
+    page.awaitEvent("cameras", [&](const Json& event) {
+        return std::ranges::any_of(event["cameras"], [&](const Json& row) {
+            return row["camera"] == mac && row["address"] == address && row["open"] == open;
+        });
+    });
+}
+
+constexpr const char* kOwn = "02:00:00:00:00:01";
+constexpr const char* kStranger = "02:00:00:00:00:02";
+
+// A link counts as lost after some heartbeats without an answer.
+TEST_F(PanelConnection, IsMadeAgainWithTheSameCameraWhereverItIsThen)
+{
+    begin(cameraAt("127.0.0.11", kOwn));
+    camera().stop();
+    camera::VirtualCamera inItsPlace(cameraAt("127.0.0.11", kStranger));
+    ASSERT_FALSE(inItsPlace.start());
+    page->awaitState("lost");
+    awaitListed(*page, kStranger, "127.0.0.11", false);
+
+    camera::VirtualCamera moved(cameraAt("127.0.0.13", kOwn));
+    ASSERT_FALSE(moved.start());
+    EXPECT_THAT(page->awaitState("idle")["text"], HasSubstr("the link is there again"));
+    awaitListed(*page, kOwn, "127.0.0.13", true);
+    EXPECT_TRUE(::isFree(inItsPlace));
+    expectDone("set", {{"values", {{"exposure", 777}}}});
+    EXPECT_EQ(moved.value(FeatureId::ExposureTimeRaw), 777);
+}
+
+TEST_F(PanelConnection, IsMadeWhereACameraThatWasClosedIsNow)
+{
+    begin(cameraAt("127.0.0.11", kOwn));
+    expectDone("close");
+    camera().stop();
+    camera::VirtualCamera moved(cameraAt("127.0.0.13", kOwn));
+    ASSERT_FALSE(moved.start());
+    page->ask({{"do", "search"}});
+    awaitListed(*page, kOwn, "127.0.0.13", false);
+    expectDone("open");
+    EXPECT_FALSE(::isFree(moved));
+}
 
 /// A camera that the library has never seen.
 camera::CameraOptions freshCamera()
