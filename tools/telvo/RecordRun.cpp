@@ -3,6 +3,7 @@
 #include "CancelFlag.h"
 #include "FrameCounter.h"
 #include "ToolError.h"
+#include "TriggerSearch.h"
 
 #include "TelvoDll.h"
 
@@ -56,8 +57,8 @@ std::uint32_t sequencesOf(const CameraSession& camera)
     return sequences;
 }
 
-/// How many frames were recorded after the one that the preview showed when the key was pressed.
-std::uint32_t framesSince(const CameraSession& camera, std::uint16_t counter, std::uint32_t frames)
+/// The first frame behind the one that the preview showed when the key was pressed.
+std::uint32_t findKey(const CameraSession& camera, std::uint16_t shown, std::uint32_t frames)
 {
     std::uint64_t header = 0;
     std::uint8_t flags = 0;
@@ -66,10 +67,10 @@ std::uint32_t framesSince(const CameraSession& camera, std::uint16_t counter, st
         frames == 0 ? nullptr
                     : expGetFramePointer(frames - 1, &header, &flags, &extra, camera.id());
     if (last == nullptr) {
-        return 0;
+        return frames;
     }
     const std::uint16_t newest = frameNumber({last, kFrameHeaderSize});
-    return static_cast<std::uint16_t>(newest - counter);
+    return findGivenTrigger(shown, newest, frames).value_or(0);
 }
 
 void findTriggers(const CameraSession& camera, const RecordPlan& plan, std::uint32_t triggered,
@@ -96,8 +97,7 @@ std::vector<RecordedSequence> sequencesAfter(const CameraSession& camera, const 
     }
     findTriggers(camera, plan, cause == EndCause::Trigger ? count : triggered, sequences);
     if (cause == EndCause::Key) {
-        const std::uint32_t after = framesSince(camera, keyCounter, sequences[0].frames);
-        sequences[0].trigger = sequences[0].frames - std::min(after, sequences[0].frames);
+        sequences[0].trigger = findKey(camera, keyCounter, sequences[0].frames);
     }
     return sequences;
 }
@@ -159,7 +159,6 @@ bool RecordRun::isEndedByKey()
     const std::uint32_t now = std::max(mCounted, mShown);
     if (!mKeyFrame && mKeyPressed()) {
         mKeyFrame = mShown;
-        mKeyCounter = static_cast<std::uint16_t>(mShown);
     }
     return mKeyFrame && now >= *mKeyFrame + mPlan.trailer;
 }
@@ -211,6 +210,11 @@ std::string RecordProgress::text() const
     return text.str();
 }
 
+std::optional<std::uint16_t> RecordRun::keyCounter() const
+{
+    return mKeyFrame ? std::optional(counterOf(*mKeyFrame)) : std::nullopt;
+}
+
 std::optional<RecordingEnd> RecordRun::stop()
 {
     expGetCurrentRecordingSequence(&mTriggered, mCamera.id());
@@ -223,7 +227,7 @@ RecordOutcome RecordRun::outcome(EndCause cause, RecordingEnd end) const
     RecordOutcome outcome{.cause = cause, .end = end};
     expGetNumberOfAllRecordedFrames(&outcome.frames, mCamera.id());
     expGetLastRecordDimensions(&outcome.width, &outcome.height, mCamera.id());
-    outcome.sequences = sequencesAfter(mCamera, mPlan, cause, mTriggered, mKeyCounter);
+    outcome.sequences = sequencesAfter(mCamera, mPlan, cause, mTriggered, keyCounter().value_or(0));
     outcome.shortfall = shortfallOf(mPlan, outcome);
     return outcome;
 }

@@ -72,6 +72,9 @@ class RecordRun
     std::optional<EndCause> look();
     RecordProgress progress() const;
 
+    /// The counter of the frame that the preview showed when the key was pressed; none: it was not.
+    std::optional<std::uint16_t> keyCounter() const;
+
     /// As stopRecording().
     std::optional<RecordingEnd> stop();
     /// What came of it, once it is stopped.
@@ -89,11 +92,10 @@ class RecordRun
     const RecordPlan mPlan;
     const KeyPressed mKeyPressed;
     const Clock::time_point mStart = Clock::now();
-    std::uint32_t mCounted = 0; // by the camera
-    std::uint32_t mShown = 0;   // by its preview
-    std::optional<std::uint32_t> mKeyFrame;
-    std::uint16_t mKeyCounter = 0; // the preview's frame counter when the key was pressed
-    std::uint32_t mTriggered = 0;  // sequences that had their trigger before the stop
+    std::uint32_t mCounted = 0;             // by the camera
+    std::uint32_t mShown = 0;               // by its preview
+    std::optional<std::uint32_t> mKeyFrame; // that the preview showed when the key was pressed
+    std::uint32_t mTriggered = 0;           // sequences that had their trigger before the stop
     bool mIsRunning = false;
 };
 

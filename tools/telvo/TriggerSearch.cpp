@@ -35,6 +35,19 @@ std::optional<std::uint32_t> findTrigger(std::uint32_t frames,
     return isAfterTrigger(headerOf(before)) ? before : after;
 }
 
+std::uint16_t counterOf(std::uint32_t counted)
+{
+    constexpr std::uint32_t kWrap = 65'535; // frames that are counted each time the counter wraps
+    return static_cast<std::uint16_t>(counted % kWrap);
+}
+
+std::optional<std::uint32_t> findGivenTrigger(std::uint16_t shown, std::uint16_t last,
+                                              std::uint32_t frames)
+{
+    const std::uint32_t after = static_cast<std::uint16_t>(last - shown); // it wraps
+    return after > frames ? std::nullopt : std::optional(frames - after);
+}
+
 const char* endCause(const Recording& recording, const FrameHeader& last, std::uint32_t capacity)
 {
     if (isAfterTrigger(last)) {

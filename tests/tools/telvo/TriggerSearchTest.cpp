@@ -43,6 +43,23 @@ TEST(TriggerSearch, FindsNoTriggerWhereThereWasNone)
     EXPECT_EQ(findTrigger(1, [](std::uint32_t) { return flagged(kTrailer); }), 0U);
 }
 
+TEST(TriggerSearch, FindsAGivenTriggerByTheFrameThatWasShown)
+{
+    EXPECT_EQ(findGivenTrigger(79, 99, 100), 80U);
+    EXPECT_EQ(findGivenTrigger(99, 99, 100), 100U);   // behind the last frame
+    EXPECT_EQ(findGivenTrigger(65'530, 9, 100), 85U); // the counter has wrapped in between
+    EXPECT_EQ(findGivenTrigger(0, 100, 100), 0U);
+    EXPECT_EQ(findGivenTrigger(0, 101, 100), std::nullopt); // it is no longer there
+}
+
+TEST(TriggerSearch, KnowsTheCountersOfCountedFrames)
+{
+    EXPECT_EQ(counterOf(0), 0);
+    EXPECT_EQ(counterOf(65'534), 65'534);
+    EXPECT_EQ(counterOf(65'535 + 7), 7); // as much is counted for each wrap
+    EXPECT_EQ(counterOf(3 * 65'535 + 50'000), 50'000);
+}
+
 TEST(TriggerSearch, NamesWhatEndedTheRecording)
 {
     Recording recording{.info = {.width = 64, .height = 48, .isRing = false, .sequences = 1},
