@@ -123,7 +123,11 @@ void CameraDesk::step()
 
 void CameraDesk::enter(std::unique_ptr<DeskMode> mode)
 {
-    const bool wasRecording = dynamic_cast<const RecordingMode*>(mMode.get()) != nullptr;
+    const auto* const recording = dynamic_cast<const RecordingMode*>(mMode.get());
+    const bool wasRecording = recording != nullptr;
+    if (wasRecording) {
+        mGivenTrigger = recording->givenTrigger();
+    }
     setBusy(nullptr); // before the end of what the camera was busy with is told
     mMode.reset();    // ends what it does with the camera
     mMode = std::move(mode);

@@ -148,7 +148,8 @@ class CameraDesk
     SettingRows mSettings;
     std::unique_ptr<CameraSession> mSession; // null: not connected
     bool mHasFlashCard = false;
-    std::unique_ptr<DeskMode> mMode; // never null; uses the session
+    std::optional<std::uint16_t> mGivenTrigger; // of the last recording, as its mode has it
+    std::unique_ptr<DeskMode> mMode;            // never null; uses the session
     Clock::time_point mNextStep{};
     Clock::time_point mNextReport{};
     std::atomic<bool> mIsOpen{false};

@@ -19,6 +19,7 @@ MessagePointer CameraDesk::handle(const DeskTask& task, const OpenRequest& /*req
 {
     if (!mSession) {
         enter(std::make_unique<ConnectingMode>());
+        mGivenTrigger.reset(); // somebody else may have recorded since then
         try {
             takeAnswer();
             enter(connect("connected"));
@@ -75,6 +76,7 @@ void CameraDesk::connectAgain(bool live)
 
 std::unique_ptr<DeskMode> CameraDesk::lost()
 {
+    mGivenTrigger.reset();
     takeAnswer(); // from before
     return std::make_unique<LostMode>(
         LostMode::Ways{.search = mShared.search,

@@ -45,7 +45,7 @@ ReviewMode& CameraDesk::requireReview()
         return *review;
     }
     requireRest();
-    auto review = std::make_unique<ReviewMode>(camera, mAddress.mac, mClients);
+    auto review = std::make_unique<ReviewMode>(camera, mAddress.mac, mClients, mGivenTrigger);
     ReviewMode& result = *review;
     enter(std::move(review));
     return result;

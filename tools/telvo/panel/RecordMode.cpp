@@ -73,6 +73,7 @@ void RecordMode::trigger()
                           : "this recording waits for no trigger");
     }
     mIsTriggered = true;
+    mNextLook = {}; // at once: what is shown now is what the user saw
 }
 
 Json RecordMode::state() const

@@ -8,7 +8,9 @@
 #include "RecordRun.h"
 
 #include <chrono>
+#include <cstdint>
 #include <memory>
+#include <optional>
 
 namespace telvo
 {
@@ -22,6 +24,9 @@ class RecordingMode : public DeskMode
     virtual void trigger() = 0;
     /// Ends the recording. @return what comes then
     virtual std::unique_ptr<DeskMode> stop() = 0;
+    /// The counter of the frame that was shown when the panel's user gave the trigger; none: he has
+    /// not.
+    virtual std::optional<std::uint16_t> givenTrigger() const { return std::nullopt; }
 };
 
 /// A recording that the panel has armed.
@@ -35,6 +40,7 @@ class RecordMode : public RecordingMode
     Json state() const override;
     void trigger() override;
     std::unique_ptr<DeskMode> stop() override { return end(EndCause::Stopped); }
+    std::optional<std::uint16_t> givenTrigger() const override { return mRun.keyCounter(); }
 
   private:
     using Clock = std::chrono::steady_clock;

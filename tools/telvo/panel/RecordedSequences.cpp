@@ -23,8 +23,9 @@ bool isTimeOfDay(const FrameHeader& header)
 
 } // namespace
 
-RecordedSequences::RecordedSequences(const CameraSession& camera, const RecordingInfo& info)
-    : mCamera(camera), mInfo(info)
+RecordedSequences::RecordedSequences(const CameraSession& camera, const RecordingInfo& info,
+                                     std::optional<std::uint16_t> givenTrigger)
+    : mCamera(camera), mInfo(info), mGivenTrigger(givenTrigger)
 {
     expGetNumberOfAllRecordedFrames(&mFrames, camera.id());
 }
@@ -67,6 +68,9 @@ Json RecordedSequences::rowOf(std::uint32_t sequence)
              {"width", mInfo.width},
              {"height", mInfo.height},
              {"trigger", facts.trigger ? Json(*facts.trigger) : Json()}};
+    if (facts.isTriggerApproximate) {
+        row["isTriggerApproximate"] = true;
+    }
     if (!facts.first) {
         return row;
     }
@@ -91,13 +95,23 @@ const RecordedSequences::Facts& RecordedSequences::factsOf(std::uint32_t sequenc
     if (frames > 0) {
         facts.first = headerOf(0);
         facts.last = headerOf(frames - 1);
-        facts.trigger =
-            findTrigger(frames, [this](std::uint32_t frame) { return headerOf(frame); });
-    }
-    if (facts.trigger) {
-        facts.triggerHeader = headerOf(*facts.trigger);
+        findTriggerOf(sequence, facts);
     }
     return mFacts.emplace(sequence, facts).first->second;
+}
+
+/// Of the selected sequence. A trigger of the user's ends the recording in its first one.
+void RecordedSequences::findTriggerOf(std::uint32_t sequence, Facts& facts)
+{
+    const std::uint32_t frames = mSelected->frames;
+    facts.trigger = findTrigger(frames, [this](std::uint32_t frame) { return headerOf(frame); });
+    if (!facts.trigger && mGivenTrigger && sequence == 0) {
+        facts.trigger = findGivenTrigger(*mGivenTrigger, facts.last->counter, frames);
+        facts.isTriggerApproximate = facts.trigger.has_value();
+    }
+    if (facts.trigger && *facts.trigger < frames) {
+        facts.triggerHeader = headerOf(*facts.trigger);
+    }
 }
 
 /// Of the selected sequence.
@@ -106,14 +120,18 @@ FrameHeader RecordedSequences::headerOf(std::uint32_t frame)
     return decodeFrameHeader(readFrame(mCamera, mInfo, frame));
 }
 
-std::optional<std::int64_t> RecordedSequences::timeFromTrigger(std::uint32_t sequence,
-                                                               const FrameHeader& header)
+Json RecordedSequences::triggerOf(std::uint32_t sequence, const FrameHeader& header)
 {
-    const std::optional<FrameHeader>& trigger = factsOf(sequence).triggerHeader;
-    if (!trigger || isTimeOfDay(header)) {
-        return std::nullopt;
+    const Facts& facts = factsOf(sequence);
+    if (!facts.triggerHeader || isTimeOfDay(header)) {
+        return Json::object();
     }
-    return static_cast<std::int64_t>(header.time) - static_cast<std::int64_t>(trigger->time);
+    Json json{{"timeFromTrigger", static_cast<std::int64_t>(header.time) -
+                                      static_cast<std::int64_t>(facts.triggerHeader->time)}};
+    if (facts.isTriggerApproximate) {
+        json["isTriggerApproximate"] = true;
+    }
+    return json;
 }
 
 } // namespace telvo

@@ -19,8 +19,11 @@ namespace telvo
 class RecordedSequences
 {
   public:
-    /// The camera is borrowed until the end, and has the size of its recording until then.
-    RecordedSequences(const CameraSession& camera, const RecordingInfo& info);
+    /// @param camera        borrowed until the end, and has the size of its recording until then
+    /// @param givenTrigger  the counter of the frame that was shown when the user gave the trigger;
+    ///                      none: he has not, as far as is known
+    RecordedSequences(const CameraSession& camera, const RecordingInfo& info,
+                      std::optional<std::uint16_t> givenTrigger);
 
     /// Frames of all sequences.
     std::uint32_t frames() const { return mFrames; }
@@ -34,24 +37,28 @@ class RecordedSequences
     /// the first time.
     Json json();
 
-    /// Microseconds from the trigger's frame to this one; none: no trigger is known, or times of
-    /// day. The first time, a few frames are read for that.
-    std::optional<std::int64_t> timeFromTrigger(std::uint32_t sequence, const FrameHeader& header);
+    /// "timeFromTrigger", microseconds from the trigger's frame to this one, and whether that is
+    /// approximate. Empty: no trigger is known, or times of day. The first time, a few frames are
+    /// read for that.
+    Json triggerOf(std::uint32_t sequence, const FrameHeader& header);
 
   private:
     struct Facts {
         std::optional<FrameHeader> first{}; // none: the sequence is empty
         std::optional<FrameHeader> last{};
-        std::optional<std::uint32_t> trigger{}; // the first frame after it
+        std::optional<std::uint32_t> trigger{}; // the first frame after it; may be behind the last
+        bool isTriggerApproximate = false;
         std::optional<FrameHeader> triggerHeader{};
     };
 
     const Facts& factsOf(std::uint32_t sequence);
+    void findTriggerOf(std::uint32_t sequence, Facts& facts);
     FrameHeader headerOf(std::uint32_t frame);
     Json rowOf(std::uint32_t sequence);
 
     const CameraSession& mCamera;
     const RecordingInfo mInfo;
+    const std::optional<std::uint16_t> mGivenTrigger;
     std::uint32_t mFrames = 0;
     std::optional<Recording> mSelected;
     std::map<std::uint32_t, Facts> mFacts; // by sequence

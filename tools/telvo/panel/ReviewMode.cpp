@@ -19,14 +19,15 @@ constexpr std::chrono::milliseconds kCurveNewsInterval{250};
 
 } // namespace
 
-ReviewMode::ReviewMode(const CameraSession& camera, std::string name, Clients& clients)
+ReviewMode::ReviewMode(const CameraSession& camera, std::string name, Clients& clients,
+                       std::optional<std::uint16_t> givenTrigger)
     : mCamera(camera),
       mName(std::move(name)),
       mClients(clients),
       mInfo(readRecordingInfo(camera)),
       mSize(camera, mInfo),
       mIsColour(hasColours(camera)),
-      mSequences(camera, mInfo),
+      mSequences(camera, mInfo, givenTrigger),
       mCache(kCacheBytes)
 {
 }
@@ -73,9 +74,7 @@ MessagePointer ReviewMode::frame(std::int64_t id, const FrameRequest& request)
                {"number", place.frame},
                {"sequence", place.sequence}};
     about.update(describeHeader(header));
-    if (const auto time = mSequences.timeFromTrigger(place.sequence, header)) {
-        about["timeFromTrigger"] = *time;
-    }
+    about.update(mSequences.triggerOf(place.sequence, header));
     about.update(describePicture(picture.view(), figures, preview));
     return pictureMessage(about, preview.bytes);
 }

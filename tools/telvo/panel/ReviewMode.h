@@ -15,6 +15,7 @@
 #include <chrono>
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <string>
 
 namespace telvo
@@ -25,10 +26,12 @@ namespace telvo
 class ReviewMode : public DeskMode
 {
   public:
-    /// @param camera   borrowed until the end, as are the clients
-    /// @param name     the camera's MAC
+    /// @param camera        borrowed until the end, as are the clients
+    /// @param name          the camera's MAC
+    /// @param givenTrigger  of the recording, as its mode had it
     /// Throws Failure where there is nothing to look at.
-    ReviewMode(const CameraSession& camera, std::string name, Clients& clients);
+    ReviewMode(const CameraSession& camera, std::string name, Clients& clients,
+               std::optional<std::uint16_t> givenTrigger);
 
     Step step() override;
     Json state() const override;

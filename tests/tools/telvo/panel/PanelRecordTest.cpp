@@ -97,11 +97,13 @@ TEST_F(PanelRecord, WaitsForTheCamerasTrigger)
     EXPECT_TRUE(frame(0).header.contains("timeFromTrigger")); // also before it was listed
     const Json sequence = ask("recording")["sequences"][0];
     EXPECT_EQ(sequence["trigger"], sequence["frames"].get<int>() - 20);
+    EXPECT_FALSE(sequence.contains("isTriggerApproximate"));
     constexpr std::uint32_t kPeriod = 2000; // microseconds
     const auto trigger = sequence["trigger"].get<std::uint32_t>();
     for (const std::uint32_t offset : {19U, 12U, 1U, 0U}) {
         const PanelPicture picture = frame(trigger + offset);
         EXPECT_EQ(picture.header["timeFromTrigger"], offset * kPeriod) << offset;
+        EXPECT_FALSE(picture.header.contains("isTriggerApproximate"));
     }
 }
 

@@ -2,12 +2,14 @@
 
 import { countText, numberText, relativeTimeText } from "./words.js";
 
-/** The frames between which the trigger lies; null: there is none. */
-export function boundsOf(trigger) {
-    if (trigger === null || trigger === undefined) {
+/** The frames of a sequence between which its trigger lies, and whether that is approximate; null: there is none. */
+export function triggerOf(sequence) {
+    const trigger = sequence?.trigger ?? null;
+    if (trigger === null) {
         return null;
     }
-    return typeof trigger === "number" ? { first: trigger, last: trigger } : trigger;
+    const bounds = typeof trigger === "number" ? { first: trigger, last: trigger } : trigger;
+    return { ...bounds, isApproximate: sequence.isTriggerApproximate === true };
 }
 
 export function recordedText({ frames, fps }) {
@@ -15,10 +17,11 @@ export function recordedText({ frames, fps }) {
 }
 
 /** Of a frame's header. */
-export function factsOf({ timeFromTrigger, counter, flags, mean }) {
+export function factsOf({ timeFromTrigger, isTriggerApproximate, counter, flags, mean }) {
     const facts = [];
     if (timeFromTrigger !== undefined) {
-        facts.push(`${relativeTimeText(timeFromTrigger / 1e6)} from the trigger`);
+        const about = isTriggerApproximate ? "≈ " : "";
+        facts.push(`${about}${relativeTimeText(timeFromTrigger / 1e6)} from the trigger`);
     }
     facts.push(`counter ${counter}`);
     if (flags?.length > 0) {

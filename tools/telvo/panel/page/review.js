@@ -3,7 +3,7 @@
 import { setText } from "./dom.js";
 import { Marks } from "./marks.js";
 import { Playback } from "./playback.js";
-import { boundsOf, factsOf, recordedText } from "./recording.js";
+import { factsOf, recordedText, triggerOf } from "./recording.js";
 import { Scrubber } from "./scrubber.js";
 import { SequenceList } from "./sequences.js";
 import { Thumbnails } from "./thumbnails.js";
@@ -150,7 +150,7 @@ export class Review extends EventTarget {
     }
 
     #trigger() {
-        return boundsOf(this.sequence?.trigger);
+        return triggerOf(this.sequence);
     }
 
     #show(frame) {

@@ -1,7 +1,7 @@
 // The sequences of a recording, each as a button with a bar on which its trigger is marked.
 
 import { element } from "./dom.js";
-import { boundsOf } from "./recording.js";
+import { triggerOf } from "./recording.js";
 import { countText } from "./words.js";
 
 export class SequenceList {
@@ -32,12 +32,12 @@ export class SequenceList {
     }
 }
 
-function barOf({ trigger, frames }) {
+function barOf(row) {
     const bar = element("span", { class: "sequence-bar", "aria-hidden": "true" });
-    const bounds = boundsOf(trigger);
-    if (bounds !== null) {
+    const trigger = triggerOf(row);
+    if (trigger !== null) {
         const mark = element("span", {});
-        mark.style.left = `${(100 * bounds.last) / frames}%`;
+        mark.style.left = `${(100 * trigger.last) / row.frames}%`;
         bar.append(mark);
     }
     return bar;

@@ -6,6 +6,7 @@ import { THUMBNAIL_WIDTH } from "./thumbnails.js";
 
 const THUMBNAILS_SHARE = 0.5; // of the height; the curve has the rest
 const PAGE = 10; // frames, for Page Up and Page Down
+const DASH = 4; // CSS pixels, of the line of a trigger whose place is approximate
 
 /** Event: "go" (detail: frame). */
 export class Timeline extends EventTarget {
@@ -13,7 +14,7 @@ export class Timeline extends EventTarget {
     #chart;
     #frames = 0;
     #frame = 0;
-    #trigger = null; // {first, last}
+    #trigger = null; // {first, last, isApproximate}
     #curve = [];
     #thumbnails;
     #marks;
@@ -156,7 +157,9 @@ export class Timeline extends EventTarget {
         if (this.#trigger !== null) {
             const [from, to] = [at(this.#trigger.first), at(this.#trigger.last)];
             context.fillStyle = colours.alarm;
-            context.fillRect(from - 1, 0, Math.max(2, to - from), height);
+            for (const [top, length] of this.#trigger.isApproximate ? dashes(height) : [[0, height]]) {
+                context.fillRect(from - 1, top, Math.max(2, to - from), length);
+            }
             context.beginPath();
             context.moveTo((from + to) / 2 - 6, 0);
             context.lineTo((from + to) / 2 + 6, 0);
@@ -172,4 +175,9 @@ export class Timeline extends EventTarget {
         context.fillStyle = colours.warn;
         context.fillRect(x - 1, 0, 2, height);
     }
+}
+
+/** [top, length] of the pieces of a broken line. */
+function dashes(height) {
+    return Array.from({ length: Math.ceil(height / (2 * DASH)) }, (_, index) => [2 * DASH * index, DASH]);
 }
