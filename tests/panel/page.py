@@ -119,11 +119,22 @@ class Page:
 
     # Recording
 
-    def record_until_trigger(self) -> None:
-        """In a ring, ended by the Trigger button."""
+    def choose(self, field: str, value: str) -> None:
+        """One of the values that a field of the controls offers."""
+        self.find(f".controls:not([hidden]) [name={field}] [value={value}], "
+                  f".controls:not([hidden]) [name={field}][value={value}]").click()
+
+    def fill(self, field: str, value: str) -> None:
+        """A field of the controls, anew."""
+        control = self.find(f".controls:not([hidden]) [name={field}]")
+        control.send_keys(Keys.CONTROL + "a")
+        control.send_keys(value)
+
+    def record_until_trigger(self, trigger: str = "key") -> None:
+        """In a ring, ended by the Trigger button or another trigger."""
         self.tab("recordPanel")
-        self.find(".controls:not([hidden]) [value=ring]").click()
-        self.find(".controls:not([hidden]) [name=trigger] [value=key]").click()
+        self.choose("mode", "ring")
+        self.choose("trigger", trigger)
         self.click("armToo")
         self.await_state("armed", "recording")
 

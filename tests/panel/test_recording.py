@@ -15,11 +15,20 @@ from processes import HEIGHT, WIDTH, eventually
 JPEG_ERROR = 8  # grey values by which a compressed preview is off on average, at most
 
 
+def await_recorded(page: Page, frames: int) -> None:
+    """Until the camera has recorded so many, and goes on."""
+
+    def recorded() -> int:
+        progress = re.search(r"([\d\s,]+)(of .*)? frame", page.text("progress"))
+        return int(re.sub(r"\D", "", progress.group(1))) if progress else 0
+
+    eventually(lambda: recorded() >= frames, f"{frames} frames before the trigger")
+
+
 def record(page: Page) -> int:
     """In a ring until the button; the number of frames."""
     page.record_until_trigger()
-    eventually(lambda: int(re.sub(r"\D", "", page.text("progress").split("·")[-1].split("of")[0])
-                           or 0) > 20, "frames before the trigger")
+    await_recorded(page, 20)
     page.click("trigger")
     page.await_state("idle")
     eventually(lambda: page.part("review").is_displayed(), "the timeline")
@@ -101,11 +110,8 @@ def test_what_is_recorded_is_seen_and_downloaded_to_the_last_pixel(
 
 
 def test_the_frame_at_the_trigger_is_marked(page: Page) -> None:
-    page.tab("recordPanel")
-    page.find(".controls:not([hidden]) [value=ring]").click()
-    page.find(".controls:not([hidden]) [name=trigger] [value=external]").click()
-    page.click("armToo")
-    page.await_state("armed", "recording")
+    page.record_until_trigger("external")
+    await_recorded(page, 5)
     page.camera.tell("trigger")
     page.await_state("idle")
     eventually(lambda: page.shown == "RECORDED", "the frame at the trigger")
