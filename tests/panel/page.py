@@ -49,6 +49,12 @@ class Page:
         eventually(lambda: address in self.text("about"), f"{address} is shown")
         self.await_state("idle")
 
+    def select(self, address: str) -> None:
+        """One of the cameras that are open."""
+        eventually(lambda: self.find(f"button[aria-label^='Select'][aria-label$='{address}']"),
+                   f"{address} is open").click()
+        eventually(lambda: address in self.text("about"), f"{address} is selected")
+
     # Pictures
 
     @property

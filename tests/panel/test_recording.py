@@ -196,6 +196,61 @@ def test_stop_ends_a_recording_without_a_trigger(page: Page) -> None:
     page.await_state("idle")
 
 
+def test_a_flash_copy_is_shown_and_stopped(start_camera, start_panel, open_page) -> None:
+    with_card = start_camera("--record-at-power-on", "--memory", "4MB", "--flash-rate", "100KB")
+    without = start_camera("--no-flash-card")
+    page = open_page(start_panel("--camera", with_card.address, "--camera", without.address).url)
+    page.select(without.address)
+    page.await_state("idle")
+    assert not page.part("flash").is_displayed()
+
+    page.select(with_card.address)
+    page.await_state("idle")
+    page.click("flash")
+    page.await_state("flash")
+    assert page.text("stateWord") == "Copying to the flash card"
+    assert page.part("flash").get_attribute("aria-pressed") == "true"
+    assert not page.part("arm").is_enabled()
+    eventually(lambda: re.match(r"\d+\.\d s", page.text("progress")), "its time")
+    page.click("flash")
+    page.await_state("idle")
+    eventually(lambda: page.part("flash").get_attribute("aria-pressed") == "false", "the end")
+    assert "the copy to the flash card has ended" in page.text("stateText")
+
+
+def test_each_of_several_sequences_is_looked_at_and_downloaded(
+        start_camera, start_panel, open_page, tmp_path: Path) -> None:
+    camera = start_camera("--memory", "8MB", "--set", "AcquisitionFrameRateRaw=200",
+                          "--save-recordings", str(tmp_path))
+    panel = start_panel("--camera", camera.address)
+    page = open_page(panel.url)
+    page.await_state("idle")
+    page.tab("recordPanel")
+    page.choose("mode", "ring")
+    page.choose("trigger", "external")
+    page.part("recordForm").find_element("name", "sequences").send_keys("2")
+    page.click("armToo")
+    page.await_state("armed")
+    eventually(lambda: camera.tell("trigger") or page.state == "idle", "a trigger for each")
+
+    first, second = page.part("sequences").find_elements("tag name", "button")
+    assert first.text.startswith("Sequence 0") and second.text.startswith("Sequence 1")
+    assert first.get_attribute("aria-pressed") == "true"
+    second.click()
+    eventually(lambda: "of sequence 1" in page.canvas.get_attribute("aria-label"), "its frame")
+    page.click("toTrigger")
+    eventually(lambda: "+0.000 ms from the trigger" in page.text("frameFacts"), "its trigger")
+    page.tab("downloadPanel")
+    assert page.text("rangeText").endswith("of sequence 1")
+    page.click("downloadStart")
+    eventually(lambda: "verified" in page.text("jobs"), "the verdict")
+
+    assert panel.end() == 0
+    camera.end()
+    truth = frames_of(tmp_path / f"{camera.address}-1.raw")
+    assert (frames_of(tmp_path / "files" / "recording.raw") == truth).all()
+
+
 def test_a_download_that_is_cancelled_says_so(page: Page) -> None:
     record(page)
     page.tab("downloadPanel")
