@@ -249,14 +249,3 @@ def test_each_of_several_sequences_is_looked_at_and_downloaded(
     camera.end()
     truth = frames_of(tmp_path / f"{camera.address}-1.raw")
     assert (frames_of(tmp_path / "files" / "recording.raw") == truth).all()
-
-
-def test_a_download_that_is_cancelled_says_so(page: Page) -> None:
-    record(page)
-    page.tab("downloadPanel")
-    page.find(".controls:not([hidden]) [name=format] [value=png]").click()
-    page.click("downloadStart")
-    button = eventually(lambda: next(iter(page.browser.find_elements(
-        "css selector", ".job button:not([hidden])")), None), "the button")
-    button.click()
-    eventually(lambda: re.search("cancelled|verified", page.text("jobs")), "its end")
