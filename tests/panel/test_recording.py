@@ -140,6 +140,25 @@ def test_the_keys_step_and_the_mouse_scrubs(page: Page) -> None:
     assert re.fullmatch(r"\d+ ms", page.text("frameTook"))
 
 
+def test_keys_that_are_faster_than_the_pictures_lose_no_step(page: Page) -> None:
+    record(page)
+    page.part("timeline").send_keys(Keys.HOME)
+    page.await_frame(0)
+    page.browser.execute_async_script("""
+        const [timeline, presses, done] = arguments;
+        let left = presses;
+        const timer = setInterval(() => {
+            timeline.dispatchEvent(new KeyboardEvent('keydown', {key: 'ArrowRight'}));
+            left -= 1;
+            if (left === 0) {
+                clearInterval(timer);
+                done();
+            }
+        }, 5); // ms, less than a picture takes
+        """, page.part("timeline"), 40)
+    page.await_frame(40)
+
+
 def test_thumbnails_and_brightness_come_by_themselves(page: Page) -> None:
     record(page)
     timeline = "document.querySelector('.card.selected [data-part=timelineCanvas]')"

@@ -160,14 +160,15 @@ export class Review extends EventTarget {
     }
 
     #onFrame({ header, took }) {
+        const place = this.#scrubber.shows?.frame ?? header.number; // the keys may be ahead of the picture
         if (!this.#playback.isOn) {
-            this.#frame = this.#scrubber.shows?.frame ?? header.number;
+            this.#frame = place;
         }
         if (document.activeElement !== this.#parts.frameNumber) {
             this.#parts.frameNumber.value = header.number;
         }
         const facts = factsOf(header);
-        this.#timeline.setFrame(header.number, `frame ${header.number}${facts === "" ? "" : `, ${facts}`}`);
+        this.#timeline.setFrame(place, `frame ${header.number}${facts === "" ? "" : `, ${facts}`}`);
         setText(this.#parts.frameFacts, facts);
         setText(this.#parts.frameTook, `${numberText(took)} ms`);
         this.dispatchEvent(new CustomEvent("frame", { detail: header }));
