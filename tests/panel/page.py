@@ -112,6 +112,13 @@ class Page:
         control.send_keys(Keys.CONTROL + "a")
         control.send_keys(value + Keys.ENTER)
 
+    def switch(self, name: str) -> None:
+        """On, or off."""
+        control = self.setting(name)
+        self.browser.execute_script("arguments[0].closest('details').open = true;"
+                                    "arguments[0].scrollIntoView({block: 'center'})", control)
+        control.click()
+
     def outcome(self, name: str) -> tuple[str, str]:
         """What became of a setting: "taken", "differs", "refused" or "", and the words."""
         told = self.browser.execute_script(

@@ -87,6 +87,50 @@ def test_a_picture_area_drawn_with_the_mouse_is_in_the_cameras_steps(page: Page)
                    f"{name} {value}")
 
 
+def outlined(page: Page) -> dict | None:
+    """Where the canvas is pink, as nothing but a trigger window is over a grey picture."""
+    return page.browser.execute_script("""
+        const canvas = arguments[0];
+        const {width, height} = canvas;
+        const {data} = canvas.getContext('2d').getImageData(0, 0, width, height);
+        const found = [];
+        for (let i = 0; i < data.length; i += 4) {
+            if (data[i] > data[i + 1] + 30 && data[i + 2] > data[i + 1] + 15) {
+                found.push([i / 4 % width, Math.floor(i / 4 / width)]);
+            }
+        }
+        const across = found.map(([x]) => x);
+        const down = found.map(([, y]) => y);
+        return found.length === 0 ? null : {left: Math.min(...across), right: Math.max(...across),
+            top: Math.min(...down), bottom: Math.max(...down)};
+        """, page.canvas)
+
+
+def test_a_trigger_window_is_drawn_set_and_shown(page: Page) -> None:
+    go_live(page)
+    page.click("oneToOne")
+    assert outlined(page) is None
+    page.click("drawWindow")
+    page.drag_on_picture((-90, -60), (150, 100))
+    drawn = re.search(r"Trigger window: (\d+) × (\d+) at (\d+), (\d+)", page.text("regionText"))
+    width, height, left, top = (int(number) for number in drawn.groups())
+    assert abs(width - 150) <= 8 and abs(height - 100) <= 8
+    assert abs(left - (WIDTH // 2 - 90)) <= 8 and abs(top - (HEIGHT // 2 - 60)) <= 8
+    page.click("regionApply")
+    page.tab("settingsPanel")
+    for name, value in (("width", width), ("height", height), ("left", left), ("top", top)):
+        eventually(lambda n=f"window-{name}", v=value:
+                   page.setting(n).get_attribute("value") == str(v), f"window-{name} {value}")
+
+    page.switch("window-trigger")
+    where = eventually(lambda: outlined(page), "the window over the picture")
+    assert abs(where["right"] - where["left"] - width) <= 4  # a line is up to two pixels wide
+    label = 20  # above it is its name
+    assert 0 <= where["bottom"] - where["top"] - height <= label + 4
+    page.switch("window-trigger")
+    eventually(lambda: outlined(page) is None, "none where nothing triggers")
+
+
 def test_zoomed_in_far_enough_the_value_of_a_pixel_is_exact(page: Page) -> None:
     go_live(page)
     page.click("crosshair")
