@@ -47,8 +47,8 @@ def start_camera() -> Iterator[Callable[..., CameraProcess]]:
     """Starts a camera that ends with the test."""
     cameras = []
 
-    def start(*options: str) -> CameraProcess:
-        cameras.append(CameraProcess(next(_addresses), *options))
+    def start(*options: str, prepared: bool = True) -> CameraProcess:
+        cameras.append(CameraProcess(next(_addresses), *options, prepared=prepared))
         return cameras[-1]
 
     yield start

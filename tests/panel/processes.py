@@ -29,12 +29,13 @@ def eventually(condition: Callable[[], object], what: str, seconds: float = 30) 
 
 
 class CameraProcess:
-    """A telvo-camera with small pictures."""
+    """A telvo-camera with small pictures; prepared: the library has seen it before."""
 
-    def __init__(self, address: str, *options: str) -> None:
+    def __init__(self, address: str, *options: str, prepared: bool = True) -> None:
         self.address = address
         self._process = subprocess.Popen(
-            [os.environ["TELVO_CAMERA"], "--commands", "--user-sets-prepared", "--address", address,
+            [os.environ["TELVO_CAMERA"], "--commands", "--address", address,
+             *(["--user-sets-prepared"] if prepared else []),
              "--set", f"Width={WIDTH}", "--set", f"Height={HEIGHT}", *options],
             stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
         assert "listens on" in self._process.stdout.readline()

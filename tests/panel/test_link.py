@@ -1,4 +1,4 @@
-"""A lost link, a program that ends, and several tabs."""
+"""A lost link, a program that ends, several tabs, and who is let in."""
 
 from __future__ import annotations
 
@@ -61,3 +61,30 @@ def test_closing_the_page_leaves_a_recording_as_it_is(page, open_page) -> None:
     again.await_state("armed", "recording")
     again.click("stop")
     again.await_state("idle")
+
+
+def test_a_camera_that_is_used_for_the_first_time_is_remarked(start_camera, start_panel,
+                                                              open_page) -> None:
+    camera = start_camera(prepared=False)
+    page = open_page(start_panel("--camera", camera.address).url)
+    eventually(lambda: page.find("#notices").text, "a notice")
+    assert (f"the camera at {camera.address} is used for the first time: its user set 1"
+            in page.find("#notices").text)
+
+
+def test_the_address_with_the_token_lets_in_and_no_other(start_camera, start_panel,
+                                                         open_page) -> None:
+    camera = start_camera()
+    panel = start_panel("--listen", "127.0.0.1", "--camera", camera.address)
+    page = open_page(panel.url)
+    assert "?token=" in panel.url
+    assert "token" not in page.browser.current_url  # nor is it in what is shown or passed on
+    page.await_state("idle")
+    page.click("live")
+    eventually(lambda: page.state == "live" and page.number > 0, "live pictures")
+
+    page.browser.delete_all_cookies()
+    page.browser.refresh()
+    eventually(lambda: "token" in page.find("body").text, "a stranger is refused")
+    assert not page.browser.find_elements("css selector", ".card")
+    assert [problem for problem in page.problems() if "403" not in problem] == []
