@@ -165,6 +165,9 @@ void check(const Options& options)
     if (!options.contactSheet.empty() && options.frames == 0) {
         throw UsageError("--contact-sheet needs --frames; say how many pictures it is of");
     }
+    if (options.view && !isTerminal(stdout)) {
+        throw Failure("--view needs a terminal; --out writes the pictures to files");
+    }
 }
 
 void runLive(const Options& options)

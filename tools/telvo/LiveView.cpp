@@ -1,7 +1,6 @@
 #include "LiveView.h"
 
 #include "Terminal.h"
-#include "ToolError.h"
 
 #include <cmath>
 #include <cstdlib>
@@ -44,9 +43,6 @@ LiveView::LiveView(const CameraSession& camera)
       mExposure(valueOf(camera, "exposure")),
       mGain(valueOf(camera, "gain"))
 {
-    if (!isTerminal(stdout)) {
-        throw Failure("--view needs a terminal; --out writes the pictures to files");
-    }
     showUtf8();
     std::cout << kBegin << std::flush;
 }

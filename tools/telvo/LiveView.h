@@ -18,7 +18,7 @@ namespace telvo
 class LiveView
 {
   public:
-    /// Throws Failure where standard output is no terminal. The camera is borrowed until the end.
+    /// Standard output is a terminal. The camera is borrowed until the end.
     explicit LiveView(const CameraSession& camera);
     ~LiveView();
     LiveView(const LiveView&) = delete;

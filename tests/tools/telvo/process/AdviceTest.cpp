@@ -75,6 +75,7 @@ const Mistake kMistakes[] = {
     {"WrongValue", {"set", "exposure=long"}, 2, "is no value of exposure \\("},
     {"WrongAddress", {"force-ip", "1.2"}, 2, "such as 192.168.0.10"},
     {"LiveWithoutFrames", {"live"}, 2, "'telvo live --help'"},
+    {"ViewWithoutTerminal", {"live", "--view"}, 1, "--view needs a terminal; --out writes"},
     {"WrongRegion", {"record", "--roi", "1,2"}, 2, "such as 0,0,640,480"},
     {"FileIsThere", {"download", "--out", "IN/there"}, 1, "; --force replaces it"},
     {"LinkToNothing", {"download", "--out", "IN/dangling"}, 1, "; name another file"},
