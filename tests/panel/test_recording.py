@@ -12,6 +12,7 @@ from selenium.webdriver.common.keys import Keys
 from page import Page
 from processes import HEIGHT, WIDTH, eventually
 
+BACKGROUND = 8  # grey value around a picture
 JPEG_ERROR = 8  # grey values by which a compressed preview is off on average, at most
 
 
@@ -63,7 +64,12 @@ def drawn_values(page: Page, points: list[tuple[int, int]]) -> list[int]:
     """What the canvas shows of these pixels at 1:1."""
     page.click("oneToOne")
     eventually(lambda: page.text("zoomText") == "100 %", "1:1")
-    values = page.drawn(points, WIDTH, HEIGHT)
+
+    def whole() -> list[int] | None:
+        values = page.drawn(points, WIDTH, HEIGHT)
+        return values if values.count(BACKGROUND) < len(values) / 10 else None
+
+    values = eventually(whole, "more than the part that was enlarged before")
     page.click("fit")
     return values
 
