@@ -215,6 +215,19 @@ def test_live_pictures_come_back_after_looking_at_frames(page: Page) -> None:
     page.await_state("idle")
 
 
+def test_what_the_operator_has_chosen_stays_when_settings_change(page: Page) -> None:
+    page.tab("recordPanel")
+    page.choose("mode", "ring")
+    page.choose("trigger", "key")
+    page.tab("settingsPanel")
+    for exposure in ("250", "260"):  # with the second answer, what is told of the first has come
+        page.set("exposure", exposure)
+        eventually(lambda e=exposure: e in page.outcome("exposure")[1], f"{exposure} is taken")
+    page.tab("recordPanel")
+    assert page.find(".controls:not([hidden]) [name=mode][value=ring]").is_selected()
+    assert page.part("recordForm").find_element("name", "trigger").get_attribute("value") == "key"
+
+
 def test_stop_ends_a_recording_without_a_trigger(page: Page) -> None:
     page.record_until_trigger()
     page.click("stop")

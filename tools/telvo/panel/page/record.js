@@ -18,7 +18,10 @@ export class Record {
         parts.trigger.addEventListener("click", () => this.#ask("trigger"));
         parts.stop.addEventListener("click", () => this.#ask("stop"));
         parts.flash.addEventListener("click", () => this.#toggleFlash());
-        parts.recordForm.addEventListener("input", () => this.#showOptions());
+        parts.recordForm.addEventListener("input", () => {
+            parts.recordForm.dataset.isTouched = "";
+            this.#showOptions();
+        });
         parts.recordForm.addEventListener("submit", (event) => {
             event.preventDefault();
             this.#arm();
