@@ -2,8 +2,8 @@
 
 #include "CameraDownload.h"
 #include "IdleMode.h"
+#include "PanelMessages.h"
 
-#include <cmath>
 #include <exception>
 #include <utility>
 
@@ -14,11 +14,6 @@ namespace
 {
 
 constexpr std::chrono::milliseconds kNewsInterval{250};
-
-double tenths(double value)
-{
-    return std::round(value * 10) / 10;
-}
 
 } // namespace
 

@@ -1,11 +1,11 @@
 #include "FlashMode.h"
 
 #include "IdleMode.h"
+#include "PanelMessages.h"
 #include "RecordingEnd.h"
 
 #include "TelvoDll.h"
 
-#include <cmath>
 
 namespace telvo
 {
@@ -44,7 +44,7 @@ Json FlashMode::state() const
     const std::chrono::duration<double> time = Clock::now() - mStart;
     return {{"state", "flash"},
             {"text", "copying the recording to the flash card"},
-            {"elapsed", std::round(time.count() * 10) / 10}};
+            {"elapsed", tenths(time.count())}};
 }
 
 } // namespace telvo

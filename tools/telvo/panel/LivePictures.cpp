@@ -11,7 +11,6 @@
 #include "TelvoDll.h"
 
 #include <chrono>
-#include <cmath>
 #include <map>
 #include <utility>
 #include <vector>
@@ -26,11 +25,6 @@ std::int64_t millisecondsSinceEpoch()
 {
     const auto time = std::chrono::system_clock::now().time_since_epoch();
     return std::chrono::duration_cast<std::chrono::milliseconds>(time).count();
-}
-
-double tenths(double value)
-{
-    return std::round(value * 10) / 10;
 }
 
 } // namespace

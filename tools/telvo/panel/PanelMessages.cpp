@@ -1,5 +1,7 @@
 #include "PanelMessages.h"
 
+#include <cmath>
+
 namespace telvo
 {
 
@@ -55,6 +57,11 @@ MessagePointer pictureMessage(const Json& header, std::span<const std::uint8_t> 
     message.bytes += text;
     message.bytes.append(reinterpret_cast<const char*>(picture.data()), picture.size());
     return std::make_shared<Message>(std::move(message));
+}
+
+double tenths(double figure)
+{
+    return std::round(figure * 10) / 10;
 }
 
 } // namespace telvo

@@ -25,6 +25,9 @@ MessagePointer eventMessage(const char* event, const Json& fields = {});
 /// The length of the header (32 bits, big-endian), the header, the picture.
 MessagePointer pictureMessage(const Json& header, std::span<const std::uint8_t> picture);
 
+/// A figure as a page shows it: to a tenth.
+double tenths(double figure);
+
 } // namespace telvo
 
 #endif

@@ -2,13 +2,13 @@
 
 #include "FlashMode.h"
 #include "IdleMode.h"
+#include "PanelMessages.h"
 #include "RecordingEnd.h"
 #include "ToolError.h"
 
 #include "TelvoDll.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace telvo
 {
@@ -83,7 +83,7 @@ Json RecordMode::state() const
                {"text", progress.waits ? progress.text() : "recording, " + progress.text()},
                {"live", true},
                {"frames", progress.frames},
-               {"elapsed", std::round(progress.time.count() * 10) / 10}};
+               {"elapsed", tenths(progress.time.count())}};
     const std::uint32_t all = mPlan.frames.value_or(mRoom);
     if (all != 0 && !mPlan.isRing) {
         state["of"] = all;
