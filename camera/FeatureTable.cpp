@@ -42,7 +42,7 @@ constexpr std::array kPrivileges{EnumEntry{"OpenAccess", kPrivilegeOpen},
                                  EnumEntry{"ExclusiveAccess", kPrivilegeExclusive},
                                  EnumEntry{"ControlAccess", kPrivilegeControl}};
 
-constexpr std::int64_t kWord = 0xFFFFFFFF; // greatest value of a 32-bit register
+constexpr std::int64_t kHighestWord = 0xFFFFFFFF; // greatest value of a 32-bit register
 
 /// The part of the camera that a function is a member of.
 template <typename Part, typename Value>
@@ -149,7 +149,7 @@ struct Row : Feature {
 
 constexpr Row integer(std::string_view tip)
 {
-    return Row(FeatureKind::Integer, tip).with({0, kWord}, 0);
+    return Row(FeatureKind::Integer, tip).with({0, kHighestWord}, 0);
 }
 constexpr Row enumeration(std::string_view tip)
 {
@@ -173,8 +173,8 @@ constexpr Row bytes(std::string_view tip)
     return {FeatureKind::Register, tip};
 }
 
-constexpr StreamChannelRegisters kStream{0};
-constexpr std::uint32_t kTextLength = 32;
+constexpr StreamChannelRegisters kFirstStream{0};
+constexpr std::uint32_t kFeatureTextLength = 32;
 constexpr std::uint32_t kLongTextLength = 48;
 constexpr std::uint32_t kShortTextLength = 16;
 

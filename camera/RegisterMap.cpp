@@ -13,12 +13,12 @@ using namespace gige::wire;
 namespace
 {
 
-constexpr std::uint32_t kWord = 4; // bytes
+constexpr std::uint32_t kRegisterSize = 4; // bytes
 
 /// Index of the word at address in an area of words; nothing outside.
 std::optional<FeatureId> indexIn(std::uint32_t base, std::uint32_t address)
 {
-    const std::uint32_t index = (address - base) / kWord;
+    const std::uint32_t index = (address - base) / kRegisterSize;
     return address >= base && index < kFeatureCount ? std::optional{static_cast<FeatureId>(index)}
                                                     : std::nullopt;
 }
@@ -34,12 +34,12 @@ RegisterMap::RegisterMap(Bootstrap& bootstrap, Device& device,
                          std::vector<std::uint8_t> description)
     : mBootstrap(bootstrap), mDevice(device), mDescription(std::move(description))
 {
-    mDescription.resize((mDescription.size() + kWord - 1) / kWord * kWord);
+    mDescription.resize((mDescription.size() + kRegisterSize - 1) / kRegisterSize * kRegisterSize);
 }
 
 GvcpStatus RegisterMap::read(std::uint32_t address, std::span<std::uint8_t> bytes) const
 {
-    for (std::size_t at = 0; at + kWord <= bytes.size(); at += kWord) {
+    for (std::size_t at = 0; at + kRegisterSize <= bytes.size(); at += kRegisterSize) {
         std::uint32_t value = 0;
         const Status status = readWord(address + static_cast<std::uint32_t>(at), value);
         if (status != Status::Success) {
@@ -53,7 +53,7 @@ GvcpStatus RegisterMap::read(std::uint32_t address, std::span<std::uint8_t> byte
 GvcpStatus RegisterMap::write(std::uint32_t address, std::span<const std::uint8_t> bytes,
                               const Endpoint& from, std::size_t& written)
 {
-    for (written = 0; written + kWord <= bytes.size(); written += kWord) {
+    for (written = 0; written + kRegisterSize <= bytes.size(); written += kRegisterSize) {
         const std::uint32_t at = address + static_cast<std::uint32_t>(written);
         const Status status = writeWord(at, getU32(&bytes[written]), from);
         if (status != Status::Success) {
@@ -137,7 +137,7 @@ GvcpStatus RegisterMap::writeWord(std::uint32_t address, std::uint32_t value, co
         return feature ? mDevice.write(*feature, value) : Status::InvalidAddress;
     }
     if (isIn(kTransmitBuffer, kSerialBufferLength, address)) {
-        std::array<std::uint8_t, kWord> bytes{};
+        std::array<std::uint8_t, kRegisterSize> bytes{};
         putU32(bytes.data(), value);
         mDevice.writeTransmitBuffer(address - kTransmitBuffer, bytes);
         return Status::Success;
@@ -155,7 +155,7 @@ GvcpStatus RegisterMap::writeDestination(std::uint32_t address, std::uint32_t va
     // The text comes word by word; it counts when its last word is there.
     const std::uint32_t at = address - kDestinationText;
     putU32(&mDestinationDraft[at], value);
-    if (at + kWord != kDestinationTextLength) {
+    if (at + kRegisterSize != kDestinationTextLength) {
         return Status::Success;
     }
     const auto parsed = gige::net::parseIpv4(getText(mDestinationDraft));

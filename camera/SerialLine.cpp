@@ -12,7 +12,7 @@ namespace camera
 namespace
 {
 
-constexpr std::size_t kNameLength = 2; // "GW"
+constexpr std::size_t kVerbLength = 2; // "GW"
 constexpr std::size_t kDigits = 4;     // of a register
 constexpr std::size_t kValueDigits = 8;
 constexpr std::size_t kLongestCommand = 64; // beyond it, garbage is dropped
@@ -56,7 +56,7 @@ void SerialLine::send(std::span<const std::uint8_t> bytes)
     }
     // A start without a value is the last word of a request: it must not wait for more. Half a
     // command stays, and is completed or dropped by what follows.
-    if (trimmed(mCommand).size() >= kNameLength + kDigits) {
+    if (trimmed(mCommand).size() >= kVerbLength + kDigits) {
         finish();
         mInCommand = false;
     }
@@ -77,15 +77,15 @@ void SerialLine::consume(std::size_t count)
 void SerialLine::execute(const std::string& command)
 {
     const std::string_view text(command);
-    const auto address = text.size() >= kNameLength + kDigits
-                             ? hexadecimal(text.substr(kNameLength, kDigits))
+    const auto address = text.size() >= kVerbLength + kDigits
+                             ? hexadecimal(text.substr(kVerbLength, kDigits))
                              : std::nullopt;
     if (!address) {
         answer(":ER");
         return;
     }
     const auto place = static_cast<std::uint16_t>(*address);
-    const std::string_view rest = text.substr(kNameLength + kDigits);
+    const std::string_view rest = text.substr(kVerbLength + kDigits);
     if (text.starts_with("GR") && rest.empty()) {
         std::array<char, 16> reply{};
         std::snprintf(reply.data(), reply.size(), ":%04X%08X", place, mRegisters[place]);

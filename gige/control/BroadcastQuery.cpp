@@ -12,7 +12,7 @@ namespace gige::control
 namespace
 {
 
-constexpr std::size_t kReceiveBufferSize = 1500; // more than any acknowledge
+constexpr std::size_t kAnswerBufferSize = 1500; // more than any acknowledge
 /// Room in a socket for the answers of a network full of devices, bytes.
 constexpr std::size_t kSocketBuffer = 256 * 1024;
 /// Where loopback devices listen together.
@@ -105,7 +105,7 @@ void BroadcastQuery::listen(net::UdpSocket socket, const net::NetworkInterface& 
 
 void BroadcastQuery::hear(Listener& listener)
 {
-    std::array<std::uint8_t, kReceiveBufferSize> buffer{};
+    std::array<std::uint8_t, kAnswerBufferSize> buffer{};
     for (;;) {
         const net::Received received = listener.socket.receive(buffer, std::nullopt, &mWaker);
         if (received.status != net::ReceiveStatus::Data) {

@@ -15,10 +15,10 @@ constexpr std::chrono::milliseconds kTestPacketTimeout{50};
 /// What asking for one size brought.
 enum class Probe { Arrived, Lost, Failed };
 
-class Search
+class SizeSearch
 {
   public:
-    Search(StreamChannel& channel, const PacketSizeLimits& limits, const TestPacketWait& wait)
+    SizeSearch(StreamChannel& channel, const PacketSizeLimits& limits, const TestPacketWait& wait)
         : mChannel(channel), mWait(wait), mStep(std::max(limits.increment, 1U))
     {
         const std::uint32_t mtu = limits.loopback
@@ -97,7 +97,7 @@ Result<std::uint32_t> negotiatePacketSize(StreamChannel& channel, const PacketSi
     if (!before) {
         return before;
     }
-    const std::uint32_t found = Search(channel, limits, wait).run();
+    const std::uint32_t found = SizeSearch(channel, limits, wait).run();
     Status set = Status::Ok;
     if (found != 0) {
         set = channel.setPacketSize(found);

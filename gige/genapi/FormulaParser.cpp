@@ -49,7 +49,7 @@ constexpr std::string_view kSymbols[] = {"**", "<<", ">>", "<=", ">=", "<>", "!=
                                          "||", "+",  "-",  "*",  "/",  "%",  "&",  "|",  "^",
                                          "~",  "<",  ">",  "=",  "?",  ":",  "(",  ")",  ","};
 
-constexpr int kHexadecimal = 16;
+constexpr int kHexBase = 16;
 
 bool isDigit(char character)
 {
@@ -107,7 +107,7 @@ FormulaToken FormulaLexer::scanNumber()
     const bool isHexadecimal = mRest.starts_with("0x") || mRest.starts_with("0X");
     if (isHexadecimal) {
         std::uint64_t value = 0; // a pattern of 64 bits: the highest one makes it negative
-        const auto [stop, error] = std::from_chars(begin + 2, end, value, kHexadecimal);
+        const auto [stop, error] = std::from_chars(begin + 2, end, value, kHexBase);
         FormulaToken token =
             take(error == std::errc{} ? FormulaToken::Kind::Number : FormulaToken::Kind::Invalid,
                  static_cast<std::size_t>(stop - begin));

@@ -10,8 +10,8 @@ namespace gige::genapi
 namespace
 {
 
-constexpr std::int64_t kLowest = std::numeric_limits<std::int64_t>::min();
-constexpr std::int64_t kHighest = std::numeric_limits<std::int64_t>::max();
+constexpr std::int64_t kNoMinimum = std::numeric_limits<std::int64_t>::min();
+constexpr std::int64_t kNoMaximum = std::numeric_limits<std::int64_t>::max();
 
 // A limit beyond 64 bits does not limit.
 std::int64_t limitOr(const std::optional<Number>& limit, std::int64_t otherwise)
@@ -50,8 +50,8 @@ Status IntegerNode::setValue(std::int64_t value)
 
 IntegerNode::Limits IntegerNode::limits(const NumberRange& range)
 {
-    return {limitOr(range.minimum, kLowest), limitOr(range.maximum, kHighest),
-            std::max<std::int64_t>(limitOr(range.increment, 1), 1)};
+    return {limitOr(range.minimum, kNoMinimum), limitOr(range.maximum, kNoMaximum),
+            std::max<std::int64_t>(limitOr(range.increment, std::int64_t{1}), 1)};
 }
 
 Result<IntegerNode::Limits> IntegerNode::limitsForHost(const LimitChoice& wanted)

@@ -8,12 +8,12 @@ namespace gige::genapi
 namespace
 {
 
-constexpr unsigned kBitsPerByte = 8;
+constexpr unsigned kByteWidth = 8; // bits
 
 unsigned shiftOf(std::size_t index, std::size_t size, ByteOrder order)
 {
     const std::size_t significance = order == ByteOrder::BigEndian ? size - 1 - index : index;
-    return static_cast<unsigned>(significance) * kBitsPerByte;
+    return static_cast<unsigned>(significance) * kByteWidth;
 }
 
 } // namespace

@@ -84,7 +84,7 @@ void readLength(ElementReader& reader, RegisterDefinition& definition)
 }
 
 // The port takes no part in the value, but is touched by each write.
-Node* readPort(ElementReader& reader)
+Node* referencedPort(ElementReader& reader)
 {
     const std::vector<Node*> ports = reader.linksIn("pPort");
     auto* const port = ports.empty() ? nullptr : dynamic_cast<PortNode*>(ports.front());
@@ -101,7 +101,7 @@ std::shared_ptr<Register> readRegister(ElementReader& reader)
     RegisterDefinition definition;
     readAddress(reader, definition);
     readLength(reader, definition);
-    definition.port = readPort(reader);
+    definition.port = referencedPort(reader);
     definition.access = reader.required<AccessMode>("AccessMode", kAccessModes, definition.access);
     definition.caching = reader.required<Caching>("Cachable", kCachings, definition.caching);
     // Entries of one structure stand at one position: they are one register of the device.

@@ -18,7 +18,7 @@ namespace
 constexpr std::size_t kMessages = 64;         // per system call
 constexpr std::size_t kMaxSegments = 64;      // UDP_MAX_SEGMENTS of the kernel
 constexpr std::size_t kMaxJoinedSize = 65507; // bytes: 65535 less the IP and UDP headers
-constexpr std::size_t kControlSize = CMSG_SPACE(sizeof(std::uint16_t));
+constexpr std::size_t kSendControlSize = CMSG_SPACE(sizeof(std::uint16_t));
 
 /// How many packets from the front may travel joined: equal sizes, the last may be shorter.
 std::size_t joinable(std::span<const PacketSlices> packets)
@@ -44,7 +44,7 @@ std::size_t joinable(std::span<const PacketSlices> packets)
 
 struct BatchSender::Batch {
     struct alignas(cmsghdr) Control {
-        std::array<std::uint8_t, kControlSize> bytes;
+        std::array<std::uint8_t, kSendControlSize> bytes;
     };
 
     std::array<iovec, kMessages * kMaxSegments * 2> vectors{};
@@ -86,7 +86,7 @@ struct BatchSender::Batch {
     void setSegmentSize(msghdr& message, std::size_t size)
     {
         message.msg_control = &controls[messageCount];
-        message.msg_controllen = kControlSize;
+        message.msg_controllen = kSendControlSize;
         cmsghdr* const control = CMSG_FIRSTHDR(&message);
         control->cmsg_level = SOL_UDP;
         control->cmsg_type = UDP_SEGMENT;

@@ -13,7 +13,7 @@ namespace
 
 constexpr std::size_t kDescriptionLines = 2;
 /// Title, what is known of the selected one, its description, message, keys, and blanks between.
-constexpr std::size_t kLinesAround = 7 + kDescriptionLines;
+constexpr std::size_t kLinesAroundTree = 7 + kDescriptionLines;
 constexpr std::size_t kLabelWidth = 40;
 constexpr std::size_t kValueWidth = 24;
 
@@ -44,7 +44,8 @@ class BrowserDialog
     {
         mVisible = mBrowser.tree().visibleItems(kVisibilityLevels[mLevel].visibility);
         mRow = std::min(mRow, mVisible.empty() ? 0 : mVisible.size() - 1);
-        mRoom = std::max<std::size_t>(mTerminal.size().height, kLinesAround + 1) - kLinesAround;
+        mRoom =
+            std::max<std::size_t>(mTerminal.size().height, kLinesAroundTree + 1) - kLinesAroundTree;
         mFirst = std::clamp(mFirst, mRow < mRoom ? 0 : mRow - mRoom + 1, mRow);
 
         std::vector<ScreenLine> lines{

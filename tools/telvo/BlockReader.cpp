@@ -13,7 +13,7 @@ namespace telvo
 namespace
 {
 
-constexpr std::chrono::milliseconds kPoll{50};
+constexpr std::chrono::milliseconds kAbortPoll{50};
 
 /// A camera that sends some of a block again and again, and never all of it, has its limit here.
 constexpr std::chrono::seconds kBlockTime{60};
@@ -57,7 +57,7 @@ void BlockReader::watch(const std::stop_token& stop)
         if (mCancel.stop_requested() || isOverdue()) {
             expAbortCurrentFrameBlockRequest(mCamera.id());
         }
-        std::this_thread::sleep_for(kPoll);
+        std::this_thread::sleep_for(kAbortPoll);
     }
 }
 

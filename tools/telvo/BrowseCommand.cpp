@@ -14,12 +14,12 @@ namespace telvo
 namespace
 {
 
-struct Options {
+struct BrowseOptions {
     CameraOptions camera;
     bool stream = false;
 };
 
-void runBrowse(const Options& options)
+void runBrowse(const BrowseOptions& options)
 {
     if (!isTerminal(stdin) || !isTerminal(stdout)) {
         throw Failure("browse needs a terminal; 'telvo get' prints the settings");
@@ -38,7 +38,7 @@ void runBrowse(const Options& options)
 void addBrowseCommand(const Command& app)
 {
     const Command command = app.add("browse", "Look at all of a camera's features and change them");
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<BrowseOptions>();
     addCameraOptions(command, options->camera);
     command.flag("--stream", options->stream, "The stream's parameters in place of them");
     command.onRun([options] { runBrowse(*options); });

@@ -13,13 +13,13 @@ namespace
 
 constexpr std::uint32_t kLongestTimeout = 60'000; // milliseconds
 
-CameraOptions usual; // what options are before the command line gives others
+CameraOptions usualOptions; // what options are before the command line gives others
 
 } // namespace
 
 void addSearchOptions(const Command& command, SearchOptions& options)
 {
-    options = usual.search;
+    options = usualOptions.search;
     command
         .option("--interface", options.interfaceName,
                 "Network interface to look on [every one that is up]")
@@ -32,7 +32,7 @@ void addSearchOptions(const Command& command, SearchOptions& options)
 
 void addCameraOptions(const Command& command, CameraOptions& options)
 {
-    options.camera = usual.camera;
+    options.camera = usualOptions.camera;
     command.option("--camera", options.camera, "The camera [the only one that answers]")
         .type("MAC|IP|NAME|SERIAL");
     addSearchOptions(command, options.search);
@@ -40,8 +40,8 @@ void addCameraOptions(const Command& command, CameraOptions& options)
 
 void addCamerasOptions(const Command& command, CamerasOptions& options)
 {
-    if (!usual.camera.empty()) {
-        options.cameras = {usual.camera};
+    if (!usualOptions.camera.empty()) {
+        options.cameras = {usualOptions.camera};
     }
     command
         .option("--camera", options.cameras,
@@ -53,12 +53,12 @@ void addCamerasOptions(const Command& command, CamerasOptions& options)
 
 UsualCamera::UsualCamera(const CameraOptions& options)
 {
-    usual = options;
+    usualOptions = options;
 }
 
 UsualCamera::~UsualCamera()
 {
-    usual = {};
+    usualOptions = {};
 }
 
 CameraAddress addressOf(const gige::control::DiscoveredDevice& device)

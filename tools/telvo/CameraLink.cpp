@@ -21,14 +21,14 @@ constexpr std::int32_t kAttachedToRecording = 1;
 constexpr std::int32_t kUserSetsPrepared = -2;
 
 // The library's callback knows no object, and not which camera it is about: each id has its own.
-std::array<std::atomic<bool>, kMostCameras> taken;
-std::array<std::atomic<bool>, kMostCameras> lost;
+std::array<std::atomic<bool>, kMostCameras> takenIds;
+std::array<std::atomic<bool>, kMostCameras> lostIds;
 
 template <std::int32_t Id>
 void onChanged(std::int32_t reason)
 {
     if (reason == 0) {
-        lost[Id] = true;
+        lostIds[Id] = true;
     }
 }
 
@@ -46,7 +46,7 @@ std::size_t place(std::int32_t id)
 std::int32_t takeId()
 {
     for (std::int32_t id = 0; id < kMostCameras; ++id) {
-        if (!taken[place(id)].exchange(true)) {
+        if (!takenIds[place(id)].exchange(true)) {
             return id;
         }
     }
@@ -70,7 +70,7 @@ CameraLink::CameraLink(const CameraAddress& address, const TelvoConnectionSettin
         mWasRecording = result == kAttachedToRecording;
     } catch (...) {
         expDisconnectGrabber(mId);
-        taken[place(mId)] = false;
+        takenIds[place(mId)] = false;
         throw;
     }
 }
@@ -78,12 +78,12 @@ CameraLink::CameraLink(const CameraAddress& address, const TelvoConnectionSettin
 CameraLink::~CameraLink()
 {
     expDisconnectGrabber(mId);
-    taken[place(mId)] = false;
+    takenIds[place(mId)] = false;
 }
 
 bool CameraLink::isLost() const
 {
-    return lost[place(mId)];
+    return lostIds[place(mId)];
 }
 
 void CameraLink::connect(const CameraAddress& address, const TelvoConnectionSettings& settings,
@@ -99,7 +99,7 @@ void CameraLink::connect(const CameraAddress& address, const TelvoConnectionSett
         throw Failure("cannot connect to the camera at " + address.ip +
                       "; is another program using it? ('telvo log' shows why)");
     }
-    lost[place(mId)] = false;
+    lostIds[place(mId)] = false;
     expSetChangedCallback(kCallbacks[place(mId)], mId);
     if (result == kConnectedWhileFlashWrite && flashCopy == FlashCopy::IsInTheWay) {
         throw Failure("the camera copies a recording to its flash card; wait until it is done "

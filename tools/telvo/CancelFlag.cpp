@@ -13,12 +13,12 @@ namespace telvo
 namespace
 {
 
-constexpr std::chrono::milliseconds kPoll{20};
+constexpr std::chrono::milliseconds kFlagPoll{20};
 
 // A signal handler knows no object.
 std::atomic<bool> cancelled;
 std::atomic<const char*> awaited; // null: nothing
-std::atomic<int> flags;           // objects alive
+std::atomic<int> livingFlags;     // objects alive
 static_assert(std::atomic<bool>::is_always_lock_free, "the signal handler may not lock");
 static_assert(std::atomic<const char*>::is_always_lock_free, "the signal handler may not lock");
 
@@ -51,7 +51,7 @@ void setHandlers(void (*handler)(int))
 
 CancelFlag::CancelFlag()
 {
-    if (flags++ == 0) {
+    if (livingFlags++ == 0) {
         cancelled = false;
         setHandlers(cancel);
     }
@@ -59,7 +59,7 @@ CancelFlag::CancelFlag()
 
 CancelFlag::~CancelFlag()
 {
-    if (--flags == 0) {
+    if (--livingFlags == 0) {
         setHandlers(SIG_DFL);
     }
 }
@@ -91,7 +91,7 @@ Waiting::~Waiting()
 CancelToken::CancelToken()
     : mWatcher([this](const std::stop_token& done) {
           while (!done.stop_requested() && !mCancel.isSet()) {
-              std::this_thread::sleep_for(kPoll);
+              std::this_thread::sleep_for(kFlagPoll);
           }
           mSource.request_stop();
       })

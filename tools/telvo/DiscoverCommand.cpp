@@ -24,7 +24,7 @@ std::string remark(const gige::control::DiscoveredDevice& camera)
     return camera.inSubnet() ? "" : " (other subnet)";
 }
 
-struct Options {
+struct DiscoverOptions {
     SearchOptions search;
     bool json = false;
 };
@@ -63,7 +63,7 @@ void printAsJson(const std::vector<gige::control::DiscoveredDevice>& cameras)
     printJson(json);
 }
 
-void runDiscover(const Options& options)
+void runDiscover(const DiscoverOptions& options)
 {
     const auto cameras = findCameras(options.search);
     if (options.json) {
@@ -82,7 +82,7 @@ void runDiscover(const Options& options)
 void addDiscoverCommand(const Command& app)
 {
     const Command command = app.add("discover", "List the cameras that answer");
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<DiscoverOptions>();
     addSearchOptions(command, options->search);
     addJsonOption(command, options->json);
     command.onRun([options] { runDiscover(*options); });

@@ -19,7 +19,7 @@ namespace telvo
 namespace
 {
 
-struct Options {
+struct DoctorOptions {
     CameraOptions camera;
     bool json = false;
 };
@@ -95,7 +95,7 @@ void print(const Findings& findings, bool asJson)
     }
 }
 
-void runDoctor(const Options& options)
+void runDoctor(const DoctorOptions& options)
 {
     const Findings findings = diagnose(options.camera);
     print(findings, options.json);
@@ -109,7 +109,7 @@ void runDoctor(const Options& options)
 void addDoctorCommand(const Command& app)
 {
     const Command command = app.add("doctor", "Find out why pictures do not come, and what to do");
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<DoctorOptions>();
     addCameraOptions(command, options->camera);
     addJsonOption(command, options->json);
     command.footer("It takes live pictures for a moment where nobody has the camera and it is at "

@@ -12,7 +12,7 @@ namespace telvo
 namespace
 {
 
-constexpr std::uint32_t kMost = std::numeric_limits<std::uint32_t>::max();
+constexpr std::uint32_t kAnyNumber = std::numeric_limits<std::uint32_t>::max();
 constexpr std::uint32_t kMostFps = 1000;
 
 void addRange(const Command& command, DownloadOptions& options)
@@ -26,10 +26,10 @@ void addRange(const Command& command, DownloadOptions& options)
     const Option count =
         command.option("--count", options.range.count, "Frames to read [all from the first]")
             .type("N")
-            .within(1U, kMost);
+            .within(1U, kAnyNumber);
     command.option("--every", options.range.every, "Read only every Nth frame")
         .type("N")
-        .within(1U, kMost)
+        .within(1U, kAnyNumber)
         .showDefault();
     command
         .option("--around-trigger", options.range.aroundTrigger,

@@ -16,13 +16,13 @@ namespace telvo
 namespace
 {
 
-struct Options {
+struct FlashOptions {
     CameraOptions camera;
     bool json = false;
 };
 
 /// One fact, as a member of JSON or as a text.
-void report(const Options& options, const CameraSession& camera, const char* key, bool value,
+void report(const FlashOptions& options, const CameraSession& camera, const char* key, bool value,
             const char* text)
 {
     if (options.json) {
@@ -40,13 +40,7 @@ void requireFlashCard(const CameraSession& camera)
     }
 }
 
-bool isCopying(const CameraSession& camera)
-{
-    std::uint8_t writing = 0;
-    return expIsStateFlashWrite(&writing, camera.id()) == 0 && writing != 0;
-}
-
-void runStart(const Options& options)
+void runStart(const FlashOptions& options)
 {
     const CameraSession camera(chooseCamera(options.camera));
     camera.requireNoRecording();
@@ -58,7 +52,7 @@ void runStart(const Options& options)
     report(options, camera, "copied", true, "the recording is on the flash card");
 }
 
-void runStop(const Options& options)
+void runStop(const FlashOptions& options)
 {
     const CameraSession camera(chooseCamera(options.camera), {}, FlashCopy::IsTheTask);
     requireFlashCard(camera);
@@ -78,7 +72,7 @@ void addFlashCommand(const Command& app)
 {
     const Command command = app.add("flash", "Copy the recording to the camera's flash card");
     command.needsCommand();
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<FlashOptions>();
 
     const Command start = command.add("start", "Copy, and wait for the end");
     addCameraOptions(start, options->camera);

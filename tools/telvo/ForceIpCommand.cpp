@@ -18,7 +18,7 @@ namespace
 namespace control = gige::control;
 namespace net = gige::net;
 
-struct Options {
+struct ForceIpOptions {
     CameraOptions camera;
     std::string address;
     std::string mask = "255.255.255.0";
@@ -44,7 +44,7 @@ std::string reasonOf(control::Status status)
                                  : "nothing can be sent; is the network up?";
 }
 
-void runForceIp(const Options& options)
+void runForceIp(const ForceIpOptions& options)
 {
     const net::Ipv4Address address = parseAddress(options.address);
     const net::Ipv4Address mask = parseAddress(options.mask);
@@ -75,7 +75,7 @@ void runForceIp(const Options& options)
 void addForceIpCommand(const Command& app)
 {
     const Command command = app.add("force-ip", "Give a camera an IP address until its power-off");
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<ForceIpOptions>();
     addCameraOptions(command, options->camera);
     command.option("address", options->address, "The new address").required().type("IP");
     command.option("--mask", options->mask, "Subnet mask").type("IP").showDefault();

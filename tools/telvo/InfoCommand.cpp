@@ -19,25 +19,25 @@ namespace telvo
 namespace
 {
 
-struct Options {
+struct InfoOptions {
     CameraOptions camera;
     bool json = false;
 };
 
-struct NamedFeature {
+struct InfoRow {
     const char* label;
     const char* key;
     const char* feature;
 };
 
-constexpr NamedFeature kNumbers[] = {
+constexpr InfoRow kNumbers[] = {
     {"sensor width", "sensorWidth", "SensorWidth"},
     {"sensor height", "sensorHeight", "SensorHeight"},
     {"memory", "memory", "RecordCameraBufferSize"},
     {"temperature", "temperature", "Temperature"},
 };
 
-constexpr NamedFeature kAbilities[] = {
+constexpr InfoRow kAbilities[] = {
     {"several sequences", "severalSequences", "MultisequenceAvailable"},
     {"flash card", "flashCard", "FlashCardAvailable"},
     {"IRIG-B", "irigB", "IRIGBAvailable"},
@@ -80,7 +80,7 @@ void addFirmware(const CameraLook& look, Facts& facts)
 
 void addNumbers(const CameraLook& look, Facts& facts)
 {
-    for (const NamedFeature& number : kNumbers) {
+    for (const InfoRow& number : kNumbers) {
         if (const auto value = look.integer(number.feature)) {
             facts.push_back(
                 {number.label, number.key, *value, look.find(number.feature)->info().unit});
@@ -90,7 +90,7 @@ void addNumbers(const CameraLook& look, Facts& facts)
 
 void addAbilities(const CameraLook& look, Facts& facts)
 {
-    for (const NamedFeature& ability : kAbilities) {
+    for (const InfoRow& ability : kAbilities) {
         facts.push_back({ability.label, ability.key, look.flag(ability.feature).value_or(false)});
     }
     if (const auto format = look.text("PixelFormat")) {
@@ -109,7 +109,7 @@ Facts factsOf(const CameraAddress& camera, const CameraLook& look)
     return facts;
 }
 
-void runInfo(const Options& options)
+void runInfo(const InfoOptions& options)
 {
     const CameraAddress camera = chooseCamera(options.camera);
     const CameraLook look = lookAt(camera);
@@ -131,7 +131,7 @@ void runInfo(const Options& options)
 void addInfoCommand(const Command& app)
 {
     const Command command = app.add("info", "Print what a camera is and how it is set");
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<InfoOptions>();
     addCameraOptions(command, options->camera);
     addJsonOption(command, options->json);
     command.footer("It changes nothing in the camera.");

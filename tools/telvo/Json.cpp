@@ -15,7 +15,7 @@ void printJson(const Json& json)
     std::cout << json.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
 }
 
-Json jsonOf(const std::string& value)
+Json jsonValue(const std::string& value)
 {
     if (value == "on" || value == "off") {
         return value == "on";
@@ -26,7 +26,7 @@ Json jsonOf(const std::string& value)
 
 Json jsonOf(const SettingText& setting)
 {
-    Json json{{"value", jsonOf(setting.value)}};
+    Json json{{"value", jsonValue(setting.value)}};
     if (!setting.unit.empty()) {
         json["unit"] = setting.unit;
     }

@@ -20,7 +20,7 @@ void addJsonOption(const Command& command, bool& json);
 void printJson(const Json& json);
 
 /// "250" as the number, "on" and "off" as true and false, any other text as itself.
-Json jsonOf(const std::string& value);
+Json jsonValue(const std::string& value);
 
 /// Value, and as far as they are known limits and unit.
 Json jsonOf(const SettingText& setting);

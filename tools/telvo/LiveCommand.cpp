@@ -31,7 +31,7 @@ namespace
 constexpr std::uint64_t kEndless = std::numeric_limits<std::uint64_t>::max();
 constexpr std::uint32_t kMostPictures = 1'000'000; // as many as six digits number
 
-struct Options {
+struct LiveOptions {
     CameraOptions camera;
     CaptureOptions capture;
     std::uint32_t frames = 0;
@@ -125,7 +125,7 @@ Json jsonOf(const Series& series, const LiveStream& stream)
             {"lost", series.counter.missing()}};
 }
 
-void report(const Series& series, const LiveStream& stream, const Options& options)
+void report(const Series& series, const LiveStream& stream, const LiveOptions& options)
 {
     if (options.json) {
         return printJson(jsonOf(series, stream));
@@ -142,7 +142,7 @@ void report(const Series& series, const LiveStream& stream, const Options& optio
 }
 
 /// Throws Failure where it is less than was asked for. Who only looks has seen what got lost.
-void judge(const Series& series, const Options& options)
+void judge(const Series& series, const LiveOptions& options)
 {
     if (series.counter.missing() != 0 && !options.folder.empty()) {
         throw Failure(std::to_string(series.counter.missing()) +
@@ -153,7 +153,7 @@ void judge(const Series& series, const Options& options)
     }
 }
 
-void check(const Options& options)
+void check(const LiveOptions& options)
 {
     if (!options.view && options.frames == 0) {
         throw UsageError(
@@ -170,7 +170,7 @@ void check(const Options& options)
     }
 }
 
-void runLive(const Options& options)
+void runLive(const LiveOptions& options)
 {
     check(options);
     const std::vector<Assignment> settings = options.capture.assignments();
@@ -203,7 +203,7 @@ void runLive(const Options& options)
 void addLiveCommand(const Command& app)
 {
     const Command command = app.add("live", "Show live pictures, or write them as PNG files");
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<LiveOptions>();
     addCameraOptions(command, options->camera);
     command.option("--frames", options->frames, "Pictures to take, 1 to 1000000")
         .type("N")

@@ -14,7 +14,7 @@ namespace telvo
 namespace
 {
 
-constexpr std::chrono::milliseconds kRedrawInterval{100};
+constexpr std::chrono::milliseconds kScreenInterval{100};
 constexpr std::uint32_t kTextRows = 3; // histogram, status, keys
 constexpr double kExposureStep = 1.25;
 
@@ -58,7 +58,7 @@ bool LiveView::show(GrayView frame, double rate, std::uint64_t lost)
     if (now < mNextDraw) {
         return true;
     }
-    mNextDraw = now + kRedrawInterval;
+    mNextDraw = now + kScreenInterval;
     const TerminalSize size = terminalSize();
     const TerminalSize room{size.columns, std::max(size.rows, kTextRows + 1) - kTextRows};
     std::cout << kHome << pictureText(frame, room, mGraphics)

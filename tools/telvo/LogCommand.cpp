@@ -19,7 +19,7 @@ namespace telvo
 namespace
 {
 
-constexpr std::chrono::milliseconds kCancelPoll{100};
+constexpr std::chrono::milliseconds kEndPoll{100};
 constexpr int kProcessIdWidth = 7; // characters
 
 void showRaw(const DebugLine& line)
@@ -50,12 +50,12 @@ void show(const DebugLine& line, bool withTime)
               << text << std::endl;
 }
 
-struct Options {
+struct LogOptions {
     bool raw = false;
     bool noTime = false;
 };
 
-void runLog(const Options& options)
+void runLog(const LogOptions& options)
 {
     const CancelFlag cancel;
     DebugListener listener;
@@ -65,7 +65,7 @@ void runLog(const Options& options)
         showUtf8();
     }
     while (!cancel.isSet()) {
-        if (const auto line = listener.next(kCancelPoll)) {
+        if (const auto line = listener.next(kEndPoll)) {
             options.raw ? showRaw(*line) : show(*line, !options.noTime);
         }
     }
@@ -77,7 +77,7 @@ void addLogCommand(const Command& app)
 {
     const Command command =
         app.add("log", "Show the debug lines of every process on this machine as they come");
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<LogOptions>();
     command.flag("--raw", options->raw,
                  "Leave the bytes as sent: Windows-1252, no time, no process number");
     command.flag("--no-time", options->noTime, "Leave out the time at which a line came");

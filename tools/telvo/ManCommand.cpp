@@ -128,7 +128,7 @@ void writeAll(const Command& tool, const std::filesystem::path& folder)
     }
 }
 
-struct Options {
+struct ManOptions {
     std::vector<std::string> words;
     std::filesystem::path folder;
 };
@@ -138,7 +138,7 @@ struct Options {
 void addManCommand(const Command& app)
 {
     const Command command = app.add("man", "Print the manual page of the tool or of a command");
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<ManOptions>();
     command.option("command", options->words, "The command; none: the tool itself");
     command.option("--folder", options->folder, "Write the pages of all commands there instead")
         .type("FOLDER");

@@ -16,13 +16,13 @@ namespace telvo
 namespace
 {
 
-struct Options {
+struct NameOptions {
     CameraOptions camera;
     std::string name;
     bool json = false;
 };
 
-void runName(const Options& options)
+void runName(const NameOptions& options)
 {
     const CameraAddress address = chooseCamera(options.camera);
     {
@@ -46,7 +46,7 @@ void runName(const Options& options)
 void addNameCommand(const Command& app)
 {
     const Command command = app.add("name", "Give a camera a name");
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<NameOptions>();
     addCameraOptions(command, options->camera);
     command.option("name", options->name, "The new name, 15 characters at most").required();
     addJsonOption(command, options->json);

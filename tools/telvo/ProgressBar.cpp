@@ -11,7 +11,7 @@ namespace
 {
 
 constexpr std::uint64_t kBarWidth = 30; // characters
-constexpr std::chrono::milliseconds kRedrawInterval{100};
+constexpr std::chrono::milliseconds kBarInterval{100};
 
 } // namespace
 
@@ -36,7 +36,7 @@ void ProgressBar::show(std::uint64_t done, const std::string& note)
     if (!mEnabled || now < mNextDraw) {
         return;
     }
-    mNextDraw = now + kRedrawInterval;
+    mNextDraw = now + kBarInterval;
     const std::uint64_t filled = std::min(done, mTotal) * kBarWidth / mTotal;
     const std::string line = mLabel + " [" + std::string(filled, '#') +
                              std::string(kBarWidth - filled, '-') + "] " + std::to_string(done) +

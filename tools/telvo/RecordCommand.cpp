@@ -20,7 +20,7 @@ namespace telvo
 namespace
 {
 
-struct Options {
+struct RecordCommandOptions {
     CamerasOptions cameras;
     RecordOptions record;
     bool json = false;
@@ -92,7 +92,7 @@ void print(const std::vector<Armed>& armed, const std::vector<RecordOutcome>& ou
     }
 }
 
-void runRecord(const Options& options)
+void runRecord(const RecordCommandOptions& options)
 {
     options.record.check();
     options.record.capture.assignments(); // finds wrong ones before a camera is looked for
@@ -114,7 +114,7 @@ void runRecord(const Options& options)
 void addRecordCommand(const Command& app)
 {
     const Command command = app.add("record", "Record into a camera's memory");
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<RecordCommandOptions>();
     addCamerasOptions(command, options->cameras);
     options->record.addTo(command);
     addJsonOption(command, options->json);

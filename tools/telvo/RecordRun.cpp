@@ -20,7 +20,7 @@ namespace telvo
 namespace
 {
 
-constexpr std::chrono::milliseconds kPoll{20};
+constexpr std::chrono::milliseconds kRecordPoll{20};
 constexpr std::size_t kFrameHeaderSize = 16; // bytes
 
 struct CauseText {
@@ -240,7 +240,7 @@ RecordOutcome record(const CameraSession& camera, const RecordPlan& plan,
     std::optional<EndCause> cause = run.look();
     while (!cause && !cancel.isSet()) {
         show(run.progress().text());
-        std::this_thread::sleep_for(kPoll);
+        std::this_thread::sleep_for(kRecordPoll);
         cause = run.look();
     }
     const RecordingEnd end = finishRecording(camera, run.stop());

@@ -33,6 +33,12 @@ std::optional<RecordingEnd> stopRecording(const CameraSession& camera)
                : std::optional(RecordingEnd{.inStandby = result == kStoppedToStandby});
 }
 
+bool isCopying(const CameraSession& camera)
+{
+    std::uint8_t writing = 0;
+    return expIsStateFlashWrite(&writing, camera.id()) == 0 && writing != 0;
+}
+
 void followFlashCopy(const CameraSession& camera)
 {
     std::cerr << "telvo: the camera copies the recording to its flash card; Ctrl-C lets it go on "
@@ -40,8 +46,7 @@ void followFlashCopy(const CameraSession& camera)
     const CancelFlag cancel;
     StatusLine status;
     const auto start = std::chrono::steady_clock::now();
-    std::uint8_t writing = 1;
-    while (expIsStateFlashWrite(&writing, camera.id()) == 0 && writing != 0) {
+    while (isCopying(camera)) {
         cancel.check();
         camera.requireLink();
         const std::chrono::duration<double> time = std::chrono::steady_clock::now() - start;

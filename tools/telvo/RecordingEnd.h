@@ -27,6 +27,9 @@ RecordingEnd finishRecording(const CameraSession& camera, std::optional<Recordin
 /// Cancelled when the user does not wait for the copy, which goes on then.
 RecordingEnd endRecording(const CameraSession& camera);
 
+/// Whether the camera copies a recording to its flash card.
+bool isCopying(const CameraSession& camera);
+
 /// Follows a copy to the flash card to its end. Throws as above.
 void followFlashCopy(const CameraSession& camera);
 

@@ -25,7 +25,7 @@ namespace
 
 constexpr std::uint32_t kEnds = 2; // a sequence's first and its last frame tell its time span
 
-struct Options {
+struct ReviewOptions {
     CameraOptions camera;
     std::uint32_t sequence = 0;
     std::uint32_t frames = 16;
@@ -54,7 +54,7 @@ SequenceReview look(const CameraSession& camera, const Recording& recording, std
 }
 
 std::vector<SequenceReview> lookAtAll(const CameraSession& camera, const RecordingInfo& info,
-                                      const Options& options, ContactSheet& sheet)
+                                      const ReviewOptions& options, ContactSheet& sheet)
 {
     selectSequence(camera, info, options.sequence); // or none of them is looked at
     std::vector<SequenceReview> reviews;
@@ -66,7 +66,7 @@ std::vector<SequenceReview> lookAtAll(const CameraSession& camera, const Recordi
     return reviews;
 }
 
-void printText(const std::vector<SequenceReview>& reviews, const Options& options)
+void printText(const std::vector<SequenceReview>& reviews, const ReviewOptions& options)
 {
     std::vector<std::vector<std::string>> rows{reviewTitles()};
     for (const SequenceReview& review : reviews) {
@@ -79,7 +79,7 @@ void printText(const std::vector<SequenceReview>& reviews, const Options& option
 }
 
 void printAsJson(const std::vector<SequenceReview>& reviews, const RecordingInfo& info,
-                 const Options& options)
+                 const ReviewOptions& options)
 {
     Json json{{"width", info.width},
               {"height", info.height},
@@ -93,7 +93,7 @@ void printAsJson(const std::vector<SequenceReview>& reviews, const RecordingInfo
     printJson(json);
 }
 
-void runReview(const Options& options)
+void runReview(const ReviewOptions& options)
 {
     if (!options.contactSheet.empty()) {
         requireFree(options.contactSheet, options.force);
@@ -124,7 +124,7 @@ void runReview(const Options& options)
 void addReviewCommand(const Command& app)
 {
     const Command command = app.add("review", "Look at a recording before it is downloaded");
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<ReviewOptions>();
     addCameraOptions(command, options->camera);
     command
         .option("--contact-sheet", options->contactSheet,

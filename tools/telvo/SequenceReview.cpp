@@ -19,11 +19,6 @@ std::string fixed(double value, int digits)
     return text.str();
 }
 
-bool isTimeOfDay(const FrameHeader& header)
-{
-    return (header.flags & kFlagIrigB) != 0;
-}
-
 std::string spanText(const SequenceReview& review)
 {
     if (const std::optional<double> seconds = review.seconds()) {

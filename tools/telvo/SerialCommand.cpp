@@ -19,7 +19,7 @@ namespace telvo
 namespace
 {
 
-struct Options {
+struct SerialOptions {
     CameraOptions camera;
     std::string line;
     std::string end = "cr";
@@ -68,7 +68,7 @@ void dropAnswers(const CameraSession& camera)
     expReadData(answers.data(), &count, camera.id());
 }
 
-void runSerial(const Options& options)
+void runSerial(const SerialOptions& options)
 {
     const CameraSession camera(chooseCamera(options.camera));
     dropAnswers(camera);
@@ -95,7 +95,7 @@ void addSerialCommand(const Command& app)
 {
     const Command command =
         app.add("serial", "Send a line over a camera's serial line, print the answer");
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<SerialOptions>();
     addCameraOptions(command, options->camera);
     command.option("line", options->line, "The line, in the camera's own language").required();
     command.option("--end", options->end, "What ends the line")

@@ -17,7 +17,7 @@ namespace telvo
 namespace
 {
 
-struct Options {
+struct GetSetOptions {
     CameraOptions camera;
     std::vector<std::string> arguments;
     bool json = false;
@@ -44,7 +44,7 @@ void requireEach(const std::vector<const Setting*>& settings, const ReadSetting&
     }
 }
 
-void runGet(const Options& options)
+void runGet(const GetSetOptions& options)
 {
     const std::vector<const Setting*> settings = namedSettings(options.arguments);
     const ReadSetting read = settingReader(chooseCamera(options.camera));
@@ -83,7 +83,7 @@ void printOutcome(const SettingOutcome& outcome)
 Json outcomeJson(const SettingOutcome& outcome)
 {
     Json json = jsonOf(outcome.taken.value_or(SettingText{.value = outcome.asked.text}));
-    json["asked"] = jsonOf(outcome.asked.text);
+    json["asked"] = jsonValue(outcome.asked.text);
     json["asAsked"] = outcome.isAsAsked();
     if (const std::string lasts = remark(*outcome.asked.setting); !lasts.empty()) {
         json["lasts"] = lasts;
@@ -106,7 +106,7 @@ void print(const std::vector<SettingOutcome>& outcomes, bool asJson)
     }
 }
 
-void runSet(const Options& options)
+void runSet(const GetSetOptions& options)
 {
     std::vector<Assignment> assignments;
     for (const std::string& argument : options.arguments) {
@@ -127,7 +127,7 @@ void runSet(const Options& options)
 void addGetCommand(const Command& app)
 {
     const Command command = app.add("get", "Print a camera's settings");
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<GetSetOptions>();
     addCameraOptions(command, options->camera);
     command.option("names", options->arguments, "Settings to print; none: all, with limits");
     addJsonOption(command, options->json);
@@ -138,7 +138,7 @@ void addGetCommand(const Command& app)
 void addSetCommand(const Command& app)
 {
     const Command command = app.add("set", "Change a camera's settings and print what it took");
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<GetSetOptions>();
     addCameraOptions(command, options->camera);
     command
         .option("settings", options->arguments,

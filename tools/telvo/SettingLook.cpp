@@ -17,7 +17,7 @@ namespace
 namespace ui = gige::ui;
 
 /// The camera counts its sequences in words.
-constexpr std::array<std::pair<std::string_view, std::string_view>, 5> kCounts{
+constexpr std::array<std::pair<std::string_view, std::string_view>, 5> kCountUnits{
     {{"One", "1"}, {"Two", "2"}, {"Four", "4"}, {"Eight", "8"}, {"Sixteen", "16"}}};
 
 std::string wordOf(const SettingAccess& access, const std::string& entry)
@@ -29,9 +29,9 @@ std::string wordOf(const SettingAccess& access, const std::string& entry)
                    : std::string(
                          choice->words[static_cast<std::size_t>(found - choice->entries.begin())]);
     }
-    const auto* const count =
-        std::ranges::find(kCounts, entry, &std::pair<std::string_view, std::string_view>::first);
-    return count == kCounts.end() ? entry : std::string(count->second);
+    const auto* const count = std::ranges::find(
+        kCountUnits, entry, &std::pair<std::string_view, std::string_view>::first);
+    return count == kCountUnits.end() ? entry : std::string(count->second);
 }
 
 std::string textOf(const Setting& setting, const ui::FeatureInfo& info,

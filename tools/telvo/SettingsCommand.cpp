@@ -21,7 +21,7 @@ namespace telvo
 namespace
 {
 
-struct Options {
+struct SettingsOptions {
     CameraOptions camera;
     std::filesystem::path file;
     bool force = false;
@@ -29,7 +29,7 @@ struct Options {
     bool json = false;
 };
 
-void runSave(const Options& options)
+void runSave(const SettingsOptions& options)
 {
     requireFree(options.file, options.force);
     const CameraAddress camera = chooseCamera(options.camera);
@@ -72,8 +72,8 @@ void printAsJson(const std::vector<SettingOutcome>& outcomes, const std::string&
     Json others = Json::object();
     for (const SettingOutcome& outcome : othersThanAsked(outcomes)) {
         others[std::string(outcome.asked.setting->name)] = {
-            {"asked", jsonOf(outcome.asked.text)},
-            {"value", outcome.taken ? jsonOf(outcome.taken->value) : Json()},
+            {"asked", jsonValue(outcome.asked.text)},
+            {"value", outcome.taken ? jsonValue(outcome.taken->value) : Json()},
             {"refused", outcome.refused}};
     }
     printJson({{"camera", camera},
@@ -82,7 +82,7 @@ void printAsJson(const std::vector<SettingOutcome>& outcomes, const std::string&
                {"others", others}});
 }
 
-void runLoad(const Options& options)
+void runLoad(const SettingsOptions& options)
 {
     const std::vector<FiledSetting> filed = readSettingsFile(options.file);
     const CameraAddress address = chooseCamera(options.camera);
@@ -102,7 +102,7 @@ void runLoad(const Options& options)
     }
 }
 
-void addFile(const Command& command, Options& options)
+void addFile(const Command& command, SettingsOptions& options)
 {
     addCameraOptions(command, options.camera);
     command.option("file", options.file, "The file, JSON").required().type("FILE");
@@ -116,7 +116,7 @@ void addSettingsCommand(const Command& app)
     const Command command =
         app.add("settings", "Keep a camera's settings in a file, or take them from one");
     command.needsCommand();
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<SettingsOptions>();
 
     const Command save = command.add("save", "Write all settings to a file");
     addFile(save, *options);

@@ -11,7 +11,7 @@ namespace
 {
 
 /// A JSON value as the command line would have it.
-std::string textOf(const Json& value)
+std::string valueText(const Json& value)
 {
     if (value.is_boolean()) {
         return value.get<bool>() ? "on" : "off";
@@ -24,8 +24,8 @@ FiledSetting filedSetting(const std::string& name, const Json& entry)
     const bool isWhole = entry.is_object() && entry.contains("value");
     const Setting& setting = findSetting(name);
     const std::string unit =
-        isWhole && entry.contains("unit") ? textOf(entry.at("unit")) : std::string();
-    return {makeAssignment(setting, textOf(isWhole ? entry.at("value") : entry)), unit};
+        isWhole && entry.contains("unit") ? valueText(entry.at("unit")) : std::string();
+    return {makeAssignment(setting, valueText(isWhole ? entry.at("value") : entry)), unit};
 }
 
 } // namespace

@@ -13,12 +13,12 @@ namespace telvo
 namespace
 {
 
-struct Options {
+struct StateOptions {
     CamerasOptions cameras;
     bool json = false;
 };
 
-void runState(const Options& options)
+void runState(const StateOptions& options)
 {
     Json all = Json::array();
     std::string text;
@@ -40,7 +40,7 @@ void runState(const Options& options)
 void addStateCommand(const Command& app)
 {
     const Command command = app.add("state", "Print what a camera is doing and who controls it");
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<StateOptions>();
     addCamerasOptions(command, options->cameras);
     addJsonOption(command, options->json);
     command.footer("It changes nothing in the camera, and disturbs nobody who works with it.");

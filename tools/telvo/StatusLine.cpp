@@ -12,7 +12,7 @@ namespace telvo
 namespace
 {
 
-constexpr std::chrono::milliseconds kRedrawInterval{100};
+constexpr std::chrono::milliseconds kLineInterval{100};
 
 } // namespace
 
@@ -31,7 +31,7 @@ void StatusLine::show(const std::string& text)
     if (!mEnabled || now < mNextDraw) {
         return;
     }
-    mNextDraw = now + kRedrawInterval;
+    mNextDraw = now + kLineInterval;
     const std::size_t wiped = mDrawn - std::min(mDrawn, text.size());
     std::cerr << '\r' << text << std::string(wiped, ' ') << std::flush;
     mDrawn = text.size() + wiped;

@@ -16,7 +16,7 @@ namespace telvo
 namespace
 {
 
-struct Options {
+struct StopOptions {
     CamerasOptions cameras;
     bool json = false;
 };
@@ -71,7 +71,7 @@ void print(const std::vector<CameraAddress>& cameras, const std::vector<Verdict<
     }
 }
 
-void runStop(const Options& options)
+void runStop(const StopOptions& options)
 {
     const std::vector<CameraAddress> cameras = chooseCameras(options.cameras);
     const auto verdicts = tryEach<Stopped>(
@@ -85,7 +85,7 @@ void runStop(const Options& options)
 void addStopCommand(const Command& app)
 {
     const Command command = app.add("stop", "End what a camera is doing");
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<StopOptions>();
     addCamerasOptions(command, options->cameras);
     addJsonOption(command, options->json);
     command.footer("Ends a recording that another program has left running, and record standby.");

@@ -22,7 +22,7 @@ using Clock = std::chrono::steady_clock;
 constexpr std::chrono::milliseconds kLossTime{500};   // without resends
 constexpr std::chrono::milliseconds kProbeTime{1000}; // with them
 constexpr std::int64_t kPacketHeaders = 36;           // bytes, of IP, UDP and the stream
-constexpr std::uint32_t kWait = 100; // milliseconds for a frame; then Ctrl-C is looked for
+constexpr std::uint32_t kFrameWait = 100; // milliseconds for a frame; then Ctrl-C is looked for
 constexpr std::uint32_t kDefaultPacket = 1440; // bytes
 constexpr std::uint32_t kBuffers = 16;
 
@@ -121,7 +121,7 @@ void Probe::receive(PvPipeline& pipeline, std::chrono::milliseconds time, const 
         cancel.check();
         PvBuffer* buffer = nullptr;
         PvResult operation;
-        if (pipeline.RetrieveNextBuffer(&buffer, kWait, &operation).IsOK()) {
+        if (pipeline.RetrieveNextBuffer(&buffer, kFrameWait, &operation).IsOK()) {
             look(*buffer, operation.IsOK());
             (void)pipeline.ReleaseBuffer(buffer);
         }

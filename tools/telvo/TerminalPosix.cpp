@@ -43,7 +43,7 @@ std::optional<std::string> readInput(std::chrono::milliseconds wait)
         return "";
     }
     std::array<char, 4096> bytes{};
-    const ssize_t size = read(STDIN_FILENO, bytes.data(), bytes.size());
+    const ssize_t size = ::read(STDIN_FILENO, bytes.data(), bytes.size());
     return size > 0 ? std::optional(std::string(bytes.data(), static_cast<std::size_t>(size)))
                     : std::nullopt;
 }
@@ -51,7 +51,7 @@ std::optional<std::string> readInput(std::chrono::milliseconds wait)
 void writeFromSignal(std::string_view text)
 {
     // Nothing is to be done about a terminal that is gone.
-    [[maybe_unused]] const ssize_t written = write(STDERR_FILENO, text.data(), text.size());
+    [[maybe_unused]] const ssize_t written = ::write(STDERR_FILENO, text.data(), text.size());
 }
 
 } // namespace telvo

@@ -17,13 +17,13 @@ namespace telvo
 namespace
 {
 
-struct Options {
+struct UserSetOptions {
     CameraOptions camera;
     std::string set = "UserSet1";
     bool json = false;
 };
 
-void runShow(const Options& options)
+void runShow(const UserSetOptions& options)
 {
     const CameraAddress camera = chooseCamera(options.camera);
     const Facts facts = userSetsOf(lookAt(camera));
@@ -34,7 +34,7 @@ void runShow(const Options& options)
     }
 }
 
-void runSave(const Options& options)
+void runSave(const UserSetOptions& options)
 {
     const CameraSession camera(chooseCamera(options.camera));
     camera.requireNoRecording();
@@ -48,7 +48,7 @@ void runSave(const Options& options)
     }
 }
 
-void runLoad(const Options& options)
+void runLoad(const UserSetOptions& options)
 {
     const CameraAddress camera = chooseCamera(options.camera);
     loadUserSet(camera, options.set);
@@ -65,7 +65,7 @@ void addUserSetCommand(const Command& app)
 {
     const Command command = app.add("userset", "The settings that a camera has after power-on");
     command.needsCommand();
-    const auto options = std::make_shared<Options>();
+    const auto options = std::make_shared<UserSetOptions>();
 
     const Command show = command.add("show", "Print which user set is in use");
     addCameraOptions(show, options->camera);

@@ -43,17 +43,11 @@ RecordOptions optionsOf(const ArmRequest& request)
     return options;
 }
 
-void requireFlashCard(const CameraSession& camera)
+void requireCard(const CameraSession& camera)
 {
     if (!hasFlashCard(camera)) {
         throw Failure("the camera has no flash card");
     }
-}
-
-bool isCopying(const CameraSession& camera)
-{
-    std::uint8_t writing = 0;
-    return expIsStateFlashWrite(&writing, camera.id()) == 0 && writing != 0;
 }
 
 } // namespace
@@ -94,7 +88,7 @@ MessagePointer CameraDesk::handle(const DeskTask& task, const StopRequest& /*req
 MessagePointer CameraDesk::handle(const DeskTask& task, const FlashRequest& request)
 {
     const CameraSession& camera = requireSession();
-    requireFlashCard(camera);
+    requireCard(camera);
     if (!request.on) {
         expStopWriteToFlash(camera.id());
         camera.requireLink();

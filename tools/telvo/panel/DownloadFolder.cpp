@@ -22,15 +22,15 @@ constexpr std::size_t kLongestName = 100; // letters
 constexpr const char* kDescription = ".json";
 constexpr const char* kFolderDescription = "recording.json";
 
-struct Format {
+struct MediaType {
     std::string_view name; // as on the command line
     std::string_view ending;
     bool isVideo;
 };
 
-constexpr std::array kFormats{
-    Format{"raw", ".raw", false}, Format{"tiff", ".tif", false}, Format{"png", "", false},
-    Format{"mkv", ".mkv", true},  Format{"mp4", ".mp4", true},
+constexpr std::array kMediaTypes{
+    MediaType{"raw", ".raw", false}, MediaType{"tiff", ".tif", false}, MediaType{"png", "", false},
+    MediaType{"mkv", ".mkv", true},  MediaType{"mp4", ".mp4", true},
 };
 
 bool isPlainLetter(char letter)
@@ -108,7 +108,7 @@ Json rowOf(const fs::path& output, const fs::path& sidecar)
 std::vector<std::string> DownloadFolder::formats()
 {
     std::vector<std::string> names;
-    for (const Format& format : kFormats) {
+    for (const MediaType& format : kMediaTypes) {
         if (!format.isVideo || canWriteVideo()) {
             names.emplace_back(format.name);
         }
@@ -118,8 +118,8 @@ std::vector<std::string> DownloadFolder::formats()
 
 fs::path DownloadFolder::placeFor(const std::string& name, const std::string& format) const
 {
-    const auto known = std::ranges::find(kFormats, format, &Format::name);
-    if (known == kFormats.end()) {
+    const auto known = std::ranges::find(kMediaTypes, format, &MediaType::name);
+    if (known == kMediaTypes.end()) {
         throw Failure("there is no format '" + format + "'");
     }
     if (!isPlainName(name)) {

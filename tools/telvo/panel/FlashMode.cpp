@@ -6,14 +6,13 @@
 
 #include "TelvoDll.h"
 
-
 namespace telvo
 {
 
 namespace
 {
 
-constexpr std::chrono::milliseconds kPollInterval{50};
+constexpr std::chrono::milliseconds kCopyInterval{50};
 
 } // namespace
 
@@ -31,10 +30,10 @@ DeskMode::Step FlashMode::step()
     const bool isKnown = expIsStateFlashWrite(&writing, mCamera.id()) == 0;
     mCamera.requireLink();
     if (!isKnown || writing != 0) {
-        return {.wait = kPollInterval};
+        return {.wait = kCopyInterval};
     }
     if (mAfter == After::Recording && !stopRecording(mCamera)) {
-        return {.wait = kPollInterval}; // another recording, another copy
+        return {.wait = kCopyInterval}; // another recording, another copy
     }
     return {.next = std::make_unique<IdleMode>(mCamera, "the copy to the flash card has ended")};
 }

@@ -10,7 +10,7 @@ namespace telvo
 namespace
 {
 
-constexpr std::chrono::seconds kLookInterval{1};
+constexpr std::chrono::seconds kIdleInterval{1};
 
 } // namespace
 
@@ -23,7 +23,7 @@ IdleMode::IdleMode(const CameraSession& camera, std::string news)
 DeskMode::Step IdleMode::step()
 {
     mCamera.requireLink();
-    return {.wait = kLookInterval};
+    return {.wait = kIdleInterval};
 }
 
 Json IdleMode::state() const

@@ -12,8 +12,8 @@ namespace
 
 /// Between two looks for a new picture: what adds to its latency, and what costs time while none
 /// comes.
-constexpr std::chrono::milliseconds kLookInterval{3};
-constexpr std::chrono::seconds kSilenceLimit{3};
+constexpr std::chrono::milliseconds kLiveLookInterval{3};
+constexpr std::chrono::seconds kCameraSilence{3};
 
 } // namespace
 
@@ -39,12 +39,12 @@ DeskMode::Step LiveMode::step()
     } else {
         mCamera.requireLink();
     }
-    return {.wait = kLookInterval};
+    return {.wait = kLiveLookInterval};
 }
 
 bool LiveMode::isSilent() const
 {
-    return Clock::now() > mLastPicture + kSilenceLimit;
+    return Clock::now() > mLastPicture + kCameraSilence;
 }
 
 Json LiveMode::state() const

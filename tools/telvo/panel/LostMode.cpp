@@ -8,7 +8,7 @@ namespace telvo
 namespace
 {
 
-constexpr std::chrono::milliseconds kLookInterval{50}; // for an answer
+constexpr std::chrono::milliseconds kAnswerInterval{50}; // for an answer
 constexpr std::chrono::seconds kSearchInterval{1};
 
 } // namespace
@@ -26,7 +26,7 @@ DeskMode::Step LostMode::step()
         mNextSearch = now + kSearchInterval;
         mWays.search();
     }
-    return {.wait = kLookInterval};
+    return {.wait = kAnswerInterval};
 }
 
 Json LostMode::state() const

@@ -9,7 +9,7 @@ namespace
 {
 
 /// Texts of a camera or a page may be in any code.
-std::string textOf(const Json& json)
+std::string jsonText(const Json& json)
 {
     return json.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
@@ -19,7 +19,7 @@ MessagePointer textMessage(Json head, const Json& fields)
     if (fields.is_object()) {
         head.update(fields);
     }
-    return std::make_shared<Message>(Message{.bytes = textOf(head)});
+    return std::make_shared<Message>(Message{.bytes = jsonText(head)});
 }
 
 } // namespace
@@ -47,7 +47,7 @@ MessagePointer eventMessage(const char* event, const Json& fields)
 
 MessagePointer pictureMessage(const Json& header, std::span<const std::uint8_t> picture)
 {
-    const std::string text = textOf(header);
+    const std::string text = jsonText(header);
     const auto size = static_cast<std::uint32_t>(text.size());
     Message message{.bytes = {}, .isBinary = true};
     message.bytes.reserve(sizeof size + text.size() + picture.size());

@@ -19,7 +19,7 @@ namespace telvo
 namespace
 {
 
-constexpr std::chrono::milliseconds kPoll{20};
+constexpr std::chrono::milliseconds kSignalPoll{20};
 constexpr const char* kThisMachine = "127.0.0.1";
 
 std::vector<CameraAddress> camerasOf(const PanelOptions& options)
@@ -36,7 +36,7 @@ std::string urlOf(const PanelOptions& options, std::uint16_t port, const std::st
            (token.empty() ? "" : "?token=" + token);
 }
 
-void requireFolder(const std::filesystem::path& folder)
+void requireDownloadFolder(const std::filesystem::path& folder)
 {
     std::error_code error;
     if (!std::filesystem::is_directory(folder, error)) {
@@ -58,7 +58,7 @@ void waitForEnd(std::optional<BrowserStart> browser)
             std::cerr << "telvo: cannot open a browser; open the address in one\n";
             browser.reset();
         }
-        std::this_thread::sleep_for(kPoll);
+        std::this_thread::sleep_for(kSignalPoll);
     } while (!cancel.isSet());
 }
 
@@ -66,7 +66,7 @@ void waitForEnd(std::optional<BrowserStart> browser)
 
 void runPanel(const PanelOptions& options)
 {
-    requireFolder(options.folder);
+    requireDownloadFolder(options.folder);
     const std::vector<CameraAddress> cameras = camerasOf(options);
     const std::string token = options.address.empty() ? "" : makeToken();
     PanelServer server(options.address.empty() ? kThisMachine : options.address,

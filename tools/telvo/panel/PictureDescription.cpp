@@ -7,7 +7,7 @@ Json describeHeader(const FrameHeader& header)
 {
     Json json{
         {"counter", header.counter}, {"time", header.time}, {"flags", flagNames(header.flags)}};
-    if ((header.flags & kFlagIrigB) != 0) {
+    if (isTimeOfDay(header)) {
         json["timeOfDay"] = timeOfDay(header.time);
     }
     return json;

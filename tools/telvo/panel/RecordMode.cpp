@@ -16,10 +16,10 @@ namespace telvo
 namespace
 {
 
-constexpr std::chrono::milliseconds kLookInterval{3};  // for a picture
-constexpr std::chrono::milliseconds kPollInterval{20}; // of the camera
+constexpr std::chrono::milliseconds kPictureInterval{3}; // for a picture
+constexpr std::chrono::milliseconds kStateInterval{20};  // of the camera
 
-std::uint32_t roomOf(const CameraSession& camera)
+std::uint32_t framesOfRoom(const CameraSession& camera)
 {
     std::uint32_t room = 0;
     expGetMaxFramesPerSequence(&room, camera.id());
@@ -38,7 +38,7 @@ RecordMode::RecordMode(const CameraSession& camera, LivePictures& pictures, cons
     : mCamera(camera),
       mPictures(pictures),
       mPlan(plan),
-      mRoom(roomOf(camera)),
+      mRoom(framesOfRoom(camera)),
       mRun(camera, plan, [this] { return mIsTriggered; })
 {
     mPictures.begin(camera);
@@ -49,11 +49,11 @@ DeskMode::Step RecordMode::step()
     mPictures.fetch(mCamera);
     const Clock::time_point now = Clock::now();
     if (now < mNextLook) {
-        return {.wait = kLookInterval};
+        return {.wait = kPictureInterval};
     }
-    mNextLook = now + kPollInterval;
+    mNextLook = now + kStateInterval;
     const auto cause = mRun.look();
-    return cause ? Step{.next = end(*cause)} : Step{.wait = kLookInterval};
+    return cause ? Step{.next = end(*cause)} : Step{.wait = kPictureInterval};
 }
 
 std::unique_ptr<DeskMode> RecordMode::end(EndCause cause)
@@ -103,14 +103,14 @@ DeskMode::Step FoundRecordingMode::step()
     mPictures.fetch(mCamera);
     const Clock::time_point now = Clock::now();
     if (now >= mNextLook) {
-        mNextLook = now + kPollInterval;
+        mNextLook = now + kStateInterval;
         const bool isOver = isIdle(mCamera);
         mCamera.requireLink();
         if (isOver) {
             return {.next = stop()};
         }
     }
-    return {.wait = kLookInterval};
+    return {.wait = kPictureInterval};
 }
 
 Json FoundRecordingMode::state() const

@@ -14,12 +14,7 @@ namespace telvo
 namespace
 {
 
-constexpr double kMicroseconds = 1e6; // in a second
-
-bool isTimeOfDay(const FrameHeader& header)
-{
-    return (header.flags & kFlagIrigB) != 0;
-}
+constexpr double kTicksPerSecond = 1e6; // of a frame's time
 
 } // namespace
 
@@ -78,8 +73,8 @@ Json RecordedSequences::rowOf(std::uint32_t sequence)
         row["start"] = timeOfDay(facts.first->time);
     } else if (facts.last->time > facts.first->time) {
         const auto span = static_cast<double>(facts.last->time - facts.first->time);
-        row["seconds"] = span / kMicroseconds;
-        row["fps"] = (frames - 1) * kMicroseconds / span;
+        row["seconds"] = span / kTicksPerSecond;
+        row["fps"] = (frames - 1) * kTicksPerSecond / span;
     }
     return row;
 }

@@ -98,31 +98,31 @@ void addSensorLimits(const Setting& setting, SensorArea sensor, Json& row)
     row["maximum"] = isOffset ? std::max(0.0, most - least) : most;
 }
 
-struct Kind {
+struct RowKind {
     const char* name;
     std::vector<std::string> choices{};
     bool isWritable = true;
 };
 
 template <typename Access>
-Kind kindOf(const Access& access)
+RowKind rowKindOf(const Access& access)
 {
     return {.name = "number", .isWritable = access.set != nullptr};
 }
 
-Kind kindOf(const SwitchAccess& access)
+RowKind rowKindOf(const SwitchAccess& access)
 {
     return {.name = "switch", .isWritable = access.set != nullptr};
 }
 
-Kind kindOf(const ParameterAccess& access)
+RowKind rowKindOf(const ParameterAccess& access)
 {
     return {.name = "number", .isWritable = access.setName != nullptr};
 }
 
-Kind kindOf(const ChoiceAccess& access)
+RowKind rowKindOf(const ChoiceAccess& access)
 {
-    Kind kind{.name = "choice", .isWritable = access.set != nullptr};
+    RowKind kind{.name = "choice", .isWritable = access.set != nullptr};
     for (const std::string_view word : access.words) {
         if (!word.empty()) {
             kind.choices.emplace_back(word);
@@ -131,12 +131,12 @@ Kind kindOf(const ChoiceAccess& access)
     return kind;
 }
 
-Kind kindOf(const Setting& setting)
+RowKind rowKindOf(const Setting& setting)
 {
     if (setting.name == "record-sequences") { // a number, but only these
         return {.name = "choice", .choices = {"1", "2", "4", "8", "16"}};
     }
-    return std::visit([](const auto& access) { return kindOf(access); }, setting.access);
+    return std::visit([](const auto& access) { return rowKindOf(access); }, setting.access);
 }
 
 SensorArea sensorOf(const CameraSession& camera)
@@ -152,11 +152,11 @@ SensorArea sensorOf(const CameraSession& camera)
 
 Json rowOf(const Setting& setting, const SettingText& text, SensorArea sensor)
 {
-    const Kind kind = kindOf(setting);
+    const RowKind kind = rowKindOf(setting);
     const bool isWord = std::string_view(kind.name) == "choice"; // as it stands among the choices
     Json row{{"name", setting.name},
              {"text", setting.help},
-             {"value", isWord ? Json(text.value) : jsonOf(text.value)},
+             {"value", isWord ? Json(text.value) : jsonValue(text.value)},
              {"unit", text.unit},
              {"kind", kind.name},
              {"group", groupOf(setting)},

@@ -33,6 +33,12 @@ FrameHeader decodeFrameHeader(std::span<const std::uint8_t> frame);
 /// "trigger", "sync-in", "recording", "trailer", "irig-b"
 std::vector<std::string> flagNames(std::uint8_t flags);
 
+/// Whether its time is one of day.
+inline bool isTimeOfDay(const FrameHeader& header)
+{
+    return (header.flags & kFlagIrigB) != 0;
+}
+
 /// A time of day as IRIG-B carries it: "014 09:05:07.000123", the day of the year first.
 std::string timeOfDay(std::uint64_t time);
 

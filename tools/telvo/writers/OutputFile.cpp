@@ -19,7 +19,7 @@ namespace
 
 namespace fs = std::filesystem;
 
-constexpr std::chrono::milliseconds kPoll{20};
+constexpr std::chrono::milliseconds kReaderPoll{20};
 constexpr std::size_t kBufferSize = std::size_t{256} << 10; // more is written without a copy
 
 std::string partialSuffix(std::uint32_t number)
@@ -53,7 +53,7 @@ SystemFile openInPlace(const fs::path& path, const std::stop_token& stop)
         if (stop.stop_requested()) {
             throw Failure("nobody reads " + path.string() + "; start its reader first");
         }
-        std::this_thread::sleep_for(kPoll);
+        std::this_thread::sleep_for(kReaderPoll);
     }
 }
 

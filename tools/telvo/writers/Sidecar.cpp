@@ -35,7 +35,7 @@ Json toJson(const ListedFrame& listed)
               {"counter", header.counter},
               {"time", header.time},
               {"flags", flagNames(header.flags)}};
-    if ((header.flags & kFlagIrigB) != 0) {
+    if (isTimeOfDay(header)) {
         json["time-of-day"] = timeOfDay(header.time);
     }
     json["flag-byte"] = header.flags;

@@ -9,7 +9,7 @@ namespace telvo
 namespace
 {
 
-constexpr int kBufferSize = 64 << 10;
+constexpr int kIoBufferSize = 64 << 10;
 
 } // namespace
 
@@ -50,9 +50,9 @@ VideoMuxer::VideoMuxer(std::unique_ptr<OutputFile> file, const char* format)
     AVFormatContext* context = nullptr;
     requireDone(avformat_alloc_output_context2(&context, nullptr, format, nullptr));
     mFormat.reset(context);
-    auto* const buffer = static_cast<std::uint8_t*>(requireThere(av_malloc(kBufferSize)));
-    mFormat->pb = requireThere(avio_alloc_context(buffer, kBufferSize, 1, this, nullptr, writeBytes,
-                                                  mFile->isFile() ? seek : nullptr));
+    auto* const buffer = static_cast<std::uint8_t*>(requireThere(av_malloc(kIoBufferSize)));
+    mFormat->pb = requireThere(avio_alloc_context(buffer, kIoBufferSize, 1, this, nullptr,
+                                                  writeBytes, mFile->isFile() ? seek : nullptr));
 }
 
 VideoMuxer::~VideoMuxer()
