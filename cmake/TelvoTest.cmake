@@ -25,17 +25,13 @@ add_executable(telvo_test_headers ${PROJECT_BINARY_DIR}/empty_main.cpp)
 target_link_libraries(telvo_test_headers PRIVATE GTest::gtest GTest::gmock telvo_test_warnings)
 target_precompile_headers(telvo_test_headers PRIVATE <gmock/gmock.h> <gtest/gtest.h>)
 
-# Most of a test's compile time goes into what its neighbours instantiate as well. For a build that is
-# made once; to work on a test, leave it off.
-option(TELVO_JOIN_TESTS "Compile several sources of a test program as one" OFF)
-
 function(telvo_test name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "PURE;OWN_NETWORK" "" "LINKS;PROPERTIES")
   add_executable(${name} ${arg_UNPARSED_ARGUMENTS})
   target_link_libraries(${name} PRIVATE ${arg_LINKS} GTest::gtest GTest::gmock GTest::gtest_main
                         telvo_test_warnings)
   target_precompile_headers(${name} REUSE_FROM telvo_test_headers)
-  set_target_properties(${name} PROPERTIES UNITY_BUILD ${TELVO_JOIN_TESTS} UNITY_BUILD_BATCH_SIZE 10)
+  telvo_join(${name})
   if(arg_PURE)
     list(APPEND arg_PROPERTIES LABELS pure)
     if(NOT TELVO_PURE_TESTS)
