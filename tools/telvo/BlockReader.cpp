@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <utility>
 
 namespace telvo
 {
@@ -21,8 +22,8 @@ constexpr std::chrono::seconds kBlockTime{60};
 } // namespace
 
 BlockReader::BlockReader(const CameraSession& camera, FrameBlock frames, std::size_t frameSize,
-                         const std::stop_token& cancel)
-    : mCamera(camera), mCancel(cancel), mRemaining(frames), mFrameSize(frameSize)
+                         std::stop_token cancel)
+    : mCamera(camera), mCancel(std::move(cancel)), mRemaining(frames), mFrameSize(frameSize)
 {
     if (expStartFrameBlockTransfer(camera.id()) != 0 ||
         expGetFrameBlockSize(&mBlockFrames, camera.id()) != 0 || mBlockFrames == 0) {

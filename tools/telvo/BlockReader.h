@@ -32,7 +32,7 @@ class BlockReader
     /// @param frameSize  bytes of a frame
     /// @param cancel     ends a wait for the camera
     BlockReader(const CameraSession& camera, FrameBlock frames, std::size_t frameSize,
-                const std::stop_token& cancel);
+                std::stop_token cancel);
     ~BlockReader();
     BlockReader(const BlockReader&) = delete;
     BlockReader& operator=(const BlockReader&) = delete;

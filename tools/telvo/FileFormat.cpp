@@ -16,17 +16,17 @@ namespace
 {
 
 struct Format {
-    FileFormat format;
     const char* name;
+    FileFormat format;
+    std::uint32_t squeeze; // a camera's pictures hardly ever take less than one part in so many
     bool isFolder;
     bool isVideo;
-    std::uint32_t squeeze; // a camera's pictures hardly ever take less than one part in so many
 };
 
 constexpr Format kFormats[] = {
-    {FileFormat::Raw, "raw", false, false, 1},   {FileFormat::Tiff, "tiff", false, false, 1},
-    {FileFormat::Png, "png", true, false, 4},    {FileFormat::Mkv, "mkv", false, true, 8},
-    {FileFormat::Mp4, "mp4", false, true, 1000},
+    {"raw", FileFormat::Raw, 1, false, false},   {"tiff", FileFormat::Tiff, 1, false, false},
+    {"png", FileFormat::Png, 4, true, false},    {"mkv", FileFormat::Mkv, 8, false, true},
+    {"mp4", FileFormat::Mp4, 1000, false, true},
 };
 
 const Format& rowOf(FileFormat format)

@@ -25,8 +25,10 @@ constexpr const char* kEndOfLine = "\x1b[K\r\n";
 
 TerminalGraphics graphicsHere()
 {
+    // NOLINTBEGIN(concurrency-mt-unsafe): nothing here changes the environment
     const char* const term = std::getenv("TERM");
     return graphicsOf(term == nullptr ? "" : term, std::getenv("KITTY_WINDOW_ID") != nullptr);
+    // NOLINTEND(concurrency-mt-unsafe)
 }
 
 std::string valueOf(const CameraSession& camera, const char* setting)

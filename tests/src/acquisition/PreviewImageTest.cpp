@@ -69,7 +69,11 @@ class PreviewImageTest : public ModeTest
     }
 
     /// An image all of whose bytes have this value.
-    static Bytes grey(std::uint8_t value) { return Bytes(kImageSize, value); }
+    static Bytes grey(std::uint8_t value)
+    {
+        Bytes image(kImageSize, value);
+        return image;
+    }
 
     static void expectNone(const Fetched& fetched)
     {

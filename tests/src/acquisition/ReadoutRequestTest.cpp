@@ -265,22 +265,26 @@ int runEveryOrder(Meeting::Order steps)
     return orders;
 }
 
-constexpr auto H = Meeting::Host;
-constexpr auto B = Meeting::Body;
+constexpr auto kHost = Meeting::Host;
+constexpr auto kBody = Meeting::Body;
 
 TEST_F(ReadoutRequestTest, EndsRightWheneverTheFrameOfAnEarlierRequestComes)
 {
-    EXPECT_EQ(runEveryOrder({H, H, H, B, B, B, B}), 35);
+    EXPECT_EQ(runEveryOrder({kHost, kHost, kHost, kBody, kBody, kBody, kBody}), 35);
 }
 
 TEST_F(ReadoutRequestTest, EndsRightWheneverTwoFramesAndAnAbortCome)
 {
-    EXPECT_EQ(runEveryOrder({H, H, H, B, B, B, B, B, B, B, B, Meeting::Aborter}), 1980);
+    EXPECT_EQ(runEveryOrder({kHost, kHost, kHost, kBody, kBody, kBody, kBody, kBody, kBody, kBody,
+                             kBody, Meeting::Aborter}),
+              1980);
 }
 
 TEST_F(ReadoutRequestTest, EndsRightWheneverAFrameAnAbortAndTheThreadsEndCome)
 {
-    EXPECT_EQ(runEveryOrder({H, H, H, B, B, B, B, Meeting::Aborter, Meeting::Ender}), 2520);
+    EXPECT_EQ(runEveryOrder({kHost, kHost, kHost, kBody, kBody, kBody, kBody, Meeting::Aborter,
+                             Meeting::Ender}),
+              2520);
 }
 
 // Threads

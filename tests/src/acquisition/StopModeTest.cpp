@@ -114,7 +114,7 @@ TEST_F(StopModeTest, JoinsTheThreadBetweenTheStopCommandAndTheWait)
     });
     EXPECT_EQ(expStopLiveMode(kCamera), 0);
     ASSERT_GE(order.size(), 7U);
-    const Texts::iterator begin =
+    const auto begin =
         std::find(order.begin(), order.end(), std::string("AcquisitionStop.Execute"));
     ASSERT_GE(order.end() - begin, 5);
     EXPECT_EQ(Texts(begin, begin + 5),

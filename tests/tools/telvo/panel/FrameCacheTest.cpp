@@ -8,7 +8,6 @@ namespace
 {
 
 using telvo::FrameCache;
-using telvo::FramePlace;
 using telvo::FramesAhead;
 using telvo::GrayImage;
 using testing::ElementsAre;

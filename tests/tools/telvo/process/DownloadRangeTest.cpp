@@ -6,7 +6,6 @@
 namespace
 {
 
-using camera::FeatureId;
 using testing::HasSubstr;
 
 class DownloadRange : public RecordedCamera

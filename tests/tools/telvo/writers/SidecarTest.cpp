@@ -36,7 +36,7 @@ TEST(Sidecar, TellsOfTheSeriesOfItsFramesAndOfTheirGaps)
     const Json json = Json::parse(file);
     EXPECT_EQ(json["format"], "telvo-recording");
     EXPECT_EQ(json["camera"]["model"], "T");
-    const Json check = json["counter-check"];
+    const Json& check = json["counter-check"];
     EXPECT_EQ(check["whole"], false);
     EXPECT_EQ(check["received"], 2);
     EXPECT_EQ(check["expected"], 3);
