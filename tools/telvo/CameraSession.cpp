@@ -17,6 +17,7 @@
 #include <mutex>
 #include <set>
 #include <thread>
+#include <utility>
 
 namespace telvo
 {
@@ -74,12 +75,12 @@ struct CameraSession::Connected {
     bool recording = false;
     std::unique_ptr<CameraLink> link;
 
-    Connected(const CameraAddress& where, const TelvoConnectionSettings& with, FlashCopy flashCopy);
+    Connected(CameraAddress where, const TelvoConnectionSettings& with, FlashCopy flashCopy);
 };
 
-CameraSession::Connected::Connected(const CameraAddress& where, const TelvoConnectionSettings& with,
+CameraSession::Connected::Connected(CameraAddress where, const TelvoConnectionSettings& with,
                                     FlashCopy flashCopy)
-    : address(where), settings(with)
+    : address(std::move(where)), settings(with)
 {
     {
         const CameraLook look(address);
@@ -144,7 +145,7 @@ std::shared_ptr<CameraSession::Connected> takeKept(const CameraAddress& address)
     if (found == keeper().cameras.end()) {
         return nullptr;
     }
-    const auto connected = found->second;
+    auto connected = found->second;
     if (connected->link->isLost() || !isIdle(connected->link->id())) {
         keeper().cameras.erase(found);
         return nullptr;
@@ -175,8 +176,7 @@ std::shared_ptr<CameraSession::Connected> connectedCamera(const CameraAddress& a
                                                           const TelvoConnectionSettings& settings,
                                                           FlashCopy flashCopy)
 {
-    if (const auto connected = takeKept(address);
-        connected && isSame(connected->settings, settings)) {
+    if (auto connected = takeKept(address); connected && isSame(connected->settings, settings)) {
         connected->recording = false; // it is at rest
         return connected;
     }
