@@ -6,6 +6,7 @@
 #include "TelvoDll.h"
 
 #include <string>
+#include <utility>
 
 namespace telvo
 {
@@ -62,8 +63,8 @@ class SingleFrames : public FrameSource
 {
   public:
     SingleFrames(const CameraSession& camera, const RecordingInfo& info, FrameSelection selection,
-                 const std::stop_token& cancel)
-        : mCamera(camera), mInfo(info), mLeft(selection), mCancel(cancel)
+                 std::stop_token cancel)
+        : mCamera(camera), mInfo(info), mLeft(selection), mCancel(std::move(cancel))
     {
     }
 

@@ -159,7 +159,8 @@ std::string sixel(const GrayImage& image)
     std::string text = "\x1bPq";
     for (std::uint32_t shade = 0; shade < kShades; ++shade) {
         const std::string percent = std::to_string(shade * 100 / (kShades - 1));
-        text += '#' + std::to_string(shade) + ";2;" + percent + ';' + percent + ';' + percent;
+        text.append("#").append(std::to_string(shade)).append(";2;");
+        text.append(percent).append(";").append(percent).append(";").append(percent);
     }
     for (std::uint32_t top = 0; top < image.height; top += 6) {
         text += sixelBand(image, top);

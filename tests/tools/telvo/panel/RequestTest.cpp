@@ -7,7 +7,6 @@ namespace
 {
 
 using namespace telvo;
-using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Pair;
 

@@ -265,7 +265,7 @@ std::variant<Request, BadRequest> parseRequest(std::string_view text)
         const std::string name = fields.text("do");
         Request request{.id = id};
         if (auto command = parsePanelCommand(name, fields)) {
-            request.what = *std::move(command);
+            request.what = *command;
         } else {
             request.what = parseForCamera(name, fields);
         }
