@@ -17,16 +17,16 @@ namespace
 
 struct Format {
     const char* name;
-    FileFormat format;
     std::uint32_t squeeze; // a camera's pictures hardly ever take less than one part in so many
+    FileFormat format;
     bool isFolder;
     bool isVideo;
 };
 
 constexpr Format kFormats[] = {
-    {"raw", FileFormat::Raw, 1, false, false},   {"tiff", FileFormat::Tiff, 1, false, false},
-    {"png", FileFormat::Png, 4, true, false},    {"mkv", FileFormat::Mkv, 8, false, true},
-    {"mp4", FileFormat::Mp4, 1000, false, true},
+    {"raw", 1, FileFormat::Raw, false, false},   {"tiff", 1, FileFormat::Tiff, false, false},
+    {"png", 4, FileFormat::Png, true, false},    {"mkv", 8, FileFormat::Mkv, false, true},
+    {"mp4", 1000, FileFormat::Mp4, false, true},
 };
 
 const Format& rowOf(FileFormat format)

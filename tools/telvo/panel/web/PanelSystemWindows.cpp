@@ -13,7 +13,7 @@ const bool kReusesAddress = false;
 BrowserStart::BrowserStart(const std::string& url)
 {
     constexpr std::intptr_t kLastError = 32; // greater results are successes
-    HINSTANCE const result =
+    auto* const result =
         ShellExecuteA(nullptr, "open", url.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
     mHasFailed = reinterpret_cast<std::intptr_t>(result) <= kLastError;
 }
