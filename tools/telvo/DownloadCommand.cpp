@@ -47,7 +47,7 @@ void addPictures(const Command& command, DownloadOptions& options)
                 "pictures; mkv: a video that keeps every pixel; mp4: a small video to show [what "
                 "PATH ends with, such as .tif; else raw]")
         .type("raw|tiff|png|mkv|mp4")
-        .oneOf({"raw", "tiff", "png", "mkv", "mp4"});
+        .oneOf(formatNames());
     command.option("--playback-fps", options.fps, "Frames per second at which a video plays")
         .type("N")
         .within(1U, kMostFps)

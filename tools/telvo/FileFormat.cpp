@@ -6,7 +6,7 @@
 #include "ToolError.h"
 #include "VideoFileSink.h"
 
-#include <array>
+#include <string_view>
 #include <utility>
 
 namespace telvo
@@ -16,17 +16,20 @@ namespace
 {
 
 struct Format {
-    const char* name;
-    std::uint32_t squeeze; // a camera's pictures hardly ever take less than one part in so many
+    std::string_view name;
+    std::string_view ending; // of a file's name
+    std::uint32_t squeeze;   // a camera's pictures hardly ever take less than one part in so many
     FileFormat format;
     bool isFolder;
     bool isVideo;
 };
 
 constexpr Format kFormats[] = {
-    {"raw", 1, FileFormat::Raw, false, false},   {"tiff", 1, FileFormat::Tiff, false, false},
-    {"png", 4, FileFormat::Png, true, false},    {"mkv", 8, FileFormat::Mkv, false, true},
-    {"mp4", 1000, FileFormat::Mp4, false, true},
+    {"raw", ".raw", 1, FileFormat::Raw, false, false},
+    {"tiff", ".tif", 1, FileFormat::Tiff, false, false},
+    {"png", "", 4, FileFormat::Png, true, false},
+    {"mkv", ".mkv", 8, FileFormat::Mkv, false, true},
+    {"mp4", ".mp4", 1000, FileFormat::Mp4, false, true},
 };
 
 const Format& rowOf(FileFormat format)
@@ -60,11 +63,25 @@ std::string formatByName(const std::filesystem::path& path)
 {
     const std::string end = path.extension().string();
     for (const Format& row : kFormats) {
-        if (end == std::string(".") + row.name) {
-            return row.name;
+        if (end.starts_with('.') && (end == row.ending || end.substr(1) == row.name)) {
+            return std::string(row.name);
         }
     }
-    return end == ".tif" ? "tiff" : "raw";
+    return "raw";
+}
+
+std::vector<std::string> formatNames()
+{
+    std::vector<std::string> names;
+    for (const Format& row : kFormats) {
+        names.emplace_back(row.name);
+    }
+    return names;
+}
+
+std::string endingOf(FileFormat format)
+{
+    return std::string(rowOf(format).ending);
 }
 
 bool isFolder(FileFormat format)

@@ -10,6 +10,7 @@
 #include <memory>
 #include <stop_token>
 #include <string>
+#include <vector>
 
 namespace telvo
 {
@@ -19,6 +20,12 @@ enum class FileFormat : std::uint8_t { Raw, Tiff, Png, Mkv, Mp4 };
 
 /// "raw", "tiff", "png", "mkv", "mp4", as on the command line.
 FileFormat parseFileFormat(const std::string& name);
+
+/// What parseFileFormat() takes.
+std::vector<std::string> formatNames();
+
+/// ".tif": with what a file's name ends; empty for a folder.
+std::string endingOf(FileFormat format);
 
 /// The format that the end of a file's name stands for, such as ".tif"; else raw.
 std::string formatByName(const std::filesystem::path& path);

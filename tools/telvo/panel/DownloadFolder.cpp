@@ -1,13 +1,14 @@
 #include "DownloadFolder.h"
 
+#include "FileFormat.h"
 #include "Sidecar.h"
 #include "ToolError.h"
 #include "VideoFileSink.h"
 
 #include <algorithm>
-#include <array>
 #include <fstream>
 #include <map>
+#include <string_view>
 #include <system_error>
 
 namespace telvo
@@ -21,17 +22,6 @@ namespace fs = std::filesystem;
 constexpr std::size_t kLongestName = 100; // letters
 constexpr const char* kDescription = ".json";
 constexpr const char* kFolderDescription = "recording.json";
-
-struct MediaType {
-    std::string_view name; // as on the command line
-    std::string_view ending;
-    bool isVideo;
-};
-
-constexpr std::array kMediaTypes{
-    MediaType{"raw", ".raw", false}, MediaType{"tiff", ".tif", false}, MediaType{"png", "", false},
-    MediaType{"mkv", ".mkv", true},  MediaType{"mp4", ".mp4", true},
-};
 
 bool isPlainLetter(char letter)
 {
@@ -107,26 +97,21 @@ Json rowOf(const fs::path& output, const fs::path& sidecar)
 
 std::vector<std::string> DownloadFolder::formats()
 {
-    std::vector<std::string> names;
-    for (const MediaType& format : kMediaTypes) {
-        if (!format.isVideo || canWriteVideo()) {
-            names.emplace_back(format.name);
-        }
+    std::vector<std::string> names = formatNames();
+    if (!canWriteVideo()) {
+        std::erase_if(names,
+                      [](const std::string& name) { return isVideo(parseFileFormat(name)); });
     }
     return names;
 }
 
 fs::path DownloadFolder::placeFor(const std::string& name, const std::string& format) const
 {
-    const auto known = std::ranges::find(kMediaTypes, format, &MediaType::name);
-    if (known == kMediaTypes.end()) {
-        throw Failure("there is no format '" + format + "'");
-    }
     if (!isPlainName(name)) {
         throw Failure("a download's name takes 1 to 100 letters, digits, blanks, '.', '_' and '-', "
                       "and begins with a letter or digit");
     }
-    return mFolder / (name + std::string(known->ending));
+    return mFolder / (name + endingOf(parseFileFormat(format)));
 }
 
 Json DownloadFolder::list() const
