@@ -8,8 +8,8 @@
 #include "ToolError.h"
 
 #include <chrono>
+#include <functional>
 #include <iostream>
-#include <optional>
 #include <thread>
 #include <vector>
 
@@ -44,19 +44,19 @@ void requireDownloadFolder(const std::filesystem::path& folder)
     }
 }
 
-std::optional<BrowserStart> announce(const PanelOptions& options, const std::string& url)
+void announce(const std::string& url)
 {
     std::cout << "the panel is at " << url << std::endl; // it is awaited by who started this
-    return options.open ? std::optional<BrowserStart>(url) : std::nullopt;
 }
 
-void waitForEnd(std::optional<BrowserStart> browser)
+/// @param isBrowserMissing  of the browser that was opened; null: none was
+void waitForEnd(std::function<bool()> isBrowserMissing)
 {
     const CancelFlag cancel;
     do {
-        if (browser && browser->hasFailed()) {
+        if (isBrowserMissing && isBrowserMissing()) {
             std::cerr << "telvo: cannot open a browser; open the address in one\n";
-            browser.reset();
+            isBrowserMissing = nullptr;
         }
         std::this_thread::sleep_for(kSignalPoll);
     } while (!cancel.isSet());
@@ -80,7 +80,9 @@ void runPanel(const PanelOptions& options)
         panel.open(camera);
     }
     panel.search();
-    waitForEnd(announce(options, urlOf(options, server.port(), token)));
+    const std::string url = urlOf(options, server.port(), token);
+    announce(url);
+    waitForEnd(options.open ? openBrowser(url) : nullptr);
     const Waiting waiting("the cameras to be let go");
     panel.announceEnd();
     server.stop(); // first, so that nobody asks for more; the panel then lets the cameras go

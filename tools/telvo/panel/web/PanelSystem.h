@@ -2,7 +2,7 @@
 #ifndef TELVO_TOOLS_TELVO_PANEL_WEB_PANELSYSTEM_H
 #define TELVO_TOOLS_TELVO_PANEL_WEB_PANELSYSTEM_H
 
-#include <cstdint>
+#include <functional>
 #include <string>
 
 namespace telvo
@@ -14,18 +14,8 @@ extern const bool kReusesAddress;
 
 /// Shows an address in the user's browser. What does that may stay as long as the browser does, so
 /// that it is not waited for.
-class BrowserStart
-{
-  public:
-    explicit BrowserStart(const std::string& url);
-
-    /// That there is no browser to be had, as far as is known by now.
-    bool hasFailed();
-
-  private:
-    std::int64_t mProcess = 0; // that opens it; 0: none runs
-    bool mHasFailed = false;
-};
+/// @return tells whether there is no browser to be had, as far as is known by then
+std::function<bool()> openBrowser(const std::string& url);
 
 } // namespace telvo
 

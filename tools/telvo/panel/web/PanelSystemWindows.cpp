@@ -10,17 +10,13 @@ namespace telvo
 
 const bool kReusesAddress = false;
 
-BrowserStart::BrowserStart(const std::string& url)
+std::function<bool()> openBrowser(const std::string& url)
 {
     constexpr std::intptr_t kLastError = 32; // greater results are successes
     auto* const result =
         ShellExecuteA(nullptr, "open", url.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
-    mHasFailed = reinterpret_cast<std::intptr_t>(result) <= kLastError;
-}
-
-bool BrowserStart::hasFailed()
-{
-    return mHasFailed;
+    return
+        [hasFailed = reinterpret_cast<std::intptr_t>(result) <= kLastError] { return hasFailed; };
 }
 
 } // namespace telvo
