@@ -5,6 +5,7 @@
 # too long; it has a network of its own anyway.
 add_compile_options(-O0) # what is tested is optimised; the tests build faster
 if(CMAKE_CROSSCOMPILING)
+  add_link_options(-fno-use-linker-plugin -B${CMAKE_CURRENT_LIST_DIR}/lld)
   set(INSTALL_GTEST OFF)
   # Debian's package of the sources.
   add_subdirectory(/usr/src/googletest ${PROJECT_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)

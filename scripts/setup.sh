@@ -17,7 +17,7 @@ test="libgtest-dev libgmock-dev aravis-tools aravis-tools-cli iproute2
     python3-build python3-pip python3-setuptools python3-wheel mypy
     $docs nftables libcap2-bin"
 # The cross-compiler, and a system to run what it makes.
-windows="g++-mingw-w64-x86-64-posix libz-mingw-w64-dev googletest wine wine64 xvfb xdotool"
+windows="g++-mingw-w64-x86-64-posix lld libz-mingw-w64-dev googletest wine wine64 xvfb xdotool"
 bench="libbenchmark-dev python3-numpy"
 lint="clang-format clang-tidy"
 fuzz="clang libclang-rt-14-dev"
