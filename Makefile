@@ -19,7 +19,8 @@ test:
 # What takes longer: the suites under the sanitizers, and the fuzz targets' fixed runs.
 check:
 	scripts/setup.sh build test
-	scripts/test.sh asan tsan
+	scripts/test.sh asan
+	scripts/test.sh tsan
 
 # Looks for inputs that break a decoder; what it finds becomes a test.
 fuzz: MINUTES ?= 5

@@ -1,6 +1,7 @@
 #!/bin/sh
-# Builds the presets given and runs every suite of each once. Stops at the first failure.
-#   usage: scripts/test.sh PRESET...
+# Builds one preset or two and runs every suite of each once: the second one's beside those of the
+# first, and shows them when they have ended. Stops at the first failure.
+#   usage: scripts/test.sh PRESET [PRESET]
 set -eu
 
 cd "$(dirname "$0")/.."
@@ -21,13 +22,13 @@ build()
     cmake --build --preset "$1"
 }
 
+# Tests wait for a camera most of their time, so more of them run at once than there are cores.
 run_tests()
 {
-    heading "Tests: $1"
     case $1 in
+    release) at_once=$((5 * $(nproc))) ;;
     windows) at_once=$(nproc) ;;
-    # More at once than there are cores: many of them wait for a camera most of their time.
-    *) at_once=$((3 * $(nproc))) ;;
+    *) at_once=$((3 * $(nproc))) ;; # the sanitizers' work is more
     esac
     ctest --preset "$1" --parallel "$at_once"
 }
@@ -35,6 +36,18 @@ run_tests()
 for preset in "$@"; do
     build "$preset"
 done
-for preset in "$@"; do
-    run_tests "$preset"
-done
+
+if [ $# -gt 1 ]; then
+    run_tests "$2" >"build/test-$2.log" 2>&1 &
+    beside=$!
+    trap 'kill "$beside" 2>/dev/null || true' EXIT
+fi
+heading "Tests: $1"
+run_tests "$1"
+if [ $# -gt 1 ]; then
+    heading "Tests: $2"
+    result=0
+    wait "$beside" || result=$?
+    cat "build/test-$2.log"
+    exit "$result"
+fi
