@@ -120,7 +120,7 @@ std::string shortfallOf(const RecordPlan& plan, const RecordOutcome& outcome)
 } // namespace
 
 RecordRun::RecordRun(const CameraSession& camera, RecordPlan plan, KeyPressed keyPressed)
-    : mCamera(camera), mPlan(std::move(plan)), mKeyPressed(std::move(keyPressed))
+    : mCamera(camera), mPlan(plan), mKeyPressed(std::move(keyPressed))
 {
     if (expStartRecordMode(camera.id()) != 0) {
         camera.fail("cannot start recording ('telvo log' shows why)");

@@ -53,7 +53,7 @@ struct ScriptedReceiver {
     {
         std::vector<Time> arrivals;
         for (std::size_t i = 0; i < packets; ++i) {
-            arrivals.push_back(clock + silence + gap * i);
+            arrivals.emplace_back(clock + silence + gap * i);
         }
         receiveBlock(arrivals);
     }

@@ -97,7 +97,7 @@ Texts windowWritesFailingAt(std::ptrdiff_t write, const std::string& errorLine)
     return calls;
 }
 
-Row windowFailsAt(std::ptrdiff_t write, const std::string& feature, std::deque<Code> results,
+Row windowFailsAt(std::ptrdiff_t write, const std::string& feature, const std::deque<Code>& results,
                   const std::string& errorLine)
 {
     return {.behaviour = "SetStopsWhenWrite" + std::to_string(write) + "Fails",

@@ -78,7 +78,7 @@ constexpr const char* kFirstUse = "the camera at 127.0.0.11 is used for the firs
 
 bool isIdle(const SocketMessage& message)
 {
-    return message.bytes.find("\"state\":\"idle\"") != std::string::npos;
+    return message.bytes.find(R"("state":"idle")") != std::string::npos;
 }
 
 // It is connected before there is a page, which is told all the same.

@@ -234,7 +234,7 @@ class DownloadKilled : public DownloadResume
         for (const auto& entry : fs::recursive_directory_iterator(folder.path())) {
             const bool isAccount = entry.path().stem().stem().extension() == ".json";
             const std::string text = isAccount ? contents(entry.path()) : "";
-            if (text.starts_with("{\"format\":\"telvo-unfinished\"") &&
+            if (text.starts_with(R"({"format":"telvo-unfinished")") &&
                 std::ranges::count(text, '\n') > 1) {
                 return true;
             }
