@@ -100,7 +100,7 @@ format:
 
 lint:
 	scripts/setup.sh build test windows bench lint
-	scripts/lint.sh
+	scripts/lint.py
 
 clean:
 	rm -rf build

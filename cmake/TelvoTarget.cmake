@@ -12,7 +12,7 @@ target_compile_options(telvo_warnings INTERFACE
   $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
 
 # The standard headers that most sources include, parsed once for all layers. A source still includes
-# what it uses: `make lint` compiles without these.
+# what it uses: the thread sanitizer's build does without these.
 file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/empty.cpp CONTENT "")
 add_library(telvo_standard_headers STATIC ${CMAKE_BINARY_DIR}/empty.cpp)
 target_link_libraries(telvo_standard_headers PRIVATE telvo_warnings)
