@@ -82,8 +82,9 @@ class Build:
 
 def sources_of(unit: str) -> set[str]:
     """The project's sources in a unit; none in one of others' sources."""
-    joined = re.findall(r'^#include "(.*)"$', pathlib.Path(unit).read_text(), re.MULTILINE)
-    files = joined if "/Unity/" in unit else [unit]
+    files = [unit]
+    if "/Unity/" in unit:
+        files = re.findall(r'^#include "(.*)"$', pathlib.Path(unit).read_text(), re.MULTILINE)
     return {os.path.relpath(file, ROOT) for file in files}
 
 
