@@ -15,6 +15,12 @@ namespace
 constexpr std::string_view kSetPrefix = "UserSet1.";
 constexpr std::string_view kNameKey = "DeviceUserID";
 
+/// On Windows a path that is made of a plain text takes it for another code.
+std::filesystem::path utf8Path(const std::string& text)
+{
+    return {std::u8string(text.begin(), text.end())};
+}
+
 std::optional<std::int64_t> number(std::string_view text)
 {
     std::int64_t value = 0;
@@ -111,7 +117,7 @@ void UserSets::setUserName(const std::string& name, const Settings& settings)
 StoredState loadState(const std::string& path)
 {
     StoredState state;
-    std::ifstream file(path);
+    std::ifstream file(utf8Path(path));
     std::string line;
     while (std::getline(file, line)) {
         const std::size_t equals = line.find('=');
@@ -126,7 +132,7 @@ StoredState loadState(const std::string& path)
 bool saveState(const std::string& path, const StoredState& state)
 {
     // Written beside and renamed, so that a camera killed in between keeps its old state.
-    const std::string beside = path + ".new";
+    const std::filesystem::path beside = utf8Path(path + ".new");
     {
         std::ofstream file(beside, std::ios::trunc);
         file << kNameKey << '=' << state.userName << '\n';
@@ -141,7 +147,7 @@ bool saveState(const std::string& path, const StoredState& state)
         }
     }
     std::error_code error;
-    std::filesystem::rename(beside, path, error);
+    std::filesystem::rename(beside, utf8Path(path), error);
     return !error;
 }
 

@@ -129,8 +129,12 @@ void addMemory(CLI::App& app, CommandLine& line, RawTexts& raw)
     app.add_option("--flash-busy", raw.flashBusy, "Writes its flash card for so many ms at start");
     app.add_option("--trigger-every", raw.triggerEvery,
                    "A pulse on the trigger input every so many ms");
-    app.add_option("--save-recordings", line.recordingsFolder,
-                   "Writes what was recorded when it ends: ADDRESS-SEQUENCE.raw in this folder");
+    app.add_option_function<std::string>(
+        "--save-recordings",
+        [&line](const std::string& folder) { // a path takes a plain text for UTF-8 on Linux alone
+            line.recordingsFolder = std::u8string(folder.begin(), folder.end());
+        },
+        "Writes what was recorded when it ends: ADDRESS-SEQUENCE.raw in this folder");
     app.add_flag("--commands", line.readCommands,
                  "Reads from standard input, line by line: trigger, high, low, silent, talk, "
                  "lose RATE, quit");

@@ -5,6 +5,7 @@
 #include "Faults.h"
 
 #include <chrono>
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -30,7 +31,8 @@ struct CommandLine {
     std::chrono::milliseconds silentAfter{0};  ///< 0: never
     std::chrono::milliseconds silentFor{0};    ///< 0: to the end
     bool readCommands = false;                 ///< from standard input
-    std::string recordingsFolder{}; ///< where the recordings go at the end; empty: nowhere
+    std::filesystem::path
+        recordingsFolder{}; ///< where the recordings go at the end; empty: nowhere
 };
 
 /// The command line asked for help or holds an error: print text, leave with status.

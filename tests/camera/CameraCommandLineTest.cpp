@@ -56,6 +56,12 @@ TEST(CameraCommandLine, RefusesAnotherWayOfSending)
     expectRefusal({"--send"}, "--send");
 }
 
+TEST(CameraCommandLine, TakesTheNameOfAFolderInUtf8)
+{
+    EXPECT_EQ(parse({"--save-recordings", "K\xC3\xBC"}).recordingsFolder,
+              std::filesystem::path(u8"K\u00FC"));
+}
+
 TEST(CameraCommandLine, ExplainsTheWaysOfSending)
 {
     const CommandLineExit leave = leaving({"--help"});

@@ -28,6 +28,15 @@ TEST_F(StoredStateTest, ComesBackAsItWasSaved)
     EXPECT_EQ(loadState(mPath), state);
 }
 
+TEST_F(StoredStateTest, KeepsToTheNameOfItsFileWhateverItsLetters)
+{
+    const std::string name = testing::TempDir() + "K\xC3\xBC.telvo-state";
+    ASSERT_TRUE(saveState(name, {.userName = "left"}));
+    EXPECT_EQ(loadState(name).userName, "left");
+    EXPECT_TRUE(std::filesystem::remove(std::filesystem::path(testing::TempDir()) /
+                                        u8"K\u00FC.telvo-state"));
+}
+
 TEST_F(StoredStateTest, IsEmptyWithoutAFile)
 {
     EXPECT_EQ(loadState(mPath), StoredState{});

@@ -1,5 +1,7 @@
 #include "Command.h"
 
+#include "Utf8Path.h"
+
 #include <CLI/CLI.hpp>
 #include <cstdint>
 #include <filesystem>
@@ -95,9 +97,15 @@ Option Command::option(const std::string& name, Value& value, const std::string&
     return Option(*mApp->add_option(name, value, text));
 }
 
+template <>
+Option Command::option(const std::string& name, std::filesystem::path& value,
+                       const std::string& text) const
+{
+    const auto take = [&value](const std::string& word) { value = utf8Path(word); };
+    return Option(*mApp->add_option_function<std::string>(name, take, text));
+}
+
 template Option Command::option(const std::string&, std::string&, const std::string&) const;
-template Option Command::option(const std::string&, std::filesystem::path&,
-                                const std::string&) const;
 template Option Command::option(const std::string&, std::vector<std::string>&,
                                 const std::string&) const;
 template Option Command::option(const std::string&, std::uint32_t&, const std::string&) const;

@@ -1,5 +1,7 @@
 #include "OutputPattern.h"
 
+#include "Utf8Path.h"
+
 #include <array>
 #include <string>
 #include <string_view>
@@ -53,7 +55,7 @@ std::filesystem::path pathFor(const std::filesystem::path& pattern, const Camera
     for (std::size_t i = 0; i < kPlaces.size(); ++i) {
         fill(text, kPlaces[i], asFileName(values[i]));
     }
-    return text;
+    return utf8Path(text);
 }
 
 } // namespace telvo

@@ -91,6 +91,13 @@ TEST(CommandLine, RefusesAnUnknownFormat)
     expectUsageError({"download", "--out", "x", "--format", "bmp"}, "bmp");
 }
 
+TEST(CommandLine, TakesNamesOfFilesInUtf8)
+{
+    const Outcome outcome = run({"panel", "--folder", "K\xC3\xBC"});
+    EXPECT_EQ(outcome.exitStatus, 1);
+    EXPECT_EQ(outcome.errors, "telvo: there is no folder K\xC3\xBC for downloads\n");
+}
+
 TEST(CommandLine, ChecksSettingsBeforeItLooksForACamera)
 {
     expectUsageError({"get", "exposur"}, "there is no setting 'exposur'");

@@ -28,6 +28,11 @@ TEST(OutputPattern, KeepsToOneFileNameWhateverACameraIsCalled)
     EXPECT_EQ(pathFor("{name}", camera("{name}")), "{name}");
 }
 
+TEST(OutputPattern, KeepsLettersOfEveryLanguage)
+{
+    EXPECT_EQ(pathFor("{name}.tif", camera("K\xC3\xBC")), std::filesystem::path(u8"K\u00FC.tif"));
+}
+
 TEST(OutputPattern, IsKnownByItsPlaces)
 {
     EXPECT_TRUE(isPattern("a/{ip}"));

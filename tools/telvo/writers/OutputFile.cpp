@@ -238,7 +238,7 @@ std::vector<fs::path> partialsOf(const fs::path& path)
     std::vector<fs::path> partials;
     for (const auto& entry : fs::directory_iterator(fs::absolute(target).parent_path(), none)) {
         const std::string other = entry.path().filename().string();
-        if (isPartial(other) && other.substr(0, other.size() - kSuffixSize) == name) {
+        if (isPartial(entry.path()) && other.substr(0, other.size() - kSuffixSize) == name) {
             partials.push_back(entry.path());
         }
     }

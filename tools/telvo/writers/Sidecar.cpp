@@ -2,6 +2,7 @@
 
 #include "Failure.h"
 #include "OutputFile.h"
+#include "Utf8Path.h"
 
 #include <algorithm>
 #include <fstream>
@@ -114,7 +115,7 @@ std::optional<UnfinishedSeries> readJournal(const fs::path& path)
         return std::nullopt;
     }
     UnfinishedSeries series{.sidecar = {.about = head.value("about", Json()), .frames = {}},
-                            .output = path.parent_path() / head.value("output", ""),
+                            .output = path.parent_path() / utf8Path(head.value("output", "")),
                             .ifThere =
                                 head.value("replaces", false) ? IfThere::Replace : IfThere::Refuse,
                             .journals = {path}};

@@ -98,6 +98,18 @@ TEST(Sidecar, KeepsAnAccountOfTheFramesUntilItIsFinished)
     EXPECT_EQ(readSidecar(folder / "a.json").frames.size(), 3U);
 }
 
+TEST(Sidecar, FindsTheFileWhateverItsLetters)
+{
+    const TemporaryFolder folder;
+    const std::filesystem::path output = folder.path() / u8"K\u00FC.part";
+    std::ofstream(output) << "frames";
+    const SidecarFile file(folder / "a.json", IfThere::Refuse, {{"camera", ""}}, output,
+                           IfThere::Refuse, 1);
+    const auto found = findUnfinished(folder / "a.json");
+    ASSERT_TRUE(found);
+    EXPECT_TRUE(equivalent(found->output, output));
+}
+
 TEST(Sidecar, FindsNoAccountInOtherFiles)
 {
     const TemporaryFolder folder;
