@@ -32,8 +32,8 @@ struct GlobalHost {
     ~GlobalHost() { disconnectIf("static-destructor"); }
 };
 
-const GlobalHost
-    globalHost; // constructed before the library is used, so destroyed after its statics
+// Constructed before the library is used, so destroyed after its statics.
+const GlobalHost kGlobalHost;
 
 #ifdef __ELF__
 [[gnu::destructor]] void endProgram()

@@ -41,8 +41,8 @@ bool isTaken()
 
 std::optional<SystemFile> SystemFile::create(const std::filesystem::path& path)
 {
-    const HANDLE file = CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ,
-                                    nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
+    HANDLE file = CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, nullptr,
+                              CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (file == INVALID_HANDLE_VALUE) {
         require(isTaken());
         return std::nullopt;
@@ -52,8 +52,8 @@ std::optional<SystemFile> SystemFile::create(const std::filesystem::path& path)
 
 std::optional<SystemFile> SystemFile::open(const std::filesystem::path& path)
 {
-    const HANDLE file = CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ,
-                                    nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    HANDLE file = CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, nullptr,
+                              OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
     require(file != INVALID_HANDLE_VALUE);
     return SystemFile(numberOf(file));
 }
@@ -164,9 +164,8 @@ bool isStandardOutput(const std::filesystem::path& /*path*/)
 
 std::optional<FolderClaim> FolderClaim::take(const std::filesystem::path& folder)
 {
-    const HANDLE file =
-        CreateFileW((folder / kClaimName).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
-                    FILE_ATTRIBUTE_HIDDEN | FILE_FLAG_DELETE_ON_CLOSE, nullptr);
+    HANDLE file = CreateFileW((folder / kClaimName).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                              FILE_ATTRIBUTE_HIDDEN | FILE_FLAG_DELETE_ON_CLOSE, nullptr);
     if (file == INVALID_HANDLE_VALUE) {
         require(isTaken() || GetLastError() == ERROR_SHARING_VIOLATION);
         return std::nullopt;
