@@ -102,7 +102,7 @@ OutputPlace::OutputPlace(FileFormat format, std::filesystem::path path, IfThere 
         mFile = std::make_unique<OutputFile>(mPath, mIfThere, stop);
     } else if (ifThere != IfThere::Continue) {
         requireFolder(mPath);
-        makeFolder(mPath);
+        mFolder = NewFolder(mPath);
     }
 }
 
@@ -141,6 +141,7 @@ std::unique_ptr<FrameSink> OutputPlace::begin(const Series& series, const Pictur
     if (isFileOrFolder()) {
         requireSpace(mPath, bytesOf(series, style));
     }
+    mFolder.keep();
     switch (mFormat) {
     case FileFormat::Tiff:
         return beginTiff(series, style);

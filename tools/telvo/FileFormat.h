@@ -73,6 +73,7 @@ class OutputPlace
     std::filesystem::path mPath;
     IfThere mIfThere;
     std::unique_ptr<OutputFile> mFile; // null for a folder
+    NewFolder mFolder;                 // of a folder that is there, or a file: nothing
 };
 
 } // namespace telvo

@@ -88,6 +88,24 @@ void requireSpace(const fs::path& path, std::uint64_t bytes)
     }
 }
 
+NewFolder::NewFolder(const fs::path& folder)
+{
+    std::error_code error;
+    for (fs::path place = fs::absolute(folder).lexically_normal();
+         !fs::exists(place, error) && place.has_relative_path(); place = place.parent_path()) {
+        mMade.push_back(place);
+    }
+    makeFolder(folder);
+}
+
+NewFolder::~NewFolder()
+{
+    std::error_code hasSomethingInIt;
+    for (const fs::path& folder : mMade) {
+        fs::remove(folder, hasSomethingInIt);
+    }
+}
+
 void makeFolder(const fs::path& folder)
 {
     std::error_code error;

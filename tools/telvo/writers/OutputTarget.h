@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <string>
 #include <system_error>
+#include <vector>
 
 namespace telvo
 {
@@ -38,6 +39,28 @@ void requireSpace(const std::filesystem::path& path, std::uint64_t bytes);
 
 /// Makes the folder and those above it. Throws Failure.
 void makeFolder(const std::filesystem::path& folder);
+
+/// A folder that is made unless it is there, with those above it. Unless it is kept, what was made
+/// is removed again, but nothing into which something was put meanwhile.
+class NewFolder
+{
+  public:
+    NewFolder() = default; ///< makes none
+    /// Throws Failure.
+    explicit NewFolder(const std::filesystem::path& folder);
+    ~NewFolder();
+    NewFolder(NewFolder&&) noexcept = default;
+    NewFolder& operator=(NewFolder&& other) noexcept
+    {
+        mMade.swap(other.mMade);
+        return *this;
+    }
+
+    void keep() { mMade.clear(); }
+
+  private:
+    std::vector<std::filesystem::path> mMade; // the innermost first
+};
 
 /// Throws Failure if there is anything in the folder.
 void requireEmpty(const std::filesystem::path& folder);

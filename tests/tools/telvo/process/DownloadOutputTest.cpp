@@ -164,6 +164,19 @@ TEST_F(DownloadOutput, FindsTooLittleSpaceBeforeTheTransfer)
     EXPECT_LT(camera->log().counters().bytes, recording().size() / 4) << "a few single frames";
 }
 
+TEST_F(DownloadOutput, LeavesNoFolderWherePicturesDoNotFit)
+{
+    const SmallDisk disk(folder / "disk", "size=8k");
+    const ToolOutcome result = runTool(download("disk/new/pictures", {"--format", "png"}));
+    EXPECT_EQ(result.exitStatus, 1);
+    EXPECT_THAT(result.errors, HasSubstr("are free there"));
+    EXPECT_EQ(entries(folder / "disk"), 0U);
+    fs::create_directory(folder / "disk" / "old");
+    EXPECT_EQ(runTool(download("disk/old/pictures", {"--format", "png"})).exitStatus, 1);
+    EXPECT_EQ(runTool(download("disk/old", {"--format", "png"})).exitStatus, 1);
+    EXPECT_TRUE(fs::is_empty(folder / "disk" / "old")) << "which was there before";
+}
+
 TEST_F(DownloadOutput, FailsOnADiskThatFillsUpMeanwhile)
 {
     // Less than pictures of plain noise take, more than the best that compressing could do.
