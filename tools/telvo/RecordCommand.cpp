@@ -4,9 +4,12 @@
 #include "Keyboard.h"
 #include "RecordRun.h"
 #include "SharedStatus.h"
+#include "Terminal.h"
 #include "ToolError.h"
 
+#include <algorithm>
 #include <atomic>
+#include <cstdio>
 #include <iostream>
 #include <memory>
 #include <mutex>
@@ -60,6 +63,17 @@ Armed armCamera(const CameraAddress& address, const RecordOptions& options)
     return {std::move(camera), plan};
 }
 
+/// On a terminal the status line says so, and who has chosen a trigger knows.
+void tellOfUnchosenTrigger(const std::vector<Armed>& armed, const RecordOptions& options)
+{
+    const bool waits = std::ranges::any_of(
+        armed, [](const Armed& each) { return each.plan.trigger == TriggerKind::Camera; });
+    if (waits && options.trigger.empty() && !isTerminal(stderr)) {
+        std::cerr << "telvo: waiting for the trigger, as the camera is set; --trigger none records "
+                     "without one\n";
+    }
+}
+
 std::vector<RecordOutcome> recordAll(const std::vector<Armed>& armed, bool byKey)
 {
     SharedStatus status(armed.size());
@@ -100,6 +114,7 @@ void runRecord(const RecordCommandOptions& options)
     const auto armed = forEach<Armed>(cameras, [&](std::size_t, const CameraAddress& address) {
         return armCamera(address, options.record);
     });
+    tellOfUnchosenTrigger(armed, options.record);
     const auto outcomes = recordAll(armed, options.record.trigger == "key");
     print(armed, outcomes, options.json);
     for (const RecordOutcome& outcome : outcomes) {

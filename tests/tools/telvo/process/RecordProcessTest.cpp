@@ -58,7 +58,11 @@ TEST_F(RecordProcess, WaitsForATriggerThatTheCameraIsSetTo)
     ToolProcess tool(forCamera({"record", "--frames", "5", "--fps", "200"}));
     ASSERT_TRUE(hasRecorded(60));
     EXPECT_TRUE(camera().trigger());
-    EXPECT_EQ(tool.wait().exitStatus, 0);
+    const ToolOutcome outcome = tool.wait();
+    EXPECT_EQ(outcome.exitStatus, 0);
+    EXPECT_EQ(outcome.errors,
+              "telvo: waiting for the trigger, as the camera is set; --trigger none "
+              "records without one\n");
 }
 
 TEST_F(RecordProcess, FailsWhereNoTriggerCame)
