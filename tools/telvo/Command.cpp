@@ -81,6 +81,12 @@ Option& Option::excludes(const Option& other)
     return *this;
 }
 
+Option& Option::needs(const Option& other)
+{
+    mOption->needs(other.mOption);
+    return *this;
+}
+
 Command Command::add(const char* name, const char* text) const
 {
     return Command(*mApp->add_subcommand(name, text));

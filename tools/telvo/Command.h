@@ -37,6 +37,8 @@ class Option
     Option& repeated();
     /// Not together with the other one.
     Option& excludes(const Option& other);
+    /// Only together with the other one.
+    Option& needs(const Option& other);
 
   private:
     CLI::Option* mOption;

@@ -126,16 +126,20 @@ void addReviewCommand(const Command& app)
     const Command command = app.add("review", "Look at a recording before it is downloaded");
     const auto options = std::make_shared<ReviewOptions>();
     addCameraOptions(command, options->camera);
-    command
-        .option("--contact-sheet", options->contactSheet,
-                "Write one PNG with small pictures of frames spread over the sequence")
-        .type("FILE");
+    const Option sheet =
+        command
+            .option("--contact-sheet", options->contactSheet,
+                    "Write one PNG with small pictures of frames spread over the sequence")
+            .type("FILE");
     command.option("--sequence", options->sequence, "Sequence on the sheet, from 0")
         .type("N")
         .showDefault();
-    command.option("--frames", options->frames, "Frames on the sheet, 1 to 60")
+    command
+        .option("--frames", options->frames,
+                "Frames on the sheet, 1 to 60; only with --contact-sheet")
         .type("N")
         .within(1U, std::uint32_t{ContactSheet::kMaxCells})
+        .needs(sheet)
         .showDefault();
     command.flag("--force", options->force, "Replace a file that is there already");
     addJsonOption(command, options->json);

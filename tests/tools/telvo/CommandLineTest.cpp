@@ -91,6 +91,11 @@ TEST(CommandLine, RefusesAnUnknownFormat)
     expectUsageError({"download", "--out", "x", "--format", "bmp"}, "bmp");
 }
 
+TEST(CommandLine, RefusesFramesOfASheetThatIsNotAskedFor)
+{
+    expectUsageError({"review", "--frames", "4"}, "--frames requires --contact-sheet");
+}
+
 TEST(CommandLine, TakesNamesOfFilesInUtf8)
 {
     const Outcome outcome = run({"panel", "--folder", "K\xC3\xBC"});
