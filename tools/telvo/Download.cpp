@@ -33,6 +33,8 @@ void requireSense(const DownloadOptions& options)
     if (isVideo(format) && options.resume) {
         throw UsageError("a video cannot be continued; download it anew");
     }
+    requireKnownPlaces(options.out);
+    requireKnownPlaces(options.sidecar);
     if (options.cameras.cameras.size() > 1 && !isPattern(options.out)) {
         throw UsageError(
             "several cameras need a file each: put {ip}, {serial} or {name} into --out, "

@@ -1,8 +1,11 @@
 #include "OutputPattern.h"
 
+#include "ToolError.h"
 #include "Utf8Path.h"
 
+#include <algorithm>
 #include <array>
+#include <regex>
 #include <string>
 #include <string_view>
 
@@ -35,6 +38,19 @@ void fill(std::string& text, std::string_view place, const std::string& value)
 }
 
 } // namespace
+
+void requireKnownPlaces(const std::filesystem::path& path)
+{
+    static const std::regex place("\\{[A-Za-z]*\\}");
+    const std::string text = path.string();
+    for (std::sregex_iterator each(text.begin(), text.end(), place), end; each != end; ++each) {
+        const std::string found = each->str();
+        if (std::ranges::find(kPlaces, found) == kPlaces.end()) {
+            throw UsageError(found + " in '" + text +
+                             "' stands for nothing; there are {ip}, {serial} and {name}");
+        }
+    }
+}
 
 bool isPattern(const std::filesystem::path& path)
 {

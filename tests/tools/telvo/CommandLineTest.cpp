@@ -96,6 +96,15 @@ TEST(CommandLine, RefusesFramesOfASheetThatIsNotAskedFor)
     expectUsageError({"review", "--frames", "4"}, "--frames requires --contact-sheet");
 }
 
+TEST(CommandLine, RefusesPlacesThatStandForNothing)
+{
+    expectUsageError({"download", "--out", "shot-{nme}.raw"},
+                     "{nme} in 'shot-{nme}.raw' stands for nothing; there are {ip}, {serial} and "
+                     "{name}");
+    expectUsageError({"download", "--out", "{ip}.raw", "--sidecar", "{ip}-{Name}.json"},
+                     "{Name} in '{ip}-{Name}.json'");
+}
+
 TEST(CommandLine, TakesNamesOfFilesInUtf8)
 {
     const Outcome outcome = run({"panel", "--folder", "K\xC3\xBC"});

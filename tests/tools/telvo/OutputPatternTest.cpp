@@ -1,4 +1,5 @@
 #include "OutputPattern.h"
+#include "ToolError.h"
 
 #include <gtest/gtest.h>
 
@@ -31,6 +32,13 @@ TEST(OutputPattern, KeepsToOneFileNameWhateverACameraIsCalled)
 TEST(OutputPattern, KeepsLettersOfEveryLanguage)
 {
     EXPECT_EQ(pathFor("{name}.tif", camera("K\xC3\xBC")), std::filesystem::path(u8"K\u00FC.tif"));
+}
+
+TEST(OutputPattern, RefusesOtherWordsInBraces)
+{
+    EXPECT_NO_THROW(requireKnownPlaces("{ip}/{serial}-{name}{0}{.raw"));
+    EXPECT_THROW(requireKnownPlaces("{ip}/{nme}.raw"), UsageError);
+    EXPECT_THROW(requireKnownPlaces("{}"), UsageError);
 }
 
 TEST(OutputPattern, IsKnownByItsPlaces)
