@@ -1,5 +1,6 @@
 #include "BlockReader.h"
 
+#include "CountText.h"
 #include "ToolError.h"
 
 #include "TelvoDll.h"
@@ -92,7 +93,7 @@ std::span<const std::uint8_t> BlockReader::await()
     }
     mDeadline = Clock::time_point::max();
     if (block == nullptr || frames != mRequested) {
-        mCamera.fail("the camera delivered " + std::to_string(frames) + " frames instead of " +
+        mCamera.fail("the camera delivered " + countText(frames, "frame") + " instead of " +
                      std::to_string(mRequested));
     }
     return {block, mRequested * mFrameSize};

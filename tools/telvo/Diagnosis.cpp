@@ -1,5 +1,7 @@
 #include "Diagnosis.h"
 
+#include "CountText.h"
+
 #include <algorithm>
 #include <cmath>
 #include <numeric>
@@ -123,7 +125,7 @@ void addLossPlaces(const LostByTenth& lost, Findings& findings)
         const LossText text = whereIn(lost, all);
         findings.push_back(
             {Kind::Hint,
-             number(all) + " packets got lost while none was asked for again, " + text.place,
+             countText(all, "packet") + " got lost while none was asked for again, " + text.place,
              text.advice});
     }
 }
@@ -185,19 +187,20 @@ void addLosses(const StreamProbe& probe, Findings& findings)
 {
     if (probe.framesFailed > 0 || probe.packetsMissing > 0) {
         findings.push_back({Kind::Problem,
-                            number(probe.framesFailed) + " pictures came incomplete, " +
-                                number(probe.packetsMissing) + " packets are missing",
+                            countText(probe.framesFailed, "picture") + " came incomplete, " +
+                                countText(probe.packetsMissing, "packet") +
+                                (probe.packetsMissing == 1 ? " is" : " are") + " missing",
                             "look at cable and switch; a larger packet-delay spreads the packets"});
     } else if (probe.packetsResent > 0) {
         findings.push_back(
             {Kind::Hint,
-             number(probe.packetsResent) + " packets got lost and came when asked for again",
+             countText(probe.packetsResent, "packet") + " got lost and came when asked for again",
              "leave resends on (--resends; a program of your own has to ask for them); look at "
              "cable and switch"});
     }
     if (probe.framesDropped > 0) {
         findings.push_back({Kind::Problem,
-                            number(probe.framesDropped) + " pictures found no buffer",
+                            countText(probe.framesDropped, "picture") + " found no buffer",
                             "the computer is too slow for this rate: end other programs, or lower "
                             "the frame rate"});
     }

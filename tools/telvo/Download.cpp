@@ -2,6 +2,7 @@
 
 #include "CameraDownload.h"
 #include "CancelFlag.h"
+#include "CountText.h"
 #include "DownloadTarget.h"
 #include "EachCamera.h"
 #include "Json.h"
@@ -94,12 +95,12 @@ void printText(std::ostream& out, const Outcome& outcome, const DownloadOptions&
 {
     const double seconds = outcome.time.count();
     const auto bytes = static_cast<double>(outcome.transferred * outcome.info.frameSize());
-    out << outcome.transferred << " frames of " << outcome.info.width << 'x' << outcome.info.height
-        << " in " << std::fixed << std::setprecision(1) << seconds << " s, "
+    out << countText(outcome.transferred, "frame") << " of " << outcome.info.width << 'x'
+        << outcome.info.height << " in " << std::fixed << std::setprecision(1) << seconds << " s, "
         << (seconds > 0 ? bytes / seconds * 1e-6 : 0) << " MB/s: " << options.out.string() << '\n';
     if (outcome.series.counter.isContinuous()) {
         out << "frame counter: continuous, " << outcome.series.written() << " of "
-            << outcome.series.selection.count << " frames\n";
+            << countText(outcome.series.selection.count, "frame") << "\n";
     }
 }
 
@@ -150,13 +151,14 @@ std::string shortfallOf(const Outcome& outcome, const DownloadOptions& options)
     const DownloadSeries& series = outcome.series;
     if (!outcome.interruption.empty()) {
         return outcome.interruption + "; " + options.out.string() + " holds " +
-               std::to_string(series.written()) + " of " + std::to_string(series.selection.count) +
-               " frames" + (canResume(options) ? ", --resume continues" : "");
+               std::to_string(series.written()) + " of " +
+               countText(series.selection.count, "frame") +
+               (canResume(options) ? ", --resume continues" : "");
     }
     if (!series.counter.isContinuous()) {
-        return "frame counter: not continuous, " + std::to_string(series.counter.missing()) +
-               " frames missing in " + std::to_string(series.counter.gapCount()) +
-               " places; the sidecar lists them, the frames are kept";
+        return "frame counter: not continuous, " + countText(series.counter.missing(), "frame") +
+               " missing in " + countText(series.counter.gapCount(), "place") +
+               "; the sidecar lists them, the frames are kept";
     }
     return "";
 }

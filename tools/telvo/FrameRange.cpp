@@ -1,5 +1,6 @@
 #include "FrameRange.h"
 
+#include "CountText.h"
 #include "ToolError.h"
 
 #include <algorithm>
@@ -38,14 +39,14 @@ FrameSelection selectFrames(const FrameRange& range, const Recording& recording,
         return selectAround(*trigger, *range.aroundTrigger, recording.frames, range.every);
     }
     if (range.first >= recording.frames) {
-        throw Failure(name + " has " + std::to_string(recording.frames) +
-                      " frames; choose --first among them, from 0");
+        throw Failure(name + " has " + countText(recording.frames, "frame") +
+                      "; choose --first among them, from 0");
     }
     FrameSelection selection = thinned(range.first, recording.frames - range.first, range.every);
     if (range.count.value_or(0) > selection.count) {
-        throw Failure("there are only " + std::to_string(selection.count) +
-                      " such frames from frame " + std::to_string(range.first) +
-                      " on; ask for fewer");
+        throw Failure((selection.count == 1 ? "there is only " : "there are only ") +
+                      countText(selection.count, "such frame") + " from frame " +
+                      std::to_string(range.first) + " on; ask for fewer");
     }
     selection.count = range.count.value_or(selection.count);
     return selection;

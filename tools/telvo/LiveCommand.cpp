@@ -3,6 +3,7 @@
 #include "CaptureOptions.h"
 #include "Commands.h"
 #include "ContactSheet.h"
+#include "CountText.h"
 #include "FrameCounter.h"
 #include "Json.h"
 #include "LiveStream.h"
@@ -130,7 +131,7 @@ void report(const Series& series, const LiveStream& stream, const LiveOptions& o
     if (options.json) {
         return printJson(jsonOf(series, stream));
     }
-    std::cout << series.counter.received() << " frames of " << stream.width() << 'x'
+    std::cout << countText(series.counter.received(), "frame") << " of " << stream.width() << 'x'
               << stream.height() << " at " << std::fixed << std::setprecision(1) << series.rate()
               << " frames/s, " << series.counter.missing() << " lost\n";
     if (!options.folder.empty()) {
@@ -145,8 +146,9 @@ void report(const Series& series, const LiveStream& stream, const LiveOptions& o
 void judge(const Series& series, const LiveOptions& options)
 {
     if (series.counter.missing() != 0 && !options.folder.empty()) {
-        throw Failure(std::to_string(series.counter.missing()) +
-                      " frames were lost; 'telvo doctor' looks for the reason");
+        throw Failure(countText(series.counter.missing(), "frame") +
+                      (series.counter.missing() == 1 ? " was" : " were") +
+                      " lost; 'telvo doctor' looks for the reason");
     }
     if (series.counter.received() < options.frames) {
         throw Cancelled();

@@ -1,5 +1,6 @@
 #include "RecordPlan.h"
 
+#include "CountText.h"
 #include "ToolError.h"
 
 #include "TelvoDll.h"
@@ -110,8 +111,8 @@ std::optional<std::uint32_t> trailerOf(const CameraSession& camera, const Record
     const std::uint32_t post =
         options.post.empty() ? room - std::min(pre, room) : framesOf(options.post, room);
     if (pre > room || post > room - pre) {
-        throw Failure("--pre and --post are more than the " + std::to_string(room) +
-                      " frames of this size that a sequence holds; ask for fewer");
+        throw Failure("--pre and --post are more than the " + countText(room, "frame") +
+                      " of this size that a sequence holds; ask for fewer");
     }
     return post;
 }
@@ -155,8 +156,8 @@ void requireRoom(const CameraSession& camera, const RecordPlan& plan)
 {
     std::uint32_t room = 0;
     if (plan.frames && expGetMaxFramesPerSequence(&room, camera.id()) == 0 && *plan.frames > room) {
-        throw Failure("the camera's memory takes only " + std::to_string(room) +
-                      " frames of this size; ask for fewer, or for smaller pictures");
+        throw Failure("the camera's memory takes only " + countText(room, "frame") +
+                      " of this size; ask for fewer, or for smaller pictures");
     }
 }
 

@@ -1,6 +1,7 @@
 #include "RecordRun.h"
 
 #include "CancelFlag.h"
+#include "CountText.h"
 #include "FrameCounter.h"
 #include "ToolError.h"
 #include "TriggerSearch.h"
@@ -106,8 +107,8 @@ std::vector<RecordedSequence> sequencesAfter(const CameraSession& camera, const 
 std::string shortfallOf(const RecordPlan& plan, const RecordOutcome& outcome)
 {
     if (plan.frames && outcome.frames < *plan.frames) {
-        return std::to_string(outcome.frames) + " frames were recorded, " +
-               std::to_string(*plan.frames) +
+        return countText(outcome.frames, "frame") + (outcome.frames == 1 ? " was" : " were") +
+               " recorded, " + std::to_string(*plan.frames) +
                " were asked for; 'telvo download' reads what there is";
     }
     const bool cut = outcome.cause == EndCause::Stopped || outcome.cause == EndCause::Time;
@@ -206,7 +207,8 @@ std::string RecordProgress::text() const
     text << (waits            ? "waiting for the trigger, "
              : isAfterTrigger ? "after the trigger, "
                               : "")
-         << frames << " frames, " << std::fixed << std::setprecision(1) << time.count() << " s";
+         << countText(frames, "frame") << ", " << std::fixed << std::setprecision(1) << time.count()
+         << " s";
     return text.str();
 }
 
@@ -250,7 +252,7 @@ RecordOutcome record(const CameraSession& camera, const RecordPlan& plan,
 std::string RecordOutcome::text() const
 {
     std::ostringstream text;
-    text << "recorded " << frames << " frames of " << width << 'x' << height
+    text << "recorded " << countText(frames, "frame") << " of " << width << 'x' << height
          << " in the camera's memory\nended by " << textOf(cause).text;
     for (std::size_t i = 0; i < sequences.size(); ++i) {
         if (sequences[i].trigger) {

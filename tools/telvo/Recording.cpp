@@ -1,5 +1,6 @@
 #include "Recording.h"
 
+#include "CountText.h"
 #include "ToolError.h"
 
 #include "TelvoDll.h"
@@ -25,8 +26,8 @@ Recording selectSequence(const CameraSession& camera, const RecordingInfo& info,
                          std::uint32_t sequence)
 {
     if (sequence >= info.sequences) {
-        throw Failure("the recording has " + std::to_string(info.sequences) +
-                      " sequences, numbered from 0; 'telvo review' lists them");
+        throw Failure("the recording has " + countText(info.sequences, "sequence") +
+                      ", numbered from 0; 'telvo review' lists them");
     }
     std::uint32_t selected = sequence;
     expSetCurrentStreamSequence(&selected, camera.id());

@@ -1,6 +1,7 @@
 #include "CameraChoice.h"
 #include "CameraSession.h"
 #include "Commands.h"
+#include "CountText.h"
 #include "ForcedOutput.h"
 #include "Json.h"
 #include "OutputFile.h"
@@ -42,7 +43,7 @@ void runSave(const SettingsOptions& options)
     if (options.json) {
         printJson({{"camera", camera.ip}, {"settings", count}, {"file", options.file.string()}});
     } else {
-        std::cout << count << " settings: " << options.file.string() << '\n';
+        std::cout << countText(count, "setting") << ": " << options.file.string() << '\n';
     }
 }
 

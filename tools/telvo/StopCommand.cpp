@@ -1,5 +1,6 @@
 #include "CameraChoice.h"
 #include "Commands.h"
+#include "CountText.h"
 #include "EachCamera.h"
 #include "Json.h"
 #include "RecordingEnd.h"
@@ -37,7 +38,7 @@ Stopped stop(const CameraAddress& address)
 std::string textOf(const Stopped& stopped)
 {
     return !stopped ? "was not recording"
-                    : "recording ended, " + std::to_string(stopped->count) + " frames of " +
+                    : "recording ended, " + countText(stopped->count, "frame") + " of " +
                           std::to_string(stopped->width) + 'x' + std::to_string(stopped->height) +
                           " in the camera's memory";
 }

@@ -1,6 +1,7 @@
 #include "DownloadMode.h"
 
 #include "CameraDownload.h"
+#include "CountText.h"
 #include "IdleMode.h"
 #include "PanelMessages.h"
 
@@ -101,7 +102,7 @@ Json DownloadMode::result(const Outcome& outcome) const
     json["verdict"] = verdictOf(series.counter, series.selection.count);
     if (!outcome.interruption.empty()) {
         json["error"] = outcome.interruption + "; " + std::to_string(series.written()) + " of " +
-                        std::to_string(series.selection.count) + " frames are kept";
+                        countText(series.selection.count, "frame") + " are kept";
     }
     return json;
 }

@@ -1,5 +1,7 @@
 #include "IdleMode.h"
 
+#include "CountText.h"
+
 #include "TelvoDll.h"
 
 #include <utility>
@@ -29,7 +31,7 @@ DeskMode::Step IdleMode::step()
 Json IdleMode::state() const
 {
     const std::string held =
-        mRecorded == 0 ? "" : "; " + std::to_string(mRecorded) + " frames in the camera's memory";
+        mRecorded == 0 ? "" : "; " + countText(mRecorded, "frame") + " in the camera's memory";
     return {{"state", "idle"}, {"text", mNews + held}, {"frames", mRecorded}};
 }
 

@@ -1,5 +1,6 @@
 #include "RecordedSequences.h"
 
+#include "CountText.h"
 #include "FrameSource.h"
 #include "ToolError.h"
 #include "TriggerSearch.h"
@@ -38,7 +39,7 @@ GrayImage RecordedSequences::read(FramePlace place)
     const Recording& recording = select(place.sequence);
     if (place.frame >= recording.frames) {
         throw Failure("sequence " + std::to_string(place.sequence) + " has " +
-                      std::to_string(recording.frames) + " frames, numbered from 0");
+                      countText(recording.frames, "frame") + ", numbered from 0");
     }
     return GrayImage({mInfo.width, mInfo.height, readFrame(mCamera, mInfo, place.frame)});
 }

@@ -1,6 +1,7 @@
 #include "ReviewMode.h"
 
 #include "CameraDownload.h"
+#include "CountText.h"
 #include "PanelMessages.h"
 #include "PictureDescription.h"
 #include "PictureStyle.h"
@@ -42,7 +43,7 @@ DeskMode::Step ReviewMode::step()
 Json ReviewMode::state() const
 {
     return {{"state", "idle"},
-            {"text", std::to_string(mSequences.frames()) + " frames in the camera's memory"},
+            {"text", countText(mSequences.frames(), "frame") + " in the camera's memory"},
             {"frames", mSequences.frames()},
             {"width", mInfo.width},
             {"height", mInfo.height}};

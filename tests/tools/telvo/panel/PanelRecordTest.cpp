@@ -70,7 +70,7 @@ TEST_F(PanelRecord, RefusesFramesThatThereAreNot)
     EXPECT_THAT(ask("frame", {{"sequence", 0}, {"frame", 1'000'000}})["error"],
                 HasSubstr("numbered from 0"));
     EXPECT_THAT(ask("frame", {{"sequence", 3}, {"frame", 0}})["error"],
-                HasSubstr("1 sequences, numbered from 0"));
+                HasSubstr("1 sequence, numbered from 0"));
     EXPECT_EQ(frame(0).header["number"], 0); // and goes on
 }
 

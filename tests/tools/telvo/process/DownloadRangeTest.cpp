@@ -30,7 +30,7 @@ TEST_F(DownloadRange, RefusesFramesThatWereNotRecorded)
     EXPECT_EQ(result.exitStatus, 1);
     EXPECT_THAT(result.errors, HasSubstr("only 10 such frames from frame 90 on"));
     EXPECT_THAT(runTool(download("a", {"--sequence", "1"})).errors,
-                HasSubstr("the recording has 1 sequences"));
+                HasSubstr("the recording has 1 sequence,"));
     EXPECT_EQ(entries(folder.path()), 0U);
 }
 

@@ -75,7 +75,7 @@ TEST_F(Review, RefusesASequenceThatIsNotThere)
     start(recordedCamera(30));
     const ToolOutcome result = runTool(review({"--sequence", "1", "--contact-sheet", sheet()}));
     EXPECT_EQ(result.exitStatus, 1);
-    EXPECT_THAT(result.errors, HasSubstr("the recording has 1 sequences"));
+    EXPECT_THAT(result.errors, HasSubstr("the recording has 1 sequence, numbered from 0"));
     EXPECT_EQ(entries(folder.path()), 0U);
 }
 
