@@ -14,7 +14,8 @@ namespace telvo
 
 constexpr int kMostRelays = 8; // viewers beside the first
 
-/// The machine's debug lines, which one viewer has at a time. It passes each on to the others.
+/// The machine's debug lines, which one viewer has at a time. It passes each on to the others, so
+/// that all show the lines of library and stack in the same order.
 class DebugSource
 {
   public:

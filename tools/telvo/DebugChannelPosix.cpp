@@ -1,5 +1,7 @@
 #include "DebugChannel.h"
 
+#include "LogChannel.h"
+#include "RelayMessage.h"
 #include "ToolError.h"
 
 #include <array>
@@ -20,7 +22,8 @@ namespace telvo
 namespace
 {
 
-// Abstract Unix sockets (leading NUL). Debug lines are sent to the first one, a datagram each.
+// Abstract Unix sockets (leading NUL). The library sends its lines to the first one, a datagram
+// each.
 constexpr const char* kViewerSocket = "TelvoDll.debug";
 constexpr const char* kRelaySocket = "TelvoDll.debug.relay"; // there while lines are passed on
 constexpr std::size_t kLongestLine = 64 * 1024;              // bytes; a longer datagram is cut
@@ -55,6 +58,13 @@ class Socket
 
     int get() const { return mSocket; }
 
+    /// From now on each datagram names the process that sent it.
+    void askForSenders() const
+    {
+        const int on = 1;
+        setsockopt(mSocket, SOL_SOCKET, SO_PASSCRED, &on, sizeof on);
+    }
+
     /// @return false: the name is taken
     bool bind(const Address& address) const
     {
@@ -68,28 +78,32 @@ class Socket
         return false;
     }
 
-    bool waitForLine(std::chrono::milliseconds wait) const
-    {
-        pollfd ready{.fd = mSocket, .events = POLLIN, .revents = 0};
-        return poll(&ready, 1, static_cast<int>(wait.count())) > 0;
-    }
-
   private:
     int mSocket;
 };
 
+/// @param other  may be null
+void waitForLine(const Socket& one, const Socket* other, std::chrono::milliseconds wait)
+{
+    std::array<pollfd, 2> ready{
+        {{.fd = one.get(), .events = POLLIN, .revents = 0},
+         {.fd = other == nullptr ? -1 : other->get(), .events = POLLIN, .revents = 0}}};
+    (void)poll(ready.data(), ready.size(), static_cast<int>(wait.count()));
+}
+
 } // namespace
 
 struct DebugSource::System {
-    Socket lines;
+    Socket library;
+    Socket stack;
     Socket relay;
     std::array<char, kLongestLine> buffer{};
 
-    std::optional<DebugLine> receive();
+    std::optional<DebugLine> receive(const Socket& lines, LineSource source);
     void passOn(const DebugLine& line) const;
 };
 
-std::optional<DebugLine> DebugSource::System::receive()
+std::optional<DebugLine> DebugSource::System::receive(const Socket& lines, LineSource source)
 {
     iovec data{.iov_base = buffer.data(), .iov_len = buffer.size()};
     alignas(cmsghdr) std::array<char, CMSG_SPACE(sizeof(ucred))> control{};
@@ -108,15 +122,14 @@ std::optional<DebugLine> DebugSource::System::receive()
         std::memcpy(&sender, CMSG_DATA(header), sizeof sender);
     }
     return DebugLine{.processId = static_cast<std::uint32_t>(sender.pid),
-                     .text = std::string(buffer.data(), static_cast<std::size_t>(size))};
+                     .text = std::string(buffer.data(), static_cast<std::size_t>(size)),
+                     .source = source};
 }
 
-/// The sender's number, then the text. A viewer that does not read misses lines; nobody waits.
+/// A viewer that does not read misses lines; nobody waits.
 void DebugSource::System::passOn(const DebugLine& line) const
 {
-    std::string message(sizeof line.processId, '\0');
-    std::memcpy(message.data(), &line.processId, sizeof line.processId);
-    message += line.text;
+    const std::string message = relayMessage(line);
     for (int i = 0; i < kMostRelays; ++i) {
         const Address viewer = relayAddress(i);
         (void)sendto(relay.get(), message.data(), message.size(), MSG_NOSIGNAL, viewer.get(),
@@ -130,20 +143,27 @@ DebugSource::~DebugSource() = default;
 std::unique_ptr<DebugSource> DebugSource::open()
 {
     auto system = std::make_unique<System>();
-    const int on = 1; // each datagram then names the process that sent it
-    setsockopt(system->lines.get(), SOL_SOCKET, SO_PASSCRED, &on, sizeof on);
-    if (!system->lines.bind(Address(kViewerSocket))) {
+    system->library.askForSenders();
+    system->stack.askForSenders();
+    if (!system->library.bind(Address(kViewerSocket))) {
         return nullptr;
     }
+    (void)system->stack.bind(Address(std::string(gige::log::kViewerName)));
     (void)system->relay.bind(Address(kRelaySocket));
     return std::unique_ptr<DebugSource>(new DebugSource(std::move(system)));
 }
 
+/// Of two that wait the stack's comes first: it tells the reason of what the library tells.
 std::optional<DebugLine> DebugSource::next(std::chrono::milliseconds wait)
 {
-    auto line = mSystem->lines.waitForLine(wait) ? mSystem->receive() : std::nullopt;
+    System& system = *mSystem;
+    waitForLine(system.stack, &system.library, wait);
+    auto line = system.receive(system.stack, LineSource::Stack);
+    if (!line) {
+        line = system.receive(system.library, LineSource::Library);
+    }
     if (line) {
-        mSystem->passOn(*line);
+        system.passOn(*line);
     }
     return line;
 }
@@ -158,13 +178,7 @@ struct RelayedLines::System {
 std::optional<DebugLine> RelayedLines::System::receive()
 {
     const ssize_t size = recv(lines.get(), buffer.data(), buffer.size(), 0);
-    DebugLine line{};
-    if (size < static_cast<ssize_t>(sizeof line.processId)) {
-        return std::nullopt;
-    }
-    std::memcpy(&line.processId, buffer.data(), sizeof line.processId);
-    line.text.assign(&buffer[sizeof line.processId], &buffer[static_cast<std::size_t>(size)]);
-    return line;
+    return size < 0 ? std::nullopt : relayedLine({buffer.data(), static_cast<std::size_t>(size)});
 }
 
 RelayedLines::RelayedLines(std::unique_ptr<System> system) : mSystem(std::move(system)) {}
@@ -187,7 +201,8 @@ std::unique_ptr<RelayedLines> RelayedLines::open()
 
 std::optional<DebugLine> RelayedLines::next(std::chrono::milliseconds wait)
 {
-    return mSystem->lines.waitForLine(wait) ? mSystem->receive() : std::nullopt;
+    waitForLine(mSystem->lines, nullptr, wait);
+    return mSystem->receive();
 }
 
 } // namespace telvo

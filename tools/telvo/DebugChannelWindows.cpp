@@ -1,5 +1,7 @@
 #include "DebugChannel.h"
 
+#include "LogChannel.h"
+#include "RelayMessage.h"
 #include "ToolError.h"
 
 #include <windows.h>
@@ -8,6 +10,7 @@
 #include <array>
 #include <cstring>
 #include <string>
+#include <string_view>
 #include <type_traits>
 #include <utility>
 
@@ -21,6 +24,7 @@ namespace
 // its text with a NUL. A sender waits for "ready", fills the buffer and signals "data".
 constexpr DWORD kBufferSize = 4096;
 constexpr std::size_t kTextOffset = 4;
+constexpr DWORD kRelaySize = kBufferSize + kRelayHeader;
 
 constexpr const char* kRelayEvent = "TelvoDll.debug.relay"; // there while lines are passed on
 
@@ -74,16 +78,39 @@ void post(const std::string& message, int number)
     }
 }
 
+/// The next message of a mailslot; empty: none is there.
+std::string nextMessage(const UniqueHandle& mailslot)
+{
+    std::array<char, kRelaySize> message{};
+    DWORD size = 0;
+    const bool isRead = mailslot && ReadFile(mailslot.get(), message.data(), message.size(), &size,
+                                             nullptr) != FALSE;
+    return isRead ? std::string(message.data(), size) : std::string();
+}
+
+DebugLine lineOf(std::string_view message, LineSource source)
+{
+    DebugLine line{
+        .processId = 0, .text = std::string(message.substr(kTextOffset)), .source = source};
+    std::memcpy(&line.processId, message.data(), sizeof line.processId);
+    return line;
+}
+
 } // namespace
 
 struct DebugSource::System {
     UniqueHandle ready;
     UniqueHandle data;
+    UniqueHandle stack;        // a mailslot, read without waiting
+    UniqueHandle stackWritten; // signalled behind each of its messages
     UniqueHandle relay;
     UniqueHandle mapping;
     std::unique_ptr<const char, ViewUnmapper> view;
 
     void map();
+    void openStack();
+    std::optional<DebugLine> receiveOfStack() const;
+    std::optional<DebugLine> receiveOfLibrary();
 };
 
 void DebugSource::System::map()
@@ -96,6 +123,30 @@ void DebugSource::System::map()
         fail("map the debug buffer");
     }
     SetEvent(ready.get());
+}
+
+/// Without them, the library's lines are shown all the same.
+void DebugSource::System::openStack()
+{
+    stackWritten = UniqueHandle(CreateEventA(nullptr, FALSE, FALSE, gige::log::kViewerName.data()));
+    const std::string name = R"(\\.\mailslot\)" + std::string(gige::log::kViewerName);
+    stack = checked(CreateMailslotA(name.c_str(), gige::log::kLongestMessage, 0, nullptr));
+}
+
+std::optional<DebugLine> DebugSource::System::receiveOfStack() const
+{
+    const std::string message = nextMessage(stack);
+    return message.size() < kTextOffset ? std::nullopt
+                                        : std::optional(lineOf(message, LineSource::Stack));
+}
+
+std::optional<DebugLine> DebugSource::System::receiveOfLibrary()
+{
+    const char* const buffer = view.get();
+    const char* const text = buffer + kTextOffset;
+    const std::string message(buffer, std::find(text, buffer + kBufferSize, '\0'));
+    SetEvent(ready.get()); // the next sender may write
+    return lineOf(message, LineSource::Library);
 }
 
 DebugSource::DebugSource(std::unique_ptr<System> system) : mSystem(std::move(system)) {}
@@ -112,24 +163,29 @@ std::unique_ptr<DebugSource> DebugSource::open()
         return nullptr;
     }
     system->map();
+    system->openStack();
     return std::unique_ptr<DebugSource>(new DebugSource(std::move(system)));
 }
 
+/// Of two that wait the stack's comes first: it tells the reason of what the library tells.
 std::optional<DebugLine> DebugSource::next(std::chrono::milliseconds wait)
 {
-    if (WaitForSingleObject(mSystem->data.get(), static_cast<DWORD>(wait.count())) !=
-        WAIT_OBJECT_0) {
-        return std::nullopt;
+    auto line = mSystem->receiveOfStack();
+    if (!line) {
+        const std::array<HANDLE, 2> signals{mSystem->data.get(), mSystem->stackWritten.get()};
+        const DWORD count = mSystem->stackWritten ? 2 : 1;
+        const DWORD signalled =
+            WaitForMultipleObjects(count, signals.data(), FALSE, static_cast<DWORD>(wait.count()));
+        line = signalled == WAIT_OBJECT_0       ? mSystem->receiveOfLibrary()
+               : signalled == WAIT_OBJECT_0 + 1 ? mSystem->receiveOfStack()
+                                                : std::nullopt;
     }
-    const char* const buffer = mSystem->view.get();
-    const char* const text = buffer + kTextOffset;
-    const std::string message(buffer, std::find(text, buffer + kBufferSize, '\0'));
-    SetEvent(mSystem->ready.get()); // the next sender may write
-    for (int i = 0; i < kMostRelays; ++i) {
-        post(message, i);
+    if (line) {
+        const std::string message = relayMessage(*line);
+        for (int i = 0; i < kMostRelays; ++i) {
+            post(message, i);
+        }
     }
-    DebugLine line{.processId = 0, .text = message.substr(kTextOffset)};
-    std::memcpy(&line.processId, message.data(), sizeof line.processId);
     return line;
 }
 
@@ -147,7 +203,7 @@ std::unique_ptr<RelayedLines> RelayedLines::open()
     }
     for (int i = 0; i < kMostRelays; ++i) {
         if (auto mailslot =
-                checked(CreateMailslotA(mailslotName(i).c_str(), kBufferSize, 0, nullptr))) {
+                checked(CreateMailslotA(mailslotName(i).c_str(), kRelaySize, 0, nullptr))) {
             auto system = std::make_unique<System>(System{.mailslot = std::move(mailslot)});
             return std::unique_ptr<RelayedLines>(new RelayedLines(std::move(system)));
         }
@@ -157,16 +213,8 @@ std::unique_ptr<RelayedLines> RelayedLines::open()
 
 std::optional<DebugLine> RelayedLines::next(std::chrono::milliseconds wait)
 {
-    std::array<char, kBufferSize> message{};
-    DWORD size = 0;
     SetMailslotInfo(mSystem->mailslot.get(), static_cast<DWORD>(wait.count()));
-    if (ReadFile(mSystem->mailslot.get(), message.data(), kBufferSize, &size, nullptr) == FALSE ||
-        size < kTextOffset) {
-        return std::nullopt;
-    }
-    DebugLine line{.processId = 0, .text = std::string(&message[kTextOffset], size - kTextOffset)};
-    std::memcpy(&line.processId, message.data(), sizeof line.processId);
-    return line;
+    return relayedLine(nextMessage(mSystem->mailslot));
 }
 
 } // namespace telvo

@@ -1,4 +1,5 @@
-/// Receives the debug lines of every process on this machine.
+/// Receives the debug lines of every process on this machine: the library's, and those in which the
+/// GigE Vision stack tells its reasons.
 #ifndef TELVO_TOOLS_TELVO_DEBUGLISTENER_H
 #define TELVO_TOOLS_TELVO_DEBUGLISTENER_H
 
@@ -11,9 +12,12 @@
 namespace telvo
 {
 
+enum class LineSource : std::uint8_t { Library, Stack };
+
 struct DebugLine {
     std::uint32_t processId;
-    std::string text; // the bytes as sent, Windows-1252, with their line end
+    std::string text; // the bytes as sent; the library's are Windows-1252, with their line end
+    LineSource source = LineSource::Library;
 };
 
 class DebugSource;

@@ -24,7 +24,9 @@ constexpr int kProcessIdWidth = 7; // characters
 
 void showRaw(const DebugLine& line)
 {
-    std::cout << line.text << std::flush;
+    if (line.source == LineSource::Library) {
+        std::cout << line.text << std::flush;
+    }
 }
 
 /// "13:05:09.123  ", of the day where the tool runs.
@@ -40,14 +42,22 @@ std::string timeNow()
     return text.str();
 }
 
-void show(const DebugLine& line, bool withTime)
+std::string textOf(const DebugLine& line)
 {
+    if (line.source == LineSource::Stack) {
+        return "gige: " + line.text;
+    }
     constexpr std::string_view kLineEnds = "\r\n"; // some texts begin with one
     std::string text = utf8FromWindows1252(line.text);
     text.erase(text.find_last_not_of(kLineEnds) + 1);
     text.erase(0, text.find_first_not_of(kLineEnds));
+    return text;
+}
+
+void show(const DebugLine& line, bool withTime)
+{
     std::cout << (withTime ? timeNow() : "") << std::setw(kProcessIdWidth) << line.processId << "  "
-              << text << std::endl;
+              << textOf(line) << std::endl;
 }
 
 struct LogOptions {
@@ -79,10 +89,13 @@ void addLogCommand(const Command& app)
         app.add("log", "Show the debug lines of every process on this machine as they come");
     const auto options = std::make_shared<LogOptions>();
     command.flag("--raw", options->raw,
-                 "Leave the bytes as sent: Windows-1252, no time, no process number");
+                 "The library's lines alone, the bytes as sent: Windows-1252, no time, no process "
+                 "number");
     command.flag("--no-time", options->noTime, "Leave out the time at which a line came");
     command.footer("Each line comes with its time and the number of the process that wrote it. "
-                   "Ctrl-C ends.\nSeveral may look at once; the first one passes the lines on.");
+                   "Ctrl-C ends.\nSeveral may look at once; the first one passes the lines on.\n\n"
+                   "Lines with 'gige:' in front are those of the GigE Vision stack within that "
+                   "process: why\npictures do not come, and what to do.");
     command.onRun([options] { runLog(*options); });
 }
 

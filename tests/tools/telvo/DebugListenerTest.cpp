@@ -2,6 +2,9 @@
 #include "ToolError.h"
 
 #include "Kernel.h"
+#include "Reasons.h"
+#include "Repetitions.h"
+#include "StackLog.h"
 
 #include <gtest/gtest.h>
 #include <memory>
@@ -29,6 +32,53 @@ TEST(DebugListener, ReceivesALineWithItsSender)
     EXPECT_EQ(line->text, "Vorg\xE4"
                           "nger\r\n");
     EXPECT_EQ(line->processId, static_cast<std::uint32_t>(getpid()));
+}
+
+TEST(DebugListener, ReceivesALineOfTheStackWithItsSender)
+{
+    Listener first;
+    Listener second;
+    gige::log::say("10.0.0.7", gige::log::noResends());
+    for (Listener* const listener : {&first, &second}) {
+        const auto line = listener->next(kLong);
+        ASSERT_TRUE(line);
+        EXPECT_EQ(line->source, telvo::LineSource::Stack);
+        EXPECT_EQ(line->text,
+                  "10.0.0.7: the camera sends no packet again -> each lost packet costs a picture: "
+                  "'--set packet-delay=N' at live and download spreads them");
+        EXPECT_EQ(line->processId, static_cast<std::uint32_t>(getpid()));
+    }
+}
+
+TEST(DebugListener, ShowsTheSameLineOfTheStackAgainAfterASecond)
+{
+    Listener listener;
+    const auto sayIt = [] { gige::log::say("", {"nothing works"}); };
+    sayIt();
+    sayIt();
+    EXPECT_EQ(listener.next(kLong)->text, "nothing works");
+    EXPECT_FALSE(listener.next(kShort));
+    std::this_thread::sleep_for(gige::log::Repetitions::kPause);
+    sayIt();
+    EXPECT_EQ(listener.next(kLong)->text, "nothing works (1 times more in between)");
+}
+
+TEST(DebugListener, TellsLinesOfLibraryAndStackApart)
+{
+    Listener listener;
+    OutputDebugStringA("library\r\n");
+    EXPECT_EQ(listener.next(kLong)->source, telvo::LineSource::Library);
+    gige::log::say("", {"stack"});
+    EXPECT_EQ(listener.next(kLong)->source, telvo::LineSource::Stack);
+}
+
+TEST(DebugListener, IsNotWaitedForByTheStack)
+{
+    Listener listener;
+    for (int i = 0; i < 2000; ++i) { // more than the system keeps
+        gige::log::say("", {gige::log::Line("line ") << i});
+    }
+    EXPECT_EQ(listener.next(kLong)->text, "line 0");
 }
 
 TEST(DebugListener, KeepsTheOrderOfLines)
