@@ -97,6 +97,7 @@ class ControlChannel
     /// first: when the channel was opened.
     [[nodiscard]] TimePoint answeredUntil() const { return mAnsweredUntil; }
     [[nodiscard]] Clock& clock() const { return mClock; }
+    [[nodiscard]] net::Ipv4Address device() const { return mDevice.address; }
 
   private:
     /// Answer to one request id, and how often the command was sent under it.

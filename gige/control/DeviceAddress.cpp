@@ -4,6 +4,8 @@
 #include "ControlChannel.h"
 #include "DeviceRegisters.h"
 #include "LinkSettings.h"
+#include "Reasons.h"
+#include "StackLog.h"
 
 #include <algorithm>
 
@@ -46,9 +48,15 @@ std::optional<DeviceAddress> locateDevice(net::Ipv4Address ip,
     }
     if (candidates.empty()) { // behind a router
         const auto interface = net::interfaceReaching(ip);
+        if (!interface) {
+            log::say("", log::notInSubnet(net::toText(ip), "any interface"));
+        }
         return interface ? std::optional(DeviceAddress{ip, *interface}) : std::nullopt;
     }
     const auto found = std::ranges::find_if(candidates, answers);
+    if (found == candidates.end()) {
+        log::say(net::toText(ip), log::noAnswer("any of several interfaces"));
+    }
     return found == candidates.end() ? std::nullopt : std::optional(*found);
 }
 

@@ -1,14 +1,36 @@
 #include "DeviceConnection.h"
 
 #include "BootstrapRegisters.h"
+#include "Discovery.h"
 #include "GvcpPayloads.h"
+#include "Reasons.h"
+#include "StackLog.h"
 
 #include <array>
 #include <new>
+#include <string>
 #include <utility>
 
 namespace gige::control
 {
+
+namespace
+{
+
+/// Why a connection does not come about, where that is known.
+void sayRefusal(const DeviceAddress& address, Status status)
+{
+    const std::string ip = net::toText(address.ip);
+    if (status == deviceError(wire::GvcpStatus::AccessDenied)) {
+        log::say(ip, log::controlledBy(""));
+    } else if (status == Status::Timeout && !address.nic.contains(address.ip)) {
+        log::say("", log::notInSubnet(ip, address.nic.name));
+    } else if (status == Status::Timeout) {
+        log::say(ip, log::noAnswer(listOf({address.nic}).view()));
+    }
+}
+
+} // namespace
 
 Result<std::unique_ptr<DeviceConnection>> DeviceConnection::open(const DeviceAddress& address,
                                                                  AccessType access,
@@ -31,12 +53,14 @@ DeviceConnection::open(std::unique_ptr<ControlChannel> channel, const DeviceAddr
         new DeviceConnection(address, access, std::move(channel)));
     const auto opening = device->opening();
     if (const Status read = device->mRegisters.readTraits(); read != Status::Ok) {
+        sayRefusal(address, read);
         return read;
     }
     device->mMayHaveControl =
         access != AccessType::Open; // also if there is no memory for the answer
     if (const Status taken = device->takeControl(); taken != Status::Ok) {
         device->mMayHaveControl = false;
+        sayRefusal(address, taken);
         return taken;
     }
     const HeartbeatDuty duty =

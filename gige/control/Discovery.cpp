@@ -2,6 +2,8 @@
 
 #include "BroadcastQuery.h"
 #include "GvcpHeader.h"
+#include "Reasons.h"
+#include "StackLog.h"
 
 #include <algorithm>
 #include <iterator>
@@ -82,7 +84,34 @@ class Search
     Clock::TimePoint mEnd = Clock::TimePoint::max();
 };
 
+/// @param camera  that was looked for; empty: any
+void saySilence(std::string_view camera, const std::vector<net::NetworkInterface>& interfaces)
+{
+    log::say(camera,
+             interfaces.empty() ? log::noInterface() : log::noAnswer(listOf(interfaces).view()));
+}
+
+/// Why a device that answered cannot be connected to, if so.
+void sayObstacle(const DiscoveredDevice& device)
+{
+    const std::string ip = net::toText(device.ip());
+    if (device.hasRival) {
+        log::say(ip, log::rivalAddresses());
+    } else if (!device.inSubnet()) {
+        log::say("", log::notInSubnet(ip, device.nic.name));
+    }
+}
+
 } // namespace
+
+log::Line listOf(const std::vector<net::NetworkInterface>& interfaces)
+{
+    log::Line list;
+    for (const net::NetworkInterface& each : interfaces) {
+        list << (list.empty() ? "" : ", ") << each.name << " (" << net::toText(each.address) << ")";
+    }
+    return list;
+}
 
 std::vector<net::NetworkInterface> usableInterfaces()
 {
@@ -107,6 +136,10 @@ std::vector<DiscoveredDevice> discover(const std::vector<net::NetworkInterface>&
         clock, stop);
     search.ask(interfaces);
     search.collectBetween(start, start + time);
+    std::ranges::for_each(list.devices(), sayObstacle);
+    if (list.devices().empty() && !stop.stop_requested()) {
+        saySilence("", interfaces);
+    }
     return list.devices();
 }
 
@@ -140,6 +173,11 @@ std::optional<DiscoveredDevice> findDevice(const wire::MacAddress& mac,
         search.ask(network);
     }
     search.collectBetween(start, start + time);
+    if (list.devices().empty()) {
+        saySilence(wire::toText(mac), interfaces);
+    } else {
+        sayObstacle(list.devices().front());
+    }
     const bool isFound = !list.devices().empty() && !list.devices().front().hasRival;
     return isFound ? std::optional(list.devices().front()) : std::nullopt;
 }

@@ -3,6 +3,7 @@
 
 #include "Clock.h"
 #include "DiscoveryList.h"
+#include "Line.h"
 #include "MacAddress.h"
 #include "NetworkInterface.h"
 
@@ -30,6 +31,8 @@ using DeviceFound = std::function<bool(const DiscoveredDevice&)>;
 
 /// The IPv4 interfaces that are up.
 std::vector<net::NetworkInterface> usableInterfaces();
+/// "eth0 (10.0.0.1), …"
+log::Line listOf(const std::vector<net::NetworkInterface>& interfaces);
 
 /// Asks for devices on these interfaces, by broadcast, and once more half-way. An interface that
 /// cannot be used is passed over.

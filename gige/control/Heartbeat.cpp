@@ -2,10 +2,13 @@
 
 #include "BootstrapRegisters.h"
 #include "LoadedModule.h"
+#include "Reasons.h"
+#include "StackLog.h"
 #include "StartThread.h"
 
 #include <algorithm>
 #include <new>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -25,11 +28,22 @@ constexpr std::chrono::milliseconds kTellingLimit{500};
 /// Heartbeats per timeout of the device, at least: two may be lost.
 constexpr int kBeatsPerTimeout = 3;
 
+std::string textOf(const PrimaryApplication& host)
+{
+    return host.address == 0 ? ""
+                             : net::toText(net::Ipv4Address{host.address}) + ", port " +
+                                   std::to_string(host.port & 0xFFFFU);
+}
+
 } // namespace
 
 Heartbeat::Heartbeat(ControlChannel& channel, DeviceRegisters& registers,
                      const LinkSettings& settings, const HeartbeatDuty& duty)
-    : mChannel(channel), mRegisters(registers), mSettings(settings), mDuty(duty)
+    : mChannel(channel),
+      mRegisters(registers),
+      mSettings(settings),
+      mDuty(duty),
+      mLoss(log::linkClosed())
 {
 }
 
@@ -88,6 +102,7 @@ void Heartbeat::run(const std::function<void()>& lost)
         last = beatOrFail();
     }
     if (giveUp()) {
+        tell(mLoss);
         lost(); // may destroy this object
     }
 }
@@ -120,15 +135,32 @@ Heartbeat::Beat Heartbeat::beat()
     if (isDeviceError(values.status())) {
         const bool taken =
             mDuty.ownsControl && values.status() == deviceError(wire::GvcpStatus::AccessDenied);
-        return taken ? Beat::LinkLost : Beat::Answered;
+        return taken ? linkLost(log::controlTaken("")) : Beat::Answered;
     }
     return unanswered();
 }
 
-Heartbeat::Beat Heartbeat::unanswered() const
+Heartbeat::Beat Heartbeat::unanswered()
 {
     // Looked up anew, since another thread's command may have been answered in the meantime.
-    return mChannel.clock().now() >= silenceEnds() ? Beat::LinkLost : Beat::Unanswered;
+    if (mChannel.clock().now() >= silenceEnds()) {
+        return linkLost(log::linkSilent(mDuty.timeout.count()));
+    }
+    if (!mChannel.isClosed()) {
+        tell(log::heartbeatUnanswered());
+    }
+    return Beat::Unanswered;
+}
+
+Heartbeat::Beat Heartbeat::linkLost(const log::Reason& reason)
+{
+    mLoss = reason;
+    return Beat::LinkLost;
+}
+
+void Heartbeat::tell(const log::Reason& reason) const
+{
+    log::say(net::toText(mChannel.device()), reason);
 }
 
 ControlChannel::TimePoint Heartbeat::silenceEnds() const
@@ -155,11 +187,15 @@ Heartbeat::Beat Heartbeat::judge(const std::vector<std::uint32_t>& values)
         mDuty.timeout = mDuty.bounds.believed(values.back());
     }
     if (mDuty.ownsControl && (values[0] & kOwningBits) == 0) {
-        return Beat::LinkLost;
+        return linkLost(log::controlEnded());
     }
-    const bool taken =
-        mDuty.owner && *mDuty.owner != PrimaryApplication{.port = values[1], .address = values[2]};
-    return taken ? Beat::LinkLost : Beat::Answered;
+    if (mDuty.owner) {
+        const PrimaryApplication owner{.port = values[1], .address = values[2]};
+        if (owner != *mDuty.owner) {
+            return linkLost(log::controlTaken(textOf(owner)));
+        }
+    }
+    return Beat::Answered;
 }
 
 std::chrono::milliseconds Heartbeat::pauseAfter(Beat beat) const

@@ -5,6 +5,7 @@
 #include "ControlLimits.h"
 #include "DeviceRegisters.h"
 #include "LinkSettings.h"
+#include "Reason.h"
 
 #include <atomic>
 #include <chrono>
@@ -46,8 +47,8 @@ struct HeartbeatDuty {
 /// us, and notices when the device is gone or another host has taken control. It then closes the
 /// channel and calls `lost`, once, on its own thread. A channel that closes for another reason is a
 /// lost link too. Threads: one of its own; the public operations any. mLock guards mStopped and
-/// mIsTelling, mThreadId is atomic, mDuty belongs to the thread. Nothing of this object is used
-/// once `lost` is called.
+/// mIsTelling, mThreadId is atomic, mDuty and mLoss belong to the thread. Nothing of this object is
+/// used once `lost` is called.
 class Heartbeat
 {
   public:
@@ -84,7 +85,10 @@ class Heartbeat
     Beat beat();
     /// A heartbeat for which there is no memory counts as unanswered.
     Beat beatOrFail();
-    [[nodiscard]] Beat unanswered() const;
+    [[nodiscard]] Beat unanswered();
+    /// Keeps what is to be told of the loss.
+    Beat linkLost(const log::Reason& reason);
+    void tell(const log::Reason& reason) const;
     /// When the device will have been silent for too long.
     [[nodiscard]] ControlChannel::TimePoint silenceEnds() const;
     [[nodiscard]] std::vector<std::uint32_t> watchedRegisters() const;
@@ -96,6 +100,7 @@ class Heartbeat
     DeviceRegisters& mRegisters;
     const LinkSettings& mSettings;
     HeartbeatDuty mDuty;
+    log::Reason mLoss; // why the link was lost
     std::mutex mLock;
     bool mStopped = false;
     bool mIsTelling = false;

@@ -13,6 +13,12 @@ constexpr const char* kFirewall = "a firewall must let UDP from the camera pass 
 /// A place has the losses if at least so many of them are there.
 constexpr double kMostLosses = 0.7;
 
+/// "1 packet", "12 packets".
+Line count(std::int64_t number, const char* noun)
+{
+    return Line() << number << " " << noun << (number == 1 ? "" : "s");
+}
+
 Line programOn(std::string_view host)
 {
     return host.empty() ? Line("another program") : Line("a program on ") << host;
@@ -142,27 +148,27 @@ Reason lossPlace(const LostByTenth& lost)
 
 Reason incompletePictures(std::int64_t pictures, std::int64_t packets)
 {
-    return {Line() << pictures << " pictures came incomplete, " << packets
-                   << " packets are missing",
+    return {count(pictures, "picture") << " came incomplete, " << count(packets, "packet")
+                                       << (packets == 1 ? " is" : " are") << " missing",
             "look at cable and switch; a larger packet-delay spreads the packets"};
 }
 
 Reason lostAndCame(std::int64_t packets)
 {
-    return {Line() << packets << " packets got lost and came when asked for again",
+    return {count(packets, "packet") << " got lost and came when asked for again",
             "leave resends on (--resends; a program of your own has to ask for them); look at "
             "cable and switch"};
 }
 
 Reason noBuffer(std::int64_t pictures)
 {
-    return {Line() << pictures << " pictures found no buffer",
+    return {count(pictures, "picture") << " found no buffer",
             "the computer is too slow for this rate: end other programs, or lower the frame rate"};
 }
 
 Reason longPictures(std::int64_t pictures)
 {
-    return {Line() << pictures << " pictures were longer than their buffers",
+    return {count(pictures, "picture") << " did not fit into the buffers",
             "the program has to give buffers of the camera's PayloadSize"};
 }
 

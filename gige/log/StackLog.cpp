@@ -41,7 +41,7 @@ void say(std::string_view device, const Reason& reason) noexcept
     }
     if (const auto heldBack = admit(line.view())) {
         if (*heldBack > 0) {
-            line << " (" << *heldBack << " times more in between)";
+            line << " (" << *heldBack << " more in between)";
         }
         send(line.view());
     }

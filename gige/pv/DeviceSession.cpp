@@ -4,10 +4,14 @@
 #include "DeviceDescription.h"
 #include "OpenStreams.h"
 #include "PacketSizeNegotiation.h"
+#include "Reasons.h"
+#include "StackLog.h"
 #include "StatusTranslations.h"
 #include "UdpSocket.h"
 
+#include <algorithm>
 #include <chrono>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -63,6 +67,19 @@ bool awaitTestPacket(gige::net::UdpSocket& socket, gige::net::Ipv4Address device
     return false;
 }
 
+/// @param size  bytes, as the device has it in the end
+void saySmallPackets(const gige::control::DeviceAddress& camera, std::uint32_t size,
+                     const PacketSizeLimits& limits, bool testPacketCame)
+{
+    const std::string ip = gige::net::toText(camera.ip);
+    const std::uint32_t wanted = std::min(camera.nic.mtu, gige::log::kJumboPacket);
+    if (!testPacketCame) {
+        gige::log::say(ip, gige::log::noTestPacket(size));
+    } else if (size + limits.increment <= wanted) {
+        gige::log::say(ip, gige::log::smallPackets(size, camera.nic.mtu));
+    }
+}
+
 } // namespace
 
 DeviceSession::DeviceSession(std::unique_ptr<DeviceConnection> connection)
@@ -102,7 +119,8 @@ bool DeviceSession::loadFeatures()
             return false;
         }
         mNodes = *std::move(loaded);
-        mFeatures = std::make_unique<GenParameterArray>(*mNodes, [this] { return isConnected(); });
+        mFeatures = std::make_unique<GenParameterArray>(
+            *mNodes, [this] { return isConnected(); }, static_cast<CommandObserver*>(this));
         return true;
     });
 }
@@ -123,11 +141,17 @@ PvResult DeviceSession::negotiatePacketSize(std::uint32_t channel, std::uint32_t
     if (opened != gige::control::Status::Ok) {
         return toPvResult(opened);
     }
+    bool testPacketCame = false;
     const auto wait = [&](std::uint32_t udpPayload, std::chrono::milliseconds timeout) {
-        return awaitTestPacket(*socket, address.ip, udpPayload, timeout);
+        const bool comes = awaitTestPacket(*socket, address.ip, udpPayload, timeout);
+        testPacketCame = testPacketCame || comes;
+        return comes;
     };
-    const auto size = gige::control::negotiatePacketSize(
-        stream, packetSizeLimits(address.nic, *mNodes), defaultSize, wait);
+    const PacketSizeLimits limits = packetSizeLimits(address.nic, *mNodes);
+    const auto size = gige::control::negotiatePacketSize(stream, limits, defaultSize, wait);
+    if (size) {
+        saySmallPackets(address, *size, limits, testPacketCame);
+    }
     const auto closed = stream.resetDestination();
     mNodes->invalidate(); // registers were written past the feature tree
     return toPvResult(size ? closed : size.status());
@@ -143,7 +167,11 @@ PvResult DeviceSession::setStreamDestination(const gige::net::Endpoint& destinat
     const auto result = stream.setDestination(destination.address, destination.port);
     mNodes->invalidate();
     if (result == gige::control::Status::Ok) {
-        OpenStreams::instance().setDevicePort(destination, stream.sourcePort().valueOr(0));
+        const bool resends = registers().traits().has(gige::wire::kCapabilityPacketResend);
+        OpenStreams::instance().setSource(
+            destination, {.port = stream.sourcePort().valueOr(0), .resends = resends});
+        const std::lock_guard lock(mDestinationLock);
+        mDestination = destination;
     }
     return toPvResult(result);
 }
@@ -157,4 +185,31 @@ PvResult DeviceSession::resetStreamDestination(std::uint32_t channel)
     const auto result = streamChannel(channel).resetDestination();
     mNodes->invalidate();
     return toPvResult(result);
+}
+
+void DeviceSession::beforeCommand(std::string_view name)
+{
+    // Before, since the first packet may be there before the command is acknowledged.
+    if (name == "AcquisitionStart") {
+        setAcquiring(true);
+    } else if (name == "AcquisitionStop") {
+        setAcquiring(false);
+    }
+}
+
+void DeviceSession::afterFailedCommand(std::string_view name)
+{
+    if (name == "AcquisitionStart") {
+        setAcquiring(false);
+    }
+}
+
+void DeviceSession::setAcquiring(bool acquiring)
+{
+    gige::net::Endpoint destination;
+    {
+        const std::lock_guard lock(mDestinationLock);
+        destination = mDestination;
+    }
+    OpenStreams::instance().setAcquiring(destination, acquiring);
 }

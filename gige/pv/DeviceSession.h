@@ -12,10 +12,12 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <mutex>
+#include <string_view>
 
 /// One connection of a device with the feature tree that came over it. When the connection has
 /// ended the features stay and answer NOT_CONNECTED. Threads: any.
-class DeviceSession
+class DeviceSession : private CommandObserver
 {
   public:
     /// @param session   out: set with OK only
@@ -39,12 +41,17 @@ class DeviceSession
     explicit DeviceSession(std::unique_ptr<gige::control::DeviceConnection> connection);
 
     bool loadFeatures();
+    void beforeCommand(std::string_view name) override;
+    void afterFailedCommand(std::string_view name) override;
+    void setAcquiring(bool acquiring);
     gige::control::StreamChannel streamChannel(std::uint32_t channel)
     {
         return {mConnection->registers(), channel};
     }
 
     std::unique_ptr<gige::control::DeviceConnection> mConnection;
+    std::mutex mDestinationLock;
+    gige::net::Endpoint mDestination{}; // of the stream that was set last; guarded by the lock
     DevicePort mPort{mConnection->registers()};
     std::unique_ptr<gige::genapi::NodeMap> mNodes;
     std::unique_ptr<GenParameterArray> mFeatures;

@@ -140,18 +140,37 @@ class StringParameter final : public Adapter<PvGenString, StringNode>
 class CommandParameter final : public Adapter<PvGenCommand, CommandNode>
 {
   public:
-    using Adapter::Adapter;
+    CommandParameter(Node& node, const IsConnected& isConnected, CommandObserver* observer)
+        : Adapter(node, isConnected), mObserver(observer)
+    {
+    }
 
     PvResult Execute() override
     {
-        return write([](CommandNode& node) { return node.execute(); });
+        return write([this](CommandNode& node) {
+            return mObserver == nullptr ? node.execute() : executeObserved(node);
+        });
     }
+
+  private:
+    Status executeObserved(CommandNode& node)
+    {
+        mObserver->beforeCommand(node.name());
+        const Status status = node.execute();
+        if (status != Status::Ok) {
+            mObserver->afterFailedCommand(node.name());
+        }
+        return status;
+    }
+
+    CommandObserver* mObserver;
 };
 
 } // namespace
 
-GenParameterArray::GenParameterArray(NodeMap& map, IsConnected isConnected)
-    : mMap(map), mIsConnected(std::move(isConnected))
+GenParameterArray::GenParameterArray(NodeMap& map, IsConnected isConnected,
+                                     CommandObserver* observer)
+    : mMap(map), mIsConnected(std::move(isConnected)), mObserver(observer)
 {
 }
 
@@ -187,7 +206,7 @@ std::unique_ptr<PvGenParameter> GenParameterArray::create(Node& node) const
     case NodeKind::String:
         return std::make_unique<StringParameter>(node, mIsConnected);
     case NodeKind::Command:
-        return std::make_unique<CommandParameter>(node, mIsConnected);
+        return std::make_unique<CommandParameter>(node, mIsConnected, mObserver);
     default:
         return std::make_unique<PlainParameter>(node, mIsConnected);
     }

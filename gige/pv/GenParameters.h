@@ -10,6 +10,16 @@
 #include <memory>
 #include <mutex>
 #include <string>
+#include <string_view>
+
+/// Hears of a device's commands, on the thread that executes them.
+class CommandObserver
+{
+  public:
+    virtual ~CommandObserver() = default;
+    virtual void beforeCommand(std::string_view name) = 0;
+    virtual void afterFailedCommand(std::string_view name) = 0;
+};
 
 /// The features of a device by name. Integers, enumerations, booleans, strings and commands come as
 /// the class of their kind, all other nodes as a plain PvGenParameter.
@@ -25,7 +35,9 @@ class GenParameterArray final : public PvGenParameterArray, public gige::ui::Fea
 
     /// @param map          must outlive this object
     /// @param isConnected  called from any thread, at each access
-    GenParameterArray(gige::genapi::NodeMap& map, IsConnected isConnected);
+    /// @param observer     must outlive this object; may be null
+    GenParameterArray(gige::genapi::NodeMap& map, IsConnected isConnected,
+                      CommandObserver* observer = nullptr);
 
     PvGenParameter* Get(const PvString& name) override;
 
@@ -37,6 +49,7 @@ class GenParameterArray final : public PvGenParameterArray, public gige::ui::Fea
 
     gige::genapi::NodeMap& mMap;
     IsConnected mIsConnected;
+    CommandObserver* mObserver;
     std::mutex mLock;
     std::map<std::string, std::unique_ptr<PvGenParameter>, std::less<>> mParameters;
 };

@@ -27,17 +27,25 @@ void OpenStreams::remove(const gige::stream::StreamReceiver& stream)
     }
 }
 
-void OpenStreams::setDevicePort(const gige::net::Endpoint& destination, std::uint16_t devicePort)
+void OpenStreams::setSource(const gige::net::Endpoint& destination, const StreamSource& source)
 {
-    std::shared_ptr<gige::stream::StreamReceiver> stream;
-    {
-        const std::lock_guard lock(mLock);
-        const auto found = mStreams.find(destination);
-        if (found != mStreams.end()) {
-            stream = found->second.lock();
-        }
+    if (const auto stream = find(destination)) {
+        stream->setDevicePort(source.port);
+        stream->setDeviceResends(source.resends);
     }
-    if (stream != nullptr) {
-        stream->setDevicePort(devicePort);
+}
+
+void OpenStreams::setAcquiring(const gige::net::Endpoint& destination, bool acquiring)
+{
+    if (const auto stream = find(destination)) {
+        stream->setAcquiring(acquiring);
     }
+}
+
+std::shared_ptr<gige::stream::StreamReceiver>
+OpenStreams::find(const gige::net::Endpoint& destination)
+{
+    const std::lock_guard lock(mLock);
+    const auto found = mStreams.find(destination);
+    return found == mStreams.end() ? nullptr : found->second.lock();
 }

@@ -5,6 +5,8 @@
 #include "OpenStreams.h"
 #include "PvBufferImpl.h"
 #include "PvStreamImpl.h"
+#include "Reasons.h"
+#include "StackLog.h"
 #include "StatusTranslations.h"
 
 #include <optional>
@@ -56,6 +58,7 @@ PvResult PvStreamBase::Impl::open(const PvString& deviceAddress, std::uint16_t l
                               .ring = mParameters.ringUse()},
                              error);
     if (opened == nullptr) {
+        gige::log::say(gige::net::toText(*device), gige::log::noStream(error.value()));
         return PvResult::Code::NetworkError;
     }
     OpenStreams::instance().add(opened);

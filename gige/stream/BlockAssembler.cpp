@@ -236,6 +236,9 @@ void BlockAssembler::closeOldest(BlockResult result)
     } else if (result != BlockResult::Aborted) {
         ++mStatistics.blocksFailed;
         mStatistics.packetsMissing += info.missingPackets;
+        if (result != BlockResult::BufferTooSmall) {
+            mTally.addMissing(closed.block);
+        }
     }
     mOldest = (mOldest + 1) % mSlots.size();
     --mOpenCount;
@@ -289,7 +292,10 @@ void BlockAssembler::onStored(Slot& slot, std::uint32_t packetId, Time now)
 {
     slot.block.touch(now);
     changeResends(slot, [&](ResendPlanner& resends) {
-        mStatistics.packetsResent += resends.noteArrived(packetId) ? 1U : 0U;
+        if (resends.noteArrived(packetId)) {
+            ++mStatistics.packetsResent;
+            mTally.addCame(slot.block, packetId);
+        }
     });
     if (slot.block.isFinished()) {
         endResends(slot);

@@ -3,6 +3,7 @@
 
 #include "BlockSequence.h"
 #include "GvspHeader.h"
+#include "LossTally.h"
 #include "OpenBlock.h"
 #include "ResendPlanner.h"
 #include "ResendTurns.h"
@@ -76,6 +77,10 @@ class BlockAssembler
     void abort();
 
     const StreamStatistics& statistics() const { return mStatistics; }
+    /// Where in the blocks packets got lost, of those that came again and of failed blocks.
+    const log::LostByTenth& lost() const { return mTally.lost(); }
+    /// Bytes per data packet of the latest blocks; 0: not known.
+    std::size_t dataSize() const { return mHint.dataSize; }
     /// For packets that do not get as far as the assembler.
     void countIgnored() { ++mStatistics.packetsIgnored; }
 
@@ -122,6 +127,7 @@ class BlockAssembler
     AssemblerHost& mHost;
     StreamSettings mSettings;
     StreamStatistics mStatistics;
+    LossTally mTally;
     std::vector<Slot> mSlots;
     std::size_t mOldest = 0;    // index of the oldest open block
     std::size_t mOpenCount = 0; // open blocks, in order of their ids

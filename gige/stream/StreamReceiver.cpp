@@ -2,6 +2,7 @@
 
 #include "GvcpPayloads.h"
 #include "PacketArithmetic.h"
+#include "StackLog.h"
 #include "StartThread.h"
 
 #include <algorithm>
@@ -19,6 +20,7 @@ namespace
 constexpr std::chrono::milliseconds kFailurePause{10};
 /// Longest time that a flush drops packets for, when they keep coming.
 constexpr std::chrono::milliseconds kFlushTime{100};
+constexpr std::size_t kPacketHeaders = 36; // bytes, of IP, UDP and the stream
 
 net::Timeout timeoutUntil(std::optional<Time> time)
 {
@@ -56,8 +58,12 @@ StreamReceiver::StreamReceiver(const StreamConfig& config, net::UdpSocket socket
       mDevicePort(config.devicePort),
       mSocket(std::move(socket)),
       mSocketBuffer(mSocket.setReceiveBuffer(kSocketBufferSize)),
-      mGathering(mSocketBuffer)
+      mGathering(mSocketBuffer),
+      mReport(config.device)
 {
+    if (mSocketBuffer < kSocketBufferSize) {
+        log::say(net::toText(mDevice), log::smallBuffer(mSocketBuffer, kSocketBufferSize));
+    }
     apply(config.settings);
     mQueueWakes = config.settings.firstPacketTimeout.count() > 0;
     mBatches.useRing(config.ring, config.device);
@@ -94,10 +100,17 @@ bool StreamReceiver::queueFirst(StreamBuffer& buffer)
 /// A buffer that was queued may change until when the receiving thread waits.
 bool StreamReceiver::wakeIf(bool queued)
 {
+    mIsFed.store(true, std::memory_order_relaxed);
     if (queued && mQueueWakes) {
         mWaker.wake();
     }
     return queued;
+}
+
+void StreamReceiver::setAcquiring(bool acquiring)
+{
+    mAcquiring = acquiring ? Acquiring::Begins : Acquiring::Ends;
+    mWaker.wake();
 }
 
 void StreamReceiver::abortQueued()
@@ -126,21 +139,23 @@ void StreamReceiver::run()
 {
     while (!mStop) {
         serveCommands();
+        serveAcquiring();
         try {
             receiveNext();
         } catch (const std::bad_alloc&) {
             std::this_thread::sleep_for(kFailurePause); // the packets are lost
         }
     }
+    report(Clock::now());
 }
 
 void StreamReceiver::receiveNext()
 {
-    const net::ReceiveStatus status =
-        mBatches.receive(timeoutUntil(mAssembler.nextTime()), &mWaker);
+    const net::ReceiveStatus status = mBatches.receive(timeToWait(), &mWaker);
     const Time now = Clock::now();
     Taken taken;
     if (status == net::ReceiveStatus::Data) {
+        mReport.notePackets(now);
         taken = placeReceived(now);
     } else if (status == net::ReceiveStatus::Woken) {
         mWaker.clear();
@@ -150,7 +165,54 @@ void StreamReceiver::receiveNext()
     mAssembler.onTime(now);
     mStatistics.publish(mAssembler.statistics());
     mRingInUse.store(mBatches.isRingInUse(), std::memory_order_relaxed);
+    if (now >= mReport.nextTime()) {
+        report(now);
+    }
     gather(taken, now);
+}
+
+net::Timeout StreamReceiver::timeToWait()
+{
+    const Time report = mReport.nextTime();
+    const Time next = std::min(mAssembler.nextTime().value_or(Time::max()), report);
+    return timeoutUntil(next == Time::max() ? std::nullopt : std::optional(next));
+}
+
+void StreamReceiver::report(Time now)
+{
+    mReport.setFed(mIsFed);
+    mReport.tell(totals(), now);
+}
+
+StreamReport::Totals StreamReceiver::totals() const
+{
+    const std::size_t dataSize = mAssembler.dataSize();
+    return {.counted = mAssembler.statistics(),
+            .blocksTooLong = mBlocksTooLong,
+            .lost = mAssembler.lost(),
+            .resends = resends(),
+            .isRingInUse = mBatches.isRingInUse(),
+            .packetSize = dataSize == 0 ? 0 : dataSize + kPacketHeaders};
+}
+
+Resends StreamReceiver::resends() const
+{
+    if (mPendingResends == 0) {
+        return Resends::Off;
+    }
+    return mDeviceResends ? Resends::On : Resends::NotByDevice;
+}
+
+void StreamReceiver::serveAcquiring()
+{
+    if (mAcquiring.load(std::memory_order_relaxed) == Acquiring::Unchanged) {
+        return;
+    }
+    if (mAcquiring.exchange(Acquiring::Unchanged) == Acquiring::Begins) {
+        mReport.expectPackets(Clock::now());
+    } else {
+        mReport.expectNoPackets();
+    }
 }
 
 Taken StreamReceiver::placeReceived(Time now)
@@ -196,6 +258,8 @@ void StreamReceiver::serveCommands()
             dropReceived();
         }
         if (commands.abort) {
+            report(Clock::now()); // those that find no buffer from here on are not missed
+            mIsFed = false;
             mAssembler.abort();
             mQueue.abort();
         }
@@ -208,6 +272,7 @@ void StreamReceiver::serveCommands()
 
 void StreamReceiver::apply(const StreamSettings& settings)
 {
+    mPendingResends = settings.maximumPendingResends;
     mAssembler.setSettings(settings);
     mGathering.setLimits(settings.maximumPendingResends > 0 ? kLimitsWithResends
                                                             : kLimitsWithoutResends);
@@ -249,6 +314,7 @@ bool StreamReceiver::isFromDevice(const net::Endpoint& source) const
 
 void StreamReceiver::complete(StreamBuffer& buffer)
 {
+    mBlocksTooLong += buffer.info().result == BlockResult::BufferTooSmall ? 1U : 0U;
     // First, so that whoever retrieves the buffer finds it counted.
     mStatistics.publish(mAssembler.statistics());
     mQueue.complete(buffer);

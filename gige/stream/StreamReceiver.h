@@ -6,6 +6,7 @@
 #include "BufferQueue.h"
 #include "Gathering.h"
 #include "Ipv4Address.h"
+#include "StreamReport.h"
 #include "StreamSettings.h"
 #include "StreamStatistics.h"
 #include "UdpSocket.h"
@@ -62,6 +63,12 @@ class StreamReceiver final : private AssemblerHost
     /// Packets of another port are dropped from now on; 0: learn it from the next packet.
     void setDevicePort(std::uint16_t port) { mDevicePort = port; }
 
+    /// Whether the device sends packets again; for the log.
+    void setDeviceResends(bool resends) { mDeviceResends = resends; }
+    /// The device is about to be asked for pictures (true), or to stop them: for the log, which
+    /// tells when no packet comes.
+    void setAcquiring(bool acquiring);
+
     /// Hands a buffer in. @return false: it is in a stream already
     bool queue(StreamBuffer& buffer);
     /// The same, to be filled before all others: a buffer that was just in use is still in the
@@ -86,10 +93,17 @@ class StreamReceiver final : private AssemblerHost
         bool flush = false;
     };
 
+    enum class Acquiring : std::uint8_t { Unchanged, Begins, Ends };
+
     StreamReceiver(const StreamConfig& config, net::UdpSocket socket);
 
     void run();
     void receiveNext();
+    net::Timeout timeToWait();
+    void report(Time now);
+    StreamReport::Totals totals() const;
+    Resends resends() const;
+    void serveAcquiring();
     Taken placeReceived(Time now);
     bool wakeIf(bool queued);
     void gather(const Taken& taken, Time now);
@@ -119,6 +133,9 @@ class StreamReceiver final : private AssemblerHost
     net::BatchReceiver mBatches{mSocket};
     BlockAssembler mAssembler{*this};
     Gathering mGathering;
+    StreamReport mReport;
+    std::uint64_t mBlocksTooLong = 0;
+    std::uint32_t mPendingResends = 0; // as set
     std::uint16_t mRequestId = 0;
 
     std::mutex mCommandLock;
@@ -129,6 +146,9 @@ class StreamReceiver final : private AssemblerHost
     std::atomic<bool> mHasCommands = false;
     std::atomic<bool> mQueueWakes = false; // a queued buffer starts the first-packet timeout
     std::atomic<bool> mRingInUse = false;
+    std::atomic<Acquiring> mAcquiring = Acquiring::Unchanged;
+    std::atomic<bool> mDeviceResends = true;
+    std::atomic<bool> mIsFed = false; // a buffer was queued since they were last aborted
     std::atomic<bool> mStop = false;
     std::thread mThread;
 };

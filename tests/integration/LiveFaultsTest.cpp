@@ -1,5 +1,6 @@
 #include "DebugLog.h"
 #include "Host.h"
+#include "StackLogViewer.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -33,6 +34,26 @@ TEST(LiveFaults, LostPacketsWithoutResendsRaiseTheDataRateStepByStep)
     host.previewImage();
     EXPECT_TRUE(showsScene(host.nextImage(), camera.liveView()));
     EXPECT_EQ(expStopLiveMode(host.id()), 0);
+}
+
+TEST(LiveFaults, LostPacketsAreToldByTheStackOutsideTheLibrarysLines)
+{
+    VirtualCamera camera(preparedCamera());
+    ASSERT_FALSE(camera.start());
+    const StackLogViewer stack;
+    DebugLog log;
+    Host host;
+    host.open(camera, impatientSettings());
+    camera.faults().setPacketRates({.lose = 0.05});
+    ASSERT_EQ(expStartLiveMode(host.id()), 0);
+    EXPECT_NE(stack.await("pictures came incomplete"), "");
+    EXPECT_EQ(expStopLiveMode(host.id()), 0);
+    const std::vector<std::string> lines = log.take();
+    EXPECT_TRUE(contains(lines, "Internal acquisition state: IMAGE_ERROR!"));
+    for (const std::string& line : lines) {
+        EXPECT_EQ(line.find("127.0.0.11: "), std::string::npos) << line;
+        EXPECT_EQ(line.find("incomplete"), std::string::npos) << line;
+    }
 }
 
 TEST(LiveFaults, LostPacketsWithResendsAreHealed)

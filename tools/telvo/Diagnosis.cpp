@@ -2,9 +2,10 @@
 
 #include "CountText.h"
 
+#include "Discovery.h"
+#include "Reasons.h"
+
 #include <algorithm>
-#include <cmath>
-#include <numeric>
 
 namespace telvo
 {
@@ -13,20 +14,16 @@ namespace
 {
 
 using Kind = Finding::Kind;
+namespace log = gige::log;
 
 /// A frame rate below this share of the camera's own is too low.
 constexpr double kGoodShare = 0.8;
 /// A cable's bits a second that are left for pictures, of a million.
 constexpr std::int64_t kPayloadBits = 950'000;
 
-std::string listOf(const Interfaces& interfaces)
+Finding finding(Kind kind, const log::Reason& reason)
 {
-    std::string text;
-    for (const gige::net::NetworkInterface& each : interfaces) {
-        text +=
-            (text.empty() ? "" : ", ") + each.name + " (" + gige::net::toText(each.address) + ')';
-    }
-    return text;
+    return {kind, std::string(reason.text.view()), std::string(reason.advice.view())};
 }
 
 std::string number(std::int64_t value)
@@ -41,10 +38,7 @@ void addControl(const CameraLook& look, Findings& findings)
         findings.push_back({Kind::Good, "nobody controls the camera"});
         return;
     }
-    findings.push_back({Kind::Problem,
-                        "the camera is controlled by " +
-                            (host->empty() ? "another program" : "a program on " + *host),
-                        "end that program"});
+    findings.push_back(finding(Kind::Problem, log::controlledBy(*host)));
 }
 
 void addState(const CameraLook& look, Findings& findings)
@@ -90,43 +84,16 @@ void addDataRate(const CameraLook& look, std::int64_t linkSpeed, Findings& findi
     }
 }
 
-/// A place has the losses if at least so many of them are there.
-constexpr double kMostLosses = 0.7;
-constexpr std::int64_t kFewLosses = 5; // tell nothing of a place
-
-struct LossText {
-    const char* place;
-    const char* advice;
-};
-
-/// Packets that get lost where a picture begins or ends have a reason there.
-LossText whereIn(const LostByTenth& lost, std::int64_t all)
-{
-    const double most = kMostLosses * static_cast<double>(all);
-    const std::size_t last = lost.size() - 1;
-    if (static_cast<double>(lost[0] + lost[1]) >= most) {
-        return {"most of them at the start of a picture",
-                "the computer or its network interface wakes too late: switch off the power saving "
-                "of interface and CPU"};
-    }
-    if (static_cast<double>(lost[last] + lost[last - 1]) >= most) {
-        return {
-            "most of them at the end of a picture",
-            "a buffer on the way runs over while a picture comes: a larger packet-delay spreads "
-            "the packets, a larger ring ('ethtool -G') or receive buffer takes more of them"};
-    }
-    return {"spread over the pictures", "look at cable, plugs and switch"};
-}
-
 void addLossPlaces(const LostByTenth& lost, Findings& findings)
 {
-    const std::int64_t all = std::accumulate(lost.begin(), lost.end(), std::int64_t{0});
-    if (all >= kFewLosses) {
-        const LossText text = whereIn(lost, all);
-        findings.push_back(
-            {Kind::Hint,
-             countText(all, "packet") + " got lost while none was asked for again, " + text.place,
-             text.advice});
+    const std::int64_t all = log::sumOf(lost);
+    if (all >= log::kFewLosses) {
+        const log::Reason place = log::lossPlace(lost);
+        findings.push_back({Kind::Hint,
+                            countText(all, "packet") +
+                                " got lost while none was asked for again, " +
+                                std::string(place.text.view()),
+                            std::string(place.advice.view())});
     }
 }
 
@@ -142,67 +109,43 @@ bool hasLosses(const StreamProbe& probe)
            std::ranges::any_of(probe.lost, [](std::int64_t packets) { return packets > 0; });
 }
 
-/// Receiving is the work of one thread, to which the system leaves little more than this of a core.
-constexpr double kFullCore = 0.9;
 /// Of all cores: a thread that becomes ready has to wait for one.
 constexpr double kFullProcessor = 0.95;
-constexpr std::int64_t kJumboPacket = 9000; // bytes
 
-std::string percent(double share)
+std::string textOf(const log::Line& line)
 {
-    return number(std::llround(share * 100)) + " %";
-}
-
-std::string lessWork(const StreamProbe& probe)
-{
-    std::string advice = "lower the frame rate";
-    if (probe.packetSize < kJumboPacket) {
-        advice += " or let larger packets through (jumbo frames)";
-    }
-    if (!probe.isRingInUse) {
-        advice += "; on Linux the right CAP_NET_RAW makes single packets less work";
-    }
-    return advice;
+    return std::string(line.view());
 }
 
 void addProcessor(const StreamProbe& probe, Findings& findings)
 {
-    const std::string own = "receiving took " + percent(probe.load.own) + " of a core";
+    const std::string own = textOf(log::receivingTook(probe.load.own));
     const Kind kind = isHarmed(probe) ? Kind::Problem : Kind::Hint;
-    const bool isTooSlow = probe.load.own >= kFullCore;
+    const bool isTooSlow = probe.load.own >= log::kFullCore;
     if (!hasLosses(probe) || (!isTooSlow && probe.load.all < kFullProcessor)) {
         findings.push_back({Kind::Good, own});
     } else if (isTooSlow) {
         findings.push_back(
-            {kind, "the processor is too slow for this rate: " + own, lessWork(probe)});
+            finding(kind, log::slowProcessor(probe.load.own, probe.packetSize, probe.isRingInUse)));
     } else {
         findings.push_back({kind,
                             "the processor is too busy: " + own + ", all programs together " +
-                                percent(probe.load.all) + " of all cores",
-                            "end other programs, or " + lessWork(probe)});
+                                textOf(log::percent(probe.load.all)) + " of all cores",
+                            "end other programs, or " +
+                                textOf(log::lessWork(probe.packetSize, probe.isRingInUse))});
     }
 }
 
 void addLosses(const StreamProbe& probe, Findings& findings)
 {
     if (probe.framesFailed > 0 || probe.packetsMissing > 0) {
-        findings.push_back({Kind::Problem,
-                            countText(probe.framesFailed, "picture") + " came incomplete, " +
-                                countText(probe.packetsMissing, "packet") +
-                                (probe.packetsMissing == 1 ? " is" : " are") + " missing",
-                            "look at cable and switch; a larger packet-delay spreads the packets"});
+        findings.push_back(finding(
+            Kind::Problem, log::incompletePictures(probe.framesFailed, probe.packetsMissing)));
     } else if (probe.packetsResent > 0) {
-        findings.push_back(
-            {Kind::Hint,
-             countText(probe.packetsResent, "packet") + " got lost and came when asked for again",
-             "leave resends on (--resends; a program of your own has to ask for them); look at "
-             "cable and switch"});
+        findings.push_back(finding(Kind::Hint, log::lostAndCame(probe.packetsResent)));
     }
     if (probe.framesDropped > 0) {
-        findings.push_back({Kind::Problem,
-                            countText(probe.framesDropped, "picture") + " found no buffer",
-                            "the computer is too slow for this rate: end other programs, or lower "
-                            "the frame rate"});
+        findings.push_back(finding(Kind::Problem, log::noBuffer(probe.framesDropped)));
     }
 }
 
@@ -225,23 +168,19 @@ void addRate(const StreamProbe& probe, Findings& findings)
 Findings diagnoseSilence(const Interfaces& interfaces)
 {
     if (interfaces.empty()) {
-        return {{Kind::Problem, "there is no network interface that is up",
-                 "plug the cable in and give the interface an address"}};
+        return {finding(Kind::Problem, log::noInterface())};
     }
-    return {{Kind::Problem, "no camera answers on " + listOf(interfaces),
-             "is it switched on and plugged in? A firewall must let UDP from port 3956 pass"}};
+    return {finding(Kind::Problem, log::noAnswer(gige::control::listOf(interfaces).view()))};
 }
 
 Findings diagnoseAddress(const gige::control::DiscoveredDevice& device)
 {
     const std::string ip = gige::net::toText(device.ip());
     if (device.hasRival) {
-        return {{Kind::Problem, "two addresses claim the camera's MAC address",
-                 "give each camera a MAC address of its own"}};
+        return {finding(Kind::Problem, log::rivalAddresses())};
     }
     if (!device.inSubnet()) {
-        return {{Kind::Problem, ip + " is not in the subnet of " + device.nic.name,
-                 "'telvo force-ip' gives the camera an address there"}};
+        return {finding(Kind::Problem, log::notInSubnet(ip, device.nic.name))};
     }
     return {{Kind::Good, ip + " answers on " + device.nic.name}};
 }
@@ -251,10 +190,7 @@ Findings diagnoseResends(bool cameraResends)
     if (cameraResends) {
         return {};
     }
-    return {
-        {Kind::Hint, "the camera sends no packet again",
-         "each lost packet costs a picture: '--set packet-delay=N' at live and download spreads "
-         "them"}};
+    return {finding(Kind::Hint, log::noResends())};
 }
 
 Findings diagnoseCamera(const CameraLook& look, std::int64_t linkSpeed)
@@ -274,10 +210,7 @@ Findings diagnoseBuffer(std::size_t granted, std::size_t asked)
     if (granted >= asked) {
         return {{Kind::Good, "the receive buffer is as large as asked for"}};
     }
-    return {{Kind::Hint,
-             "the receive buffer has " + number(static_cast<std::int64_t>(granted >> 10)) +
-                 " KiB, " + number(static_cast<std::int64_t>(asked >> 10)) + " were asked for",
-             "sysctl -w net.core.rmem_max=" + number(static_cast<std::int64_t>(asked))}};
+    return {finding(Kind::Hint, log::smallBuffer(granted, asked))};
 }
 
 Findings diagnoseStream(const StreamProbe& probe, std::uint32_t mtu)
@@ -286,17 +219,11 @@ Findings diagnoseStream(const StreamProbe& probe, std::uint32_t mtu)
         return {{Kind::Problem, probe.problem, "'telvo state' shows who has the camera"}};
     }
     if (probe.packets == 0) {
-        return {{Kind::Problem, "the camera sends pictures, and no packet of them arrives",
-                 "a firewall must let UDP from the camera pass to this program"}};
+        return {finding(Kind::Problem, log::noPacketOfPictures())};
     }
     Findings findings;
-    if (mtu != 0 && probe.packetSize < std::min<std::int64_t>(mtu, kJumboPacket)) {
-        findings.push_back({Kind::Hint,
-                            "packets of " + number(probe.packetSize) +
-                                " bytes come through, the "
-                                "interface takes " +
-                                number(mtu),
-                            "let switch and camera take as large ones (jumbo frames)"});
+    if (mtu != 0 && probe.packetSize < std::min(mtu, log::kJumboPacket)) {
+        findings.push_back(finding(Kind::Hint, log::smallPackets(probe.packetSize, mtu)));
     } else {
         findings.push_back(
             {Kind::Good, "packets of " + number(probe.packetSize) + " bytes come through"});

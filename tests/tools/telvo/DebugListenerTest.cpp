@@ -60,7 +60,7 @@ TEST(DebugListener, ShowsTheSameLineOfTheStackAgainAfterASecond)
     EXPECT_FALSE(listener.next(kShort));
     std::this_thread::sleep_for(gige::log::Repetitions::kPause);
     sayIt();
-    EXPECT_EQ(listener.next(kLong)->text, "nothing works (1 times more in between)");
+    EXPECT_EQ(listener.next(kLong)->text, "nothing works (1 more in between)");
 }
 
 TEST(DebugListener, TellsLinesOfLibraryAndStackApart)

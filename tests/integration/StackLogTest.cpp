@@ -1,0 +1,286 @@
+// What the stack tells of the reasons why pictures do not come, in the process in which it happens.
+#include "StackLogViewer.h"
+
+#include "PacketRing.h"
+#include "PvDevice.h"
+#include "PvPipeline.h"
+#include "VirtualCamera.h"
+
+#include <chrono>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <linux/capability.h>
+#include <stop_token>
+#include <string>
+#include <sys/syscall.h>
+#include <thread>
+#include <unistd.h>
+
+namespace
+{
+
+using testing::HasSubstr;
+using testing::StartsWith;
+using namespace std::chrono_literals;
+
+constexpr const char* kIp = "127.0.0.11";
+
+void setInteger(PvGenParameterArray& array, const char* name, std::int64_t value)
+{
+    auto* const feature = dynamic_cast<PvGenInteger*>(array.Get(name));
+    ASSERT_NE(feature, nullptr) << name;
+    ASSERT_TRUE(feature->SetValue(value).IsOK()) << name;
+}
+
+/// A camera with small pictures, and a host of it.
+class StackLog : public testing::Test
+{
+  protected:
+    explicit StackLog(const camera::CameraOptions& options = {}) : camera(options) {}
+
+    void SetUp() override { ASSERT_FALSE(camera.start()); }
+
+    void connect()
+    {
+        setInteger(*device.GetGenLink(), "DefaultHeartbeatTimeout", 500);
+        ASSERT_TRUE(device.Connect(PvString(kIp), PvAccessType::Exclusive).IsOK());
+    }
+
+    void openStream()
+    {
+        connect();
+        ASSERT_TRUE(stream.Open(kIp, 0, 0, "").IsOK());
+        ASSERT_TRUE(
+            device.SetStreamDestination(stream.GetLocalIPAddress(), stream.GetLocalPort(), 0)
+                .IsOK());
+        setInteger(*device.GetGenParameters(), "Width", 640);
+        setInteger(*device.GetGenParameters(), "Height", 480);
+        setInteger(*device.GetGenParameters(), "AcquisitionFrameRateRaw", 50);
+        // A picture ends when the second one after it begins, not because the machine is busy.
+        setInteger(*stream.GetParameters(), "PacketTimeout", 20'000);
+        setInteger(*stream.GetParameters(), "DefaultImageTimeout", 20'000);
+        auto* const source =
+            dynamic_cast<PvGenEnum*>(device.GetGenParameters()->Get("AcquisitionSource"));
+        ASSERT_TRUE(source->SetValue("Live").IsOK());
+        pipeline.SetBufferSize(640 * 480);
+        ASSERT_TRUE(pipeline.SetBufferCount(4).IsOK());
+        ASSERT_TRUE(pipeline.Start().IsOK());
+    }
+
+    void execute(const char* name)
+    {
+        auto* const command =
+            dynamic_cast<PvGenCommand*>(device.GetGenParameters()->Get(PvString(name)));
+        ASSERT_TRUE(command->Execute().IsOK()) << name;
+    }
+
+    void takePictures(int count)
+    {
+        for (int i = 0; i < count; ++i) {
+            PvBuffer* buffer = nullptr;
+            PvResult operation;
+            ASSERT_TRUE(pipeline.RetrieveNextBuffer(&buffer, 20'000, &operation).IsOK());
+            ASSERT_TRUE(pipeline.ReleaseBuffer(buffer).IsOK());
+        }
+    }
+
+    camera::VirtualCamera camera;
+    StackLogViewer viewer;
+    PvDevice device;
+    PvStream stream;
+    PvPipeline pipeline{&stream};
+};
+
+TEST_F(StackLog, TellsHowManyPacketsGetLostAndThatNobodyAsksForThemAgain)
+{
+    openStream();
+    camera.faults().setPacketRates({.lose = 0.05});
+    execute("AcquisitionStart");
+    takePictures(20);
+    ASSERT_TRUE(stream.Close().IsOK()); // tells what it has gathered
+    const std::string line = viewer.await("pictures came incomplete, ");
+    EXPECT_THAT(line, StartsWith("127.0.0.11: "));
+    EXPECT_THAT(line, HasSubstr("packets are missing, spread over the pictures; none was asked for "
+                                "again -> look at cable, plugs and switch; switch resends on "
+                                "(MaximumPendingResends)"));
+}
+
+TEST_F(StackLog, TellsOfLossesOnceASecondWhileTheyGoOn)
+{
+    openStream();
+    camera.faults().setPacketRates({.lose = 0.05});
+    execute("AcquisitionStart");
+    const std::jthread host([this](const std::stop_token& end) {
+        while (!end.stop_requested()) {
+            takePictures(1);
+        }
+    });
+    EXPECT_NE(viewer.await("pictures came incomplete"), "");
+    const auto first = std::chrono::steady_clock::now();
+    EXPECT_NE(viewer.await("pictures came incomplete"), "");
+    // Less than a second if the first line was late here; a picture takes 20 ms.
+    EXPECT_GE(std::chrono::steady_clock::now() - first, 500ms);
+}
+
+TEST_F(StackLog, TellsOfPacketsThatCameWhenAskedForAgain)
+{
+    setInteger(*stream.GetParameters(), "MaximumPendingResends", 1000);
+    setInteger(*stream.GetParameters(), "MaximumResendRequestRetryByPacket", 8);
+    openStream();
+    camera.faults().setPacketRates({.lose = 0.02});
+    execute("AcquisitionStart");
+    takePictures(20);
+    ASSERT_TRUE(stream.Close().IsOK());
+    EXPECT_THAT(viewer.await("got lost and came when asked for again"), StartsWith("127.0.0.11: "));
+}
+
+TEST_F(StackLog, TellsNothingOfAStreamInWhichAllComes)
+{
+    openStream();
+    setInteger(*device.GetGenParameters(), "AcquisitionFrameRateRaw", 10); // a host may be late
+    execute("AcquisitionStart");
+    takePictures(5);
+    execute("AcquisitionStop");
+    ASSERT_TRUE(stream.Close().IsOK());
+    EXPECT_FALSE(viewer.hasSeen("p")); // as in packets, and in pictures
+}
+
+TEST_F(StackLog, TellsThatPicturesFindNoBuffer)
+{
+    openStream();
+    execute("AcquisitionStart");
+    PvBuffer* buffer = nullptr;
+    PvResult operation;
+    ASSERT_TRUE(pipeline.RetrieveNextBuffer(&buffer, 20'000, &operation).IsOK());
+    // Nothing is released.
+    EXPECT_THAT(viewer.await("pictures found no buffer -> the computer is too slow for this rate"),
+                StartsWith("127.0.0.11: "));
+}
+
+TEST_F(StackLog, TellsThatNoPacketArrives)
+{
+    openStream();
+    camera.faults().setPacketRates({.lose = 1});
+    execute("AcquisitionStart");
+    EXPECT_EQ(viewer.await("no packet"),
+              "127.0.0.11: no packet has come for a second since the camera was started -> a "
+              "firewall must let UDP from the camera pass to this program; or does the camera wait "
+              "for a trigger or a sync input?");
+}
+
+TEST_F(StackLog, TellsWhoKeepsTheCameraFromAHost)
+{
+    connect();
+    PvDevice second;
+    EXPECT_FALSE(second.Connect(PvString(kIp), PvAccessType::Exclusive).IsOK());
+    EXPECT_EQ(viewer.await("controlled"),
+              "127.0.0.11: the camera is controlled by another program -> end that program");
+}
+
+TEST_F(StackLog, TellsWhyTheLinkIsLost)
+{
+    connect();
+    camera.faults().setSilent(true);
+    EXPECT_EQ(viewer.await("link"), "127.0.0.11: the link is lost: the camera has not answered for "
+                                    "500 ms -> is it switched on and plugged in?");
+}
+
+TEST_F(StackLog, TellsThatNoCameraAnswersAndWhereItWasLookedFor)
+{
+    EXPECT_EQ(device.Connect(PvString("02:00:00:00:00:99"), PvAccessType::Exclusive),
+              PvResult::Code::NotFound);
+    EXPECT_EQ(viewer.await("answers"),
+              "02:00:00:00:00:99: no camera answers on lo (127.0.0.1) -> is it switched on and "
+              "plugged in? A firewall must let UDP from port 3956 pass");
+}
+
+TEST_F(StackLog, TellsThatOnlySmallPacketsComeThrough)
+{
+    connect();
+    camera.faults().clampPacketSize(1500);
+    ASSERT_TRUE(device.NegotiatePacketSize(0, 1440).IsOK());
+    EXPECT_EQ(viewer.await("packets of"),
+              "127.0.0.11: packets of 1500 bytes come through, the interface takes 65536 -> let "
+              "switch and camera take as large ones (jumbo frames)");
+}
+
+TEST_F(StackLog, TellsThatNoTestPacketComesThrough)
+{
+    connect();
+    camera.faults().ignoreTestPackets(true);
+    ASSERT_TRUE(device.NegotiatePacketSize(0, 1440).IsOK());
+    EXPECT_THAT(viewer.await("no test packet came through"), StartsWith("127.0.0.11: "));
+}
+
+/// While it lives this thread is a plain user's, and the system limits its buffers.
+class PlainUser
+{
+  public:
+    PlainUser()
+    {
+        EXPECT_EQ(syscall(SYS_capget, &mHeader, mBefore), 0);
+        const __user_cap_data_struct none[2]{{0, mBefore[0].permitted, mBefore[0].inheritable},
+                                             {0, mBefore[1].permitted, mBefore[1].inheritable}};
+        EXPECT_EQ(syscall(SYS_capset, &mHeader, none), 0);
+    }
+    ~PlainUser() { EXPECT_EQ(syscall(SYS_capset, &mHeader, mBefore), 0); }
+    PlainUser(const PlainUser&) = delete;
+    PlainUser& operator=(const PlainUser&) = delete;
+
+  private:
+    __user_cap_header_struct mHeader{_LINUX_CAPABILITY_VERSION_3, 0};
+    __user_cap_data_struct mBefore[2]{};
+};
+
+TEST_F(StackLog, TellsThatTheReceiveBufferIsSmallerThanAskedForAndWhatToSet)
+{
+    {
+        const PlainUser user;
+        ASSERT_TRUE(stream.Open(kIp, 0, 0, "").IsOK());
+    }
+    const std::string line = viewer.await("the receive buffer has ");
+    EXPECT_THAT(line, StartsWith("127.0.0.11: "));
+    EXPECT_THAT(line, HasSubstr(" KiB, 32768 were asked for -> sysctl -w "
+                                "net.core.rmem_max=33554432"));
+}
+
+TEST_F(StackLog, TellsThatThereIsNoStreamToBeHad)
+{
+    ASSERT_TRUE(stream.Open(kIp, 0, 0, "").IsOK());
+    PvStream second;
+    EXPECT_FALSE(second.Open(kIp, stream.GetLocalPort(), 0, "").IsOK());
+    EXPECT_EQ(
+        viewer.await("cannot open"),
+        "127.0.0.11: cannot open a stream: the system gives no socket or thread (error 98) -> "
+        "end other programs that receive");
+}
+
+camera::CameraOptions withSinglePackets()
+{
+    camera::CameraOptions options;
+    options.send = gige::net::SendMode::Single;
+    return options;
+}
+
+class StackLogOfSinglePackets : public StackLog
+{
+  protected:
+    StackLogOfSinglePackets() : StackLog(withSinglePackets()) {}
+};
+
+TEST_F(StackLogOfSinglePackets, TellsThatTheyComeByThePacketRing)
+{
+    if (!gige::net::PacketRing::open({.source = {0x7F00000B}}, 1500)) {
+        GTEST_SKIP() << "no packet rings here";
+    }
+    openStream();
+    execute("AcquisitionStart");
+    bool isTold = false;
+    for (int i = 0; i < 50 && !isTold; ++i) {
+        takePictures(20);
+        isTold = viewer.hasSeen("packets come by the ring that is shared with the kernel now");
+    }
+    EXPECT_TRUE(isTold);
+}
+
+} // namespace
