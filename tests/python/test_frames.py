@@ -89,6 +89,17 @@ def test_whatever_shows_the_memory_keeps_it_from_being_taken_back(derive) -> Non
         loan.array()
 
 
+def test_the_first_bytes_of_each_picture_are_a_copy() -> None:
+    owner, memory, loan = lend((2, 4, 5))
+    memory[0], memory[19], memory[20], memory[36] = 1, 2, 3, 4
+    first = loan.first_bytes(17)
+    loan.take_back()
+    memory[0] = 9
+    assert first == bytes([1, *[0] * 16, 3, *[0] * 15, 4])
+    with pytest.raises(telvo.ViewExpiredError):
+        loan.first_bytes(17)
+
+
 def test_a_copy_keeps_nothing() -> None:
     owner, memory, loan = lend((4, 4))
     copy = loan.array().copy()

@@ -6,12 +6,26 @@ import ctypes
 import math
 import threading
 import weakref
-from typing import Any
 
 import numpy as np
 from numpy.typing import NDArray
 
 from .errors import ViewExpiredError, ViewInUseError
+
+
+class _Memory:
+    """What NumPy makes an array of, and then keeps alive with it."""
+
+    __slots__ = ("__array_interface__", "__weakref__", "owner")
+
+    def __init__(self, owner: object, address: int, shape: tuple[int, ...]) -> None:
+        self.owner = owner
+        self.__array_interface__ = {
+            "version": 3,
+            "typestr": "|u1",
+            "shape": shape,
+            "data": (address, True),  # read-only
+        }
 
 
 class Loan:
@@ -27,22 +41,34 @@ class Loan:
         self._owner = weakref.ref(owner)
         self._address: int | None = address
         self._shape = shape
-        self._type = ctypes.c_uint8 * math.prod(shape)
-        self._memory: weakref.ref[Any] | None = None
+        self._memory: weakref.ref[_Memory] | None = None
         self._lock = threading.Lock()
 
     def array(self) -> NDArray[np.uint8]:
         """The memory as a read-only array. Raises ViewExpiredError."""
         with self._lock:
-            owner = self._owner()
-            if self._address is None or owner is None:
-                raise ViewExpiredError("the picture has been overwritten; take its array earlier")
-            memory: Any = self._in_use()
+            owner, address = self._require()
+            memory = self._in_use()
             if memory is None:
-                memory = self._type.from_address(self._address)
-                memory.owner = owner
+                memory = _Memory(owner, address, self._shape)
                 self._memory = weakref.ref(memory)
-            return np.frombuffer(memoryview(memory).toreadonly(), np.uint8).reshape(self._shape)
+            return np.asarray(memory)
+
+    def first_bytes(self, count: int) -> bytes:
+        """A copy of so many of each picture; cheaper than by way of an array."""
+        *several, height, width = self._shape
+        step = height * width
+        with self._lock:
+            _owner, address = self._require()  # it lives while its memory is read
+            places = range(address, address + math.prod(several) * step, step)
+            return b"".join([ctypes.string_at(place, count) for place in places])
+
+    def _require(self) -> tuple[object, int]:
+        """The owner and the address of the memory. Raises ViewExpiredError."""
+        owner = self._owner()
+        if self._address is None or owner is None:
+            raise ViewExpiredError("the picture has been overwritten; take its array earlier")
+        return owner, self._address
 
     def take_back(self) -> None:
         """Gives out no array any more. Raises ViewInUseError, and stays, while there is one."""
@@ -53,11 +79,11 @@ class Loan:
                 )
             self._address = None
 
-    def end(self) -> Any | None:
+    def end(self) -> object | None:
         """Gives out no array any more; returns what lives as long as those that there are."""
         with self._lock:
             self._address = None
             return self._in_use()
 
-    def _in_use(self) -> Any | None:
+    def _in_use(self) -> _Memory | None:
         return self._memory() if self._memory is not None else None

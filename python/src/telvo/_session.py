@@ -29,9 +29,11 @@ _kept_callbacks: list[Any] = []
 
 # A camera that sends a recording waits from one block to the request for the next.
 @functools.lru_cache(maxsize=None)
-def _found(function: str) -> tuple[Any, int]:
-    """A function of the library, and which of its parameters is the camera's id."""
-    return getattr(library(), function), list(FUNCTIONS[function][1]).index("cameraId")
+def _found(function: str) -> tuple[Any, int, bool]:
+    """A function of the library, where the camera's id is, and whether it fails below zero."""
+    result, parameters = FUNCTIONS[function]
+    id_at = list(parameters).index("cameraId")
+    return getattr(library(), function), id_at, result is ctypes.c_int32
 
 
 class EndedError(TelvoError):
@@ -108,16 +110,17 @@ class Session:
 
         Raises CallError for a negative result. An address is None where the library gives NULL.
         """
+        invoke, id_at, can_fail = _found(function)
         with self._lock:
             self.require_link()
-            result = self._invoke(function, *arguments)
-        if FUNCTIONS[function][0] is ctypes.c_int32 and result < 0:
+            result = invoke(*arguments[:id_at], self._id, *arguments[id_at:])
+        if can_fail and result < 0:
             self.require_link()
             raise CallError(function, result)
         return result
 
     def _invoke(self, function: str, *arguments: Any) -> Any:
-        invoke, id_at = _found(function)
+        invoke, id_at, _ = _found(function)
         return invoke(*arguments[:id_at], self._id, *arguments[id_at:])
 
     def read(self, function: str) -> tuple[Any, ...]:
@@ -178,13 +181,20 @@ class Session:
             raise EndedError("this has ended: the camera was asked for something else")
 
     def lend(
-        self, activity: object, shape: tuple[int, ...], function: str, *arguments: Any
+        self,
+        activity: object,
+        shape: tuple[int, ...],
+        fetch: Callable[..., int | None],
+        *arguments: Any,
     ) -> Loan | None:
-        """Memory that a function returns; None for NULL. What was lent before is taken back."""
+        """Memory whose address is fetched from the library; None where there is none.
+
+        What was lent before is taken back first.
+        """
         with self._lock:
             self.require(activity)
             self._loan.take_back()
-            address = self.call(function, *arguments)
+            address = fetch(*arguments)
             if address is None:
                 return None
             self._loan = Loan(self, address, shape)

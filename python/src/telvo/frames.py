@@ -59,7 +59,7 @@ class _Pictures:
     def __init__(self, loan: Loan) -> None:
         self._loan = loan
         self._array: NDArray[np.uint8] | None = None
-        self._first_bytes = _first_bytes(loan.array())
+        self._first_bytes = loan.first_bytes(HEADER_SIZE)
 
     @property
     def view(self) -> NDArray[np.uint8]:
@@ -90,7 +90,7 @@ class Frame(_Pictures):
     @property
     def header(self) -> Any:
         """What the camera says of it, one HEADER; stays valid."""
-        return _decoded(self._first_bytes)[()]
+        return _decoded(np.frombuffer(self._first_bytes, np.uint8))[()]
 
 
 class Block(_Pictures):
@@ -104,7 +104,7 @@ class Block(_Pictures):
     @property
     def headers(self) -> NDArray[Any]:
         """What the camera says of each, an array of HEADER; stays valid."""
-        return _decoded(self._first_bytes)
+        return _decoded(np.frombuffer(self._first_bytes, np.uint8).reshape(-1, HEADER_SIZE))
 
     def __len__(self) -> int:
-        return len(self._first_bytes)
+        return len(self._first_bytes) // HEADER_SIZE

@@ -76,9 +76,7 @@ class Recording:
             for piece in pieces[:1]:
                 transfer.request(piece)
             for piece, following in zip(pieces, [*pieces[1:], range(0)]):
-                loan = limit.hold(_BLOCK_TIME, transfer.collect, piece)
-                if following:
-                    transfer.request(following)
+                loan = limit.hold(_BLOCK_TIME, transfer.collect, piece, following)
                 yield Block(loan, piece.start)
 
     def _transfer(self) -> Transfer:
@@ -144,18 +142,27 @@ class Transfer:
             "expGetRecordedFrameBlock", None, self.recording.sequence, numbers.start, len(numbers)
         )
 
-    def collect(self, numbers: range) -> Loan:
-        """Waits for the frames asked for."""
-        frames = ctypes.c_int64()
+    def collect(self, numbers: range, following: range) -> Loan:
+        """Waits for the frames asked for, and asks for those that follow, if any."""
         shape = (len(numbers), self.recording.height, self.recording.width)
-        loan = self._session.lend(
-            self, shape, "expGetRecordedFrameBlockResult", None, frames, ctypes.c_uint32()
-        )
-        if loan is None or frames.value != len(numbers):
+        loan = self._session.lend(self, shape, self._fetch, numbers, following)
+        if loan is None:
             self._session.require_link(patience=_LINK_LOSS_TIME)
             raise NoImageError(f"frames {numbers.start} to {numbers[-1]} did not come whole")
-        self.is_at_rest = True
         return loan
+
+    def _fetch(self, numbers: range, following: range) -> int | None:
+        """The address of the frames; None: they did not come whole."""
+        frames = ctypes.c_int64()
+        address: int | None = self._session.call(
+            "expGetRecordedFrameBlockResult", None, frames, ctypes.c_uint32()
+        )
+        if address is None or frames.value != len(numbers):
+            return None
+        self.is_at_rest = True
+        if following:
+            self.request(following)  # before all else: the camera sends nothing until then
+        return address
 
     def abort(self) -> None:
         """Ends another thread's collect()."""
@@ -177,11 +184,11 @@ class TimeLimit:
     def __exit__(self, *_: object) -> None:
         self._ended.set()
 
-    def hold(self, seconds: float, wait: Callable[[range], Loan], numbers: range) -> Loan:
+    def hold(self, seconds: float, wait: Callable[..., Loan], *arguments: range) -> Loan:
         """What the wait gives, which may take so long."""
         self._due = time.monotonic() + seconds
         try:
-            return wait(numbers)
+            return wait(*arguments)
         finally:
             self._due = math.inf
 

@@ -58,7 +58,8 @@ class Stream:
     def _fetch(self) -> Frame | None:
         status, last = ctypes.c_uint8(), ctypes.c_uint8()
         try:
-            loan = self._session.lend(self, self._shape, "expGetPreviewImage", status, last)
+            call = self._session.call
+            loan = self._session.lend(self, self._shape, call, "expGetPreviewImage", status, last)
         except EndedError:
             raise StopIteration from None
         return Frame(loan) if loan is not None else None
