@@ -31,7 +31,7 @@ std::string StackLogViewer::await(const std::string& part) const
     constexpr auto kLong = 20s; // a busy machine
     for (const auto end = std::chrono::steady_clock::now() + kLong;
          std::chrono::steady_clock::now() < end;) {
-        const std::string line = next(100ms);
+        std::string line = next(100ms);
         if (line.find(part) != std::string::npos) {
             return line;
         }
