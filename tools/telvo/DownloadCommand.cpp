@@ -68,8 +68,7 @@ void addOutput(const Command& command, DownloadOptions& options)
     command
         .option("--out", options.out,
                 "File, or folder for png; {ip}, {serial} and {name} in it are the camera's, other "
-                "words "
-                "in braces are refused")
+                "words in braces are refused")
         .required()
         .type("PATH");
     command

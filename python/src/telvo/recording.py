@@ -33,7 +33,7 @@ class Recording:
         session.make_way()
         self.width, self.height, self.sequences = _describe(session)
         if not 0 <= sequence < self.sequences:
-            raise IndexError(f"the recording has {self.sequences} sequences")
+            raise IndexError(f"sequence {sequence} of {self.sequences}, counted from 0")
         self.sequence = sequence
         self._session = session
         self._frames = _count(session, sequence, self.sequences)
