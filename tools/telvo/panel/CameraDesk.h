@@ -121,6 +121,7 @@ class CameraDesk
     MessagePointer handle(const DeskTask& task, const RecordingRequest& request);
     MessagePointer handle(const DeskTask& task, const FrameRequest& request);
     MessagePointer handle(const DeskTask& task, const CurveRequest& request);
+    void requireNoLive() const;
     ReviewMode& requireReview();
     void endReview();
 

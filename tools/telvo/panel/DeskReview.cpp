@@ -4,6 +4,7 @@
 #include "IdleMode.h"
 #include "PanelMessages.h"
 #include "ReviewMode.h"
+#include "ToolError.h"
 
 #include "TelvoDll.h"
 
@@ -27,14 +28,27 @@ MessagePointer CameraDesk::handle(const DeskTask& task, const RecordingRequest& 
 
 MessagePointer CameraDesk::handle(const DeskTask& task, const FrameRequest& request)
 {
+    if (request.keep) {
+        requireNoLive();
+    }
     return requireReview().frame(task.id, request);
 }
 
 MessagePointer CameraDesk::handle(const DeskTask& task, const CurveRequest& request)
 {
+    requireNoLive();
     Json answer = requireReview().curve(request);
     mNextStep = Clock::now(); // there is something to be read
     return answerMessage(task.id, answer);
+}
+
+/// What a page gets by the way, such as small pictures, may be asked for before live pictures are
+/// and come after: it does not end them.
+void CameraDesk::requireNoLive() const
+{
+    if (mMode->isLive()) {
+        throw Failure("live pictures come; end them first");
+    }
 }
 
 ReviewMode& CameraDesk::requireReview()

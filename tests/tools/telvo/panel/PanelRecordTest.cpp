@@ -161,6 +161,22 @@ TEST_F(PanelRecord, DrawsTheBrightnessOverTime)
     }
 }
 
+// It asks for them one after the other, and the last may come late.
+TEST_F(PanelRecord, GoesOnLiveWhateverThePageGetsByTheWay)
+{
+    begin();
+    record();
+    expectDone("live", {{"on", true}});
+    page->awaitState("live");
+    const Json small{{"sequence", 0}, {"frame", 3}, {"width", 72}, {"keep", true}};
+    EXPECT_THAT(ask("frame", small)["error"], HasSubstr("live pictures"));
+    EXPECT_THAT(ask("curve", {{"sequence", 0}, {"points", 5}})["error"],
+                HasSubstr("live pictures"));
+    EXPECT_EQ(page->state(mac())["state"], "live");
+    frame(3); // that somebody wants to see
+    page->awaitState("idle");
+}
+
 TEST_F(PanelRecord, ReadsInTheSizeThatWasRecordedAndGivesTheUsersBack)
 {
     begin();

@@ -82,7 +82,9 @@ struct FrameRequest {
     std::uint32_t sequence = 0;
     std::uint32_t frame = 0;
     PictureWish wish{};
-    bool keep = false; // a newer one does not take its place; it comes after those that are awaited
+    /// A newer one does not take its place; it comes after those that are awaited, and ends no live
+    /// pictures.
+    bool keep = false;
 };
 struct CurveRequest {
     std::uint32_t sequence = 0;
