@@ -26,7 +26,7 @@ build()
 run_tests()
 {
     case $1 in
-    release) at_once=$((5 * $(nproc))) ;;
+    release) at_once=$((4 * $(nproc))) ;;
     windows) at_once=$(nproc) ;;
     *) at_once=$((3 * $(nproc))) ;; # the sanitizers' work is more
     esac
