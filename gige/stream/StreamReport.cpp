@@ -48,7 +48,8 @@ void StreamReport::tell(const Totals& totals, Time now)
         log::say(mDevice, log::noPackets());
     }
     tellRing(totals.isRingInUse);
-    for (const log::Reason& reason : StreamReasons(since(totals, now)).all()) {
+    const StreamReasons reasons(since(totals, now));
+    for (const log::Reason& reason : reasons.all()) {
         log::say(mDevice, reason);
     }
     mTold = totals;
