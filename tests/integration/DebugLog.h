@@ -1,6 +1,8 @@
 #ifndef TELVO_TESTS_INTEGRATION_DEBUGLOG_H
 #define TELVO_TESTS_INTEGRATION_DEBUGLOG_H
 
+#include "ViewerSocket.h"
+
 #include <mutex>
 #include <string>
 #include <thread>
@@ -24,7 +26,7 @@ class DebugLog
     /// Keeps the lines that have come. Needs the lock.
     void keepLines();
 
-    int mSocket;
+    ViewerSocket mSocket{"TelvoDll.debug"};
     int mEnd; // becomes readable when the reader shall end
     std::mutex mLock;
     std::vector<std::string> mLines;

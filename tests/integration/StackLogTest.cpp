@@ -1,14 +1,9 @@
 // What the stack tells of the reasons why pictures do not come, in the process in which it happens.
+#include "StackHost.h"
 #include "StackLogViewer.h"
-
-#include "PacketRing.h"
-#include "PvDevice.h"
-#include "PvPipeline.h"
-#include "VirtualCamera.h"
 
 #include <chrono>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <linux/capability.h>
 #include <stop_token>
 #include <string>
@@ -23,22 +18,11 @@ using testing::HasSubstr;
 using testing::StartsWith;
 using namespace std::chrono_literals;
 
-constexpr const char* kIp = "127.0.0.11";
-
-void setInteger(PvGenParameterArray& array, const char* name, std::int64_t value)
-{
-    auto* const feature = dynamic_cast<PvGenInteger*>(array.Get(name));
-    ASSERT_NE(feature, nullptr) << name;
-    ASSERT_TRUE(feature->SetValue(value).IsOK()) << name;
-}
-
-/// A camera with small pictures, and a host of it.
-class StackLog : public testing::Test
+/// A host that is told why.
+class StackLog : public StackHost
 {
   protected:
-    explicit StackLog(const camera::CameraOptions& options = {}) : camera(options) {}
-
-    void SetUp() override { ASSERT_FALSE(camera.start()); }
+    using StackHost::StackHost;
 
     void connect()
     {
@@ -46,32 +30,13 @@ class StackLog : public testing::Test
         ASSERT_TRUE(device.Connect(PvString(kIp), PvAccessType::Exclusive).IsOK());
     }
 
-    void openStream()
+    /// All but the command that starts the camera.
+    void prepare()
     {
         connect();
-        ASSERT_TRUE(stream.Open(kIp, 0, 0, "").IsOK());
-        ASSERT_TRUE(
-            device.SetStreamDestination(stream.GetLocalIPAddress(), stream.GetLocalPort(), 0)
-                .IsOK());
-        setInteger(*device.GetGenParameters(), "Width", 640);
-        setInteger(*device.GetGenParameters(), "Height", 480);
-        setInteger(*device.GetGenParameters(), "AcquisitionFrameRateRaw", 50);
-        // A picture ends when the second one after it begins, not because the machine is busy.
-        setInteger(*stream.GetParameters(), "PacketTimeout", 20'000);
-        setInteger(*stream.GetParameters(), "DefaultImageTimeout", 20'000);
-        auto* const source =
-            dynamic_cast<PvGenEnum*>(device.GetGenParameters()->Get("AcquisitionSource"));
-        ASSERT_TRUE(source->SetValue("Live").IsOK());
-        pipeline.SetBufferSize(640 * 480);
-        ASSERT_TRUE(pipeline.SetBufferCount(4).IsOK());
-        ASSERT_TRUE(pipeline.Start().IsOK());
-    }
-
-    void execute(const char* name)
-    {
-        auto* const command =
-            dynamic_cast<PvGenCommand*>(device.GetGenParameters()->Get(PvString(name)));
-        ASSERT_TRUE(command->Execute().IsOK()) << name;
+        endNoPictureByTime();
+        openStream(50);
+        startPipeline(4);
     }
 
     void takePictures(int count)
@@ -84,16 +49,12 @@ class StackLog : public testing::Test
         }
     }
 
-    camera::VirtualCamera camera;
     StackLogViewer viewer;
-    PvDevice device;
-    PvStream stream;
-    PvPipeline pipeline{&stream};
 };
 
 TEST_F(StackLog, TellsHowManyPacketsGetLostAndThatNobodyAsksForThemAgain)
 {
-    openStream();
+    prepare();
     camera.faults().setPacketRates({.lose = 0.05});
     execute("AcquisitionStart");
     takePictures(20);
@@ -107,7 +68,7 @@ TEST_F(StackLog, TellsHowManyPacketsGetLostAndThatNobodyAsksForThemAgain)
 
 TEST_F(StackLog, TellsOfLossesOnceASecondWhileTheyGoOn)
 {
-    openStream();
+    prepare();
     camera.faults().setPacketRates({.lose = 0.05});
     execute("AcquisitionStart");
     const std::jthread host([this](const std::stop_token& end) {
@@ -126,7 +87,7 @@ TEST_F(StackLog, TellsOfPacketsThatCameWhenAskedForAgain)
 {
     setInteger(*stream.GetParameters(), "MaximumPendingResends", 1000);
     setInteger(*stream.GetParameters(), "MaximumResendRequestRetryByPacket", 8);
-    openStream();
+    prepare();
     camera.faults().setPacketRates({.lose = 0.02});
     execute("AcquisitionStart");
     takePictures(20);
@@ -136,7 +97,7 @@ TEST_F(StackLog, TellsOfPacketsThatCameWhenAskedForAgain)
 
 TEST_F(StackLog, TellsNothingOfAStreamInWhichAllComes)
 {
-    openStream();
+    prepare();
     setInteger(*device.GetGenParameters(), "AcquisitionFrameRateRaw", 10); // a host may be late
     execute("AcquisitionStart");
     takePictures(5);
@@ -147,7 +108,7 @@ TEST_F(StackLog, TellsNothingOfAStreamInWhichAllComes)
 
 TEST_F(StackLog, TellsThatPicturesFindNoBuffer)
 {
-    openStream();
+    prepare();
     execute("AcquisitionStart");
     PvBuffer* buffer = nullptr;
     PvResult operation;
@@ -159,7 +120,7 @@ TEST_F(StackLog, TellsThatPicturesFindNoBuffer)
 
 TEST_F(StackLog, TellsThatNoPacketArrives)
 {
-    openStream();
+    prepare();
     camera.faults().setPacketRates({.lose = 1});
     execute("AcquisitionStart");
     EXPECT_EQ(viewer.await("no packet"),
@@ -255,25 +216,18 @@ TEST_F(StackLog, TellsThatThereIsNoStreamToBeHad)
         "end other programs that receive");
 }
 
-camera::CameraOptions withSinglePackets()
-{
-    camera::CameraOptions options;
-    options.send = gige::net::SendMode::Single;
-    return options;
-}
-
 class StackLogOfSinglePackets : public StackLog
 {
   protected:
-    StackLogOfSinglePackets() : StackLog(withSinglePackets()) {}
+    StackLogOfSinglePackets() : StackLog(likeOnACable()) {}
 };
 
 TEST_F(StackLogOfSinglePackets, TellsThatTheyComeByThePacketRing)
 {
-    if (!gige::net::PacketRing::open({.source = {0x7F00000B}}, 1500)) {
+    if (!hasPacketRings()) {
         GTEST_SKIP() << "no packet rings here";
     }
-    openStream();
+    prepare();
     execute("AcquisitionStart");
     bool isTold = false;
     for (int i = 0; i < 50 && !isTold; ++i) {

@@ -1,6 +1,8 @@
 #ifndef TELVO_TESTS_INTEGRATION_STACKLOGVIEWER_H
 #define TELVO_TESTS_INTEGRATION_STACKLOGVIEWER_H
 
+#include "ViewerSocket.h"
+
 #include <chrono>
 #include <string>
 
@@ -8,11 +10,6 @@
 class StackLogViewer
 {
   public:
-    StackLogViewer();
-    ~StackLogViewer();
-    StackLogViewer(const StackLogViewer&) = delete;
-    StackLogViewer& operator=(const StackLogViewer&) = delete;
-
     /// The next line that has this in it; others are dropped. Empty: none came.
     std::string await(const std::string& part) const;
     /// Whether a line with this in it has come; all are dropped.
@@ -22,7 +19,7 @@ class StackLogViewer
     /// Empty: none within the wait.
     std::string next(std::chrono::milliseconds wait) const;
 
-    int mSocket;
+    ViewerSocket mSocket{"TelvoGigE.log"};
 };
 
 #endif

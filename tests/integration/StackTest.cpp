@@ -1,13 +1,10 @@
+#include "StackHost.h"
+
 #include "FrameRenderer.h"
-#include "PacketRing.h"
-#include "PvDevice.h"
-#include "PvPipeline.h"
 #include "PvSerialPortIPEngine.h"
-#include "VirtualCamera.h"
 
 #include <algorithm>
 #include <chrono>
-#include <gtest/gtest.h>
 #include <set>
 #include <thread>
 
@@ -19,59 +16,17 @@ using namespace std::chrono_literals;
 
 constexpr std::uint32_t kNoLimit = 0xFFFFFFFF;
 
-/// A camera that streams to a pipeline; the host side only through the Pv classes.
-class StackTest : public testing::Test
+/// A camera that streams to a pipeline.
+class StackTest : public StackHost
 {
   protected:
-    explicit StackTest(const camera::CameraOptions& options = {}) : camera(options) {}
+    using StackHost::StackHost;
 
     void SetUp() override
     {
-        ASSERT_FALSE(camera.start());
+        StackHost::SetUp();
         ASSERT_TRUE(device.Connect(PvString(camera.macText()), PvAccessType::Exclusive).IsOK());
-        ASSERT_TRUE(stream.Open("127.0.0.11", 0, 0, "").IsOK());
-        ASSERT_TRUE(
-            device.SetStreamDestination(stream.GetLocalIPAddress(), stream.GetLocalPort(), 0)
-                .IsOK());
-        setInteger(*device.GetGenParameters(), "Width", 640);
-        setInteger(*device.GetGenParameters(), "Height", 480);
-        setInteger(*device.GetGenParameters(), "AcquisitionFrameRateRaw", 200);
-        setEnum("AcquisitionSource", "Live");
-    }
-
-    static void setInteger(PvGenParameterArray& array, const char* name, std::int64_t value)
-    {
-        auto* feature = dynamic_cast<PvGenInteger*>(array.Get(name));
-        ASSERT_NE(feature, nullptr) << name;
-        ASSERT_EQ(feature->SetValue(value), PvResult::Code::Ok) << name;
-    }
-
-    std::int64_t statistic(const char* name)
-    {
-        std::int64_t value = -1;
-        (void)dynamic_cast<PvGenInteger&>(*stream.GetParameters()->Get(name)).GetValue(value);
-        return value;
-    }
-
-    void setEnum(const char* name, const char* entry)
-    {
-        auto* feature = dynamic_cast<PvGenEnum*>(device.GetGenParameters()->Get(name));
-        ASSERT_NE(feature, nullptr) << name;
-        ASSERT_TRUE(feature->SetValue(entry).IsOK()) << name;
-    }
-
-    void execute(const char* name)
-    {
-        auto* feature = dynamic_cast<PvGenCommand*>(device.GetGenParameters()->Get(name));
-        ASSERT_NE(feature, nullptr) << name;
-        ASSERT_TRUE(feature->Execute().IsOK()) << name;
-    }
-
-    void startPipeline(std::uint32_t buffers = 16)
-    {
-        pipeline.SetBufferSize(640 * 480);
-        ASSERT_TRUE(pipeline.SetBufferCount(buffers).IsOK());
-        ASSERT_TRUE(pipeline.Start().IsOK());
+        openStream(200);
     }
 
     /// The frame's number if it is whole and right, else -1.
@@ -83,11 +38,6 @@ class StackTest : public testing::Test
         camera::renderScene(camera.liveView(), 0, number, scene);
         return std::equal(scene.begin() + 16, scene.end(), data + 16) ? std::int64_t{number} : -1;
     }
-
-    camera::VirtualCamera camera;
-    PvDevice device;
-    PvStream stream;
-    PvPipeline pipeline{&stream};
 };
 
 TEST_F(StackTest, ThePipelineFillsAgainWhatWasJustReleased)
@@ -132,22 +82,11 @@ TEST_F(StackTest, EveryFrameArrivesAtFivePercentLossWithResends)
     EXPECT_GT(camera.log().counters().resendRequests, 0U);
 }
 
-camera::CameraOptions likeOnACable()
-{
-    camera::CameraOptions options;
-    options.send = gige::net::SendMode::Single;
-    return options;
-}
-
 class SinglePackets : public StackTest
 {
   protected:
-    SinglePackets() : StackTest(likeOnACable())
-    {
-        // Packets that are lost show as missing; a busy machine may stall meanwhile.
-        setInteger(*stream.GetParameters(), "PacketTimeout", 20'000);
-        setInteger(*stream.GetParameters(), "DefaultImageTimeout", 20'000);
-    }
+    // Packets that are lost show as missing; a busy machine may stall meanwhile.
+    SinglePackets() : StackTest(likeOnACable()) { endNoPictureByTime(); }
 
     void next(bool verify)
     {
@@ -172,7 +111,7 @@ class SinglePackets : public StackTest
 
 TEST_F(SinglePackets, ComeByThePacketRing)
 {
-    if (!gige::net::PacketRing::open({.source = {0x7F00000B}}, 1500)) {
+    if (!hasPacketRings()) {
         GTEST_SKIP() << "no packet rings here";
     }
     startPipeline();
@@ -190,9 +129,7 @@ TEST_F(SinglePackets, ComeByTheSocketIfTheHostSaysSo)
 {
     ASSERT_TRUE(stream.Close().IsOK());
     setInteger(*stream.GetParameters(), "PacketRing", 0);
-    ASSERT_TRUE(stream.Open("127.0.0.11", 0, 0, "").IsOK());
-    ASSERT_TRUE(
-        device.SetStreamDestination(stream.GetLocalIPAddress(), stream.GetLocalPort(), 0).IsOK());
+    openStream(200);
     startPipeline();
     execute("AcquisitionStart");
     expectWholeFrames();
