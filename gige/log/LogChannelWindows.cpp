@@ -16,7 +16,7 @@ constexpr const char* kMailslot = R"(\\.\mailslot\TelvoGigE.log)";
 
 void wakeViewer()
 {
-    const HANDLE written = OpenEventA(EVENT_MODIFY_STATE, FALSE, kViewerName.data());
+    HANDLE written = OpenEventA(EVENT_MODIFY_STATE, FALSE, kViewerName.data());
     if (written != nullptr) {
         SetEvent(written);
         CloseHandle(written);
@@ -42,7 +42,7 @@ void writeWithoutWaiting(HANDLE viewer, const char* message, std::size_t size)
 
 void send(std::string_view line) noexcept
 {
-    const HANDLE viewer = CreateFileA(kMailslot, GENERIC_WRITE, FILE_SHARE_READ, nullptr,
+    HANDLE viewer = CreateFileA(kMailslot, GENERIC_WRITE, FILE_SHARE_READ, nullptr,
                                       OPEN_EXISTING, FILE_FLAG_OVERLAPPED, nullptr);
     if (viewer == INVALID_HANDLE_VALUE) { // nobody looks
         return;

@@ -10,6 +10,7 @@
 #include <cstring>
 #include <poll.h>
 #include <string>
+#include <string_view>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <system_error>
@@ -43,18 +44,28 @@ struct Address {
     const sockaddr* get() const { return reinterpret_cast<const sockaddr*>(&value); }
 };
 
-Address relayAddress(int number)
+Address relayAddress(std::size_t number)
 {
     return Address("TelvoDll.debug.relay." + std::to_string(number));
 }
 
+/// Nothing that it does waits.
 class Socket
 {
   public:
-    Socket() : mSocket(::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0)) {}
+    /// @param type  SOCK_DGRAM, or SOCK_SEQPACKET for a connection
+    explicit Socket(int type) : Socket(Opened{::socket(AF_UNIX, type | kFlags, 0)}) {}
     ~Socket() { close(mSocket); }
     Socket(const Socket&) = delete;
     Socket& operator=(const Socket&) = delete;
+
+    /// @return null: nobody listens there
+    static std::unique_ptr<Socket> connectedTo(const Address& address)
+    {
+        auto socket = std::make_unique<Socket>(SOCK_SEQPACKET);
+        const bool isConnected = connect(socket->get(), address.get(), address.size) == 0;
+        return isConnected ? std::move(socket) : nullptr;
+    }
 
     int get() const { return mSocket; }
 
@@ -78,7 +89,30 @@ class Socket
         return false;
     }
 
+    void listen() const { (void)::listen(mSocket, 1); }
+    /// @return null: nobody has connected
+    std::unique_ptr<Socket> accept() const
+    {
+        const int accepted = accept4(mSocket, nullptr, nullptr, kFlags);
+        return accepted < 0 ? nullptr : std::unique_ptr<Socket>(new Socket(Opened{accepted}));
+    }
+
+    /// What finds no room at the other end is lost.
+    /// @return false: the other end is closed
+    bool send(std::string_view message) const
+    {
+        return ::send(mSocket, message.data(), message.size(), MSG_NOSIGNAL) >= 0 ||
+               errno == EAGAIN;
+    }
+
   private:
+    static constexpr int kFlags = SOCK_CLOEXEC | SOCK_NONBLOCK;
+
+    struct Opened {
+        int socket;
+    };
+    explicit Socket(Opened opened) : mSocket(opened.socket) {}
+
     int mSocket;
 };
 
@@ -91,16 +125,38 @@ void waitForLine(const Socket& one, const Socket* other, std::chrono::millisecon
     (void)poll(ready.data(), ready.size(), static_cast<int>(wait.count()));
 }
 
+/// Another viewer, to which lines are passed on: over a connection, since the system keeps no more
+/// than ten datagrams for one that is slow.
+class OtherViewer
+{
+  public:
+    /// A viewer that does not read misses lines; nobody waits.
+    void send(const Address& address, std::string_view message)
+    {
+        if (mConnection && mConnection->send(message)) {
+            return;
+        }
+        mConnection = Socket::connectedTo(address); // there is a viewer, or a new one
+        if (mConnection) {
+            (void)mConnection->send(message);
+        }
+    }
+
+  private:
+    std::unique_ptr<Socket> mConnection;
+};
+
 } // namespace
 
 struct DebugSource::System {
-    Socket library;
-    Socket stack;
-    Socket relay;
+    Socket library{SOCK_DGRAM};
+    Socket stack{SOCK_DGRAM};
+    Socket relay{SOCK_DGRAM};
+    std::array<OtherViewer, kMostRelays> others;
     std::array<char, kLongestLine> buffer{};
 
     std::optional<DebugLine> receive(const Socket& lines, LineSource source);
-    void passOn(const DebugLine& line) const;
+    void passOn(const DebugLine& line);
 };
 
 std::optional<DebugLine> DebugSource::System::receive(const Socket& lines, LineSource source)
@@ -126,14 +182,11 @@ std::optional<DebugLine> DebugSource::System::receive(const Socket& lines, LineS
                      .source = source};
 }
 
-/// A viewer that does not read misses lines; nobody waits.
-void DebugSource::System::passOn(const DebugLine& line) const
+void DebugSource::System::passOn(const DebugLine& line)
 {
     const std::string message = relayMessage(line);
-    for (int i = 0; i < kMostRelays; ++i) {
-        const Address viewer = relayAddress(i);
-        (void)sendto(relay.get(), message.data(), message.size(), MSG_NOSIGNAL, viewer.get(),
-                     viewer.size);
+    for (std::size_t i = 0; i < others.size(); ++i) {
+        others[i].send(relayAddress(i), message);
     }
 }
 
@@ -169,16 +222,29 @@ std::optional<DebugLine> DebugSource::next(std::chrono::milliseconds wait)
 }
 
 struct RelayedLines::System {
-    Socket lines;
-    std::array<char, kLongestLine> buffer{};
+    Socket listening{SOCK_SEQPACKET};
+    std::unique_ptr<Socket> connection; // null: nobody has passed a line on yet
+    std::array<char, kLongestLine + kRelayHeader> buffer{};
 
     std::optional<DebugLine> receive();
 };
 
 std::optional<DebugLine> RelayedLines::System::receive()
 {
-    const ssize_t size = recv(lines.get(), buffer.data(), buffer.size(), 0);
-    return size < 0 ? std::nullopt : relayedLine({buffer.data(), static_cast<std::size_t>(size)});
+    for (;;) {
+        if (!connection) {
+            connection = listening.accept();
+        }
+        const ssize_t size =
+            connection ? recv(connection->get(), buffer.data(), buffer.size(), 0) : -1;
+        if (size < 0) {
+            return std::nullopt;
+        }
+        if (size > 0) {
+            return relayedLine({buffer.data(), static_cast<std::size_t>(size)});
+        }
+        connection.reset(); // that viewer has ended
+    }
 }
 
 RelayedLines::RelayedLines(std::unique_ptr<System> system) : mSystem(std::move(system)) {}
@@ -187,12 +253,13 @@ RelayedLines::~RelayedLines() = default;
 std::unique_ptr<RelayedLines> RelayedLines::open()
 {
     const Address relay(kRelaySocket);
-    if (connect(Socket().get(), relay.get(), relay.size) != 0) {
+    if (connect(Socket(SOCK_DGRAM).get(), relay.get(), relay.size) != 0) {
         return nullptr;
     }
     auto system = std::make_unique<System>();
-    for (int i = 0; i < kMostRelays; ++i) {
-        if (system->lines.bind(relayAddress(i))) {
+    for (std::size_t i = 0; i < kMostRelays; ++i) {
+        if (system->listening.bind(relayAddress(i))) {
+            system->listening.listen();
             return std::unique_ptr<RelayedLines>(new RelayedLines(std::move(system)));
         }
     }
@@ -201,7 +268,7 @@ std::unique_ptr<RelayedLines> RelayedLines::open()
 
 std::optional<DebugLine> RelayedLines::next(std::chrono::milliseconds wait)
 {
-    waitForLine(mSystem->lines, nullptr, wait);
+    waitForLine(mSystem->connection ? *mSystem->connection : mSystem->listening, nullptr, wait);
     return mSystem->receive();
 }
 

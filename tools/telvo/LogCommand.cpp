@@ -20,7 +20,9 @@ namespace
 {
 
 constexpr std::chrono::milliseconds kEndPoll{100};
-constexpr int kProcessIdWidth = 7; // characters
+constexpr std::chrono::milliseconds kNoWait{0};
+constexpr int kMostAtTheEnd = 1000; // lines
+constexpr int kProcessIdWidth = 7;  // characters
 
 void showRaw(const DebugLine& line)
 {
@@ -74,10 +76,17 @@ void runLog(const LogOptions& options)
     } else {
         showUtf8();
     }
-    while (!cancel.isSet()) {
-        if (const auto line = listener.next(kEndPoll)) {
+    const auto showNext = [&](std::chrono::milliseconds wait) {
+        const auto line = listener.next(wait);
+        if (line) {
             options.raw ? showRaw(*line) : show(*line, !options.noTime);
         }
+        return line.has_value();
+    };
+    while (!cancel.isSet()) {
+        showNext(kEndPoll);
+    }
+    for (int i = 0; i < kMostAtTheEnd && showNext(kNoWait); ++i) { // what has come by then
     }
 }
 

@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 #include <memory>
+#include <string>
 #include <thread>
 #include <unistd.h>
 #include <vector>
@@ -128,6 +129,33 @@ TEST(DebugListener, SharesTheLinesWithOthers)
     expectBothGet(first, second, "one\r\n");
     EXPECT_EQ(third.next(kLong)->text, "one\r\n");
     expectBothGet(first, third, "");
+}
+
+TEST(DebugListener, KeepsTheLinesForOneThatIsSlow)
+{
+    constexpr int kLines = 100;
+    Listener first;
+    Listener second;
+    for (int i = 0; i < kLines; ++i) {
+        OutputDebugStringA(std::to_string(i).c_str());
+        ASSERT_TRUE(first.next(kLong));
+    }
+    for (int i = 0; i < kLines; ++i) {
+        const auto line = second.next(kLong);
+        ASSERT_TRUE(line) << i;
+        EXPECT_EQ(line->text, std::to_string(i));
+    }
+}
+
+TEST(DebugListener, DoesNotWaitForOneThatDoesNotRead)
+{
+    Listener first;
+    const Listener second;
+    const std::string longOne(3000, 'x');
+    for (int i = 0; i < 1000; ++i) {
+        OutputDebugStringA(longOne.c_str());
+        ASSERT_TRUE(first.next(kLong)) << i;
+    }
 }
 
 TEST(DebugListener, TakesTheLinesWhenTheFirstOneEnds)
