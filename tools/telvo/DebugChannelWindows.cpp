@@ -1,6 +1,7 @@
 #include "DebugChannel.h"
 
 #include "LogChannel.h"
+#include "MailslotWindows.h"
 #include "RelayMessage.h"
 #include "ToolError.h"
 
@@ -64,18 +65,6 @@ std::string mailslotName(int number)
 UniqueHandle checked(HANDLE handle)
 {
     return UniqueHandle(handle == INVALID_HANDLE_VALUE ? nullptr : handle);
-}
-
-void post(const std::string& message, int number)
-{
-    const UniqueHandle viewer =
-        checked(CreateFileA(mailslotName(number).c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
-                            OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
-    if (viewer) {
-        DWORD written = 0;
-        WriteFile(viewer.get(), message.data(), static_cast<DWORD>(message.size()), &written,
-                  nullptr);
-    }
 }
 
 /// The next message of a mailslot; empty: none is there.
@@ -183,7 +172,7 @@ std::optional<DebugLine> DebugSource::next(std::chrono::milliseconds wait)
     if (line) {
         const std::string message = relayMessage(*line);
         for (int i = 0; i < kMostRelays; ++i) {
-            post(message, i);
+            (void)gige::log::post(mailslotName(i).c_str(), message);
         }
     }
     return line;
