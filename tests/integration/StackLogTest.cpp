@@ -44,7 +44,8 @@ class StackLog : public StackHost
         for (int i = 0; i < count; ++i) {
             PvBuffer* buffer = nullptr;
             PvResult operation;
-            ASSERT_TRUE(pipeline.RetrieveNextBuffer(&buffer, 20'000, &operation).IsOK());
+            ASSERT_TRUE(pipeline.RetrieveNextBuffer(&buffer, 20'000, &operation).IsOK())
+                << "picture " << i << (device.IsConnected() ? "" : ", the link is lost");
             ASSERT_TRUE(pipeline.ReleaseBuffer(buffer).IsOK());
         }
     }
@@ -88,9 +89,10 @@ TEST_F(StackLog, TellsOfPacketsThatCameWhenAskedForAgain)
     setInteger(*stream.GetParameters(), "MaximumPendingResends", 1000);
     setInteger(*stream.GetParameters(), "MaximumResendRequestRetryByPacket", 8);
     prepare();
+    setInteger(*device.GetGenParameters(), "AcquisitionFrameRateRaw", 5); // packets may be late
     camera.faults().setPacketRates({.lose = 0.02});
     execute("AcquisitionStart");
-    takePictures(20);
+    takePictures(8);
     ASSERT_TRUE(stream.Close().IsOK());
     EXPECT_THAT(viewer.await("got lost and came when asked for again"), StartsWith("127.0.0.11: "));
 }

@@ -288,7 +288,7 @@ TEST_F(StreamReceiverTest, AsksTheDevicesControlPortForResends)
 {
     // An address of its own: the control port can be bound once only.
     constexpr net::Endpoint kResending{{0x7F000304}, 0}; // 127.0.3.4
-    open({.maximumPendingResends = 100}, kResending);
+    open({.packetTimeout = kLong, .imageTimeout = kLong, .maximumPendingResends = 100}, kResending);
     auto control = net::UdpSocket::open({kResending.address, wire::kGvcpPort});
     ASSERT_TRUE(receiver && control);
     queueBuffers(1);
