@@ -37,6 +37,12 @@ void fill(std::string& text, std::string_view place, const std::string& value)
     }
 }
 
+[[noreturn]] void refuse(const std::string& place, const std::string& text)
+{
+    throw UsageError(place + " in '" + text +
+                     "' stands for nothing; there are {ip}, {serial} and {name}");
+}
+
 } // namespace
 
 void requireKnownPlaces(const std::filesystem::path& path)
@@ -46,8 +52,7 @@ void requireKnownPlaces(const std::filesystem::path& path)
     for (std::sregex_iterator each(text.begin(), text.end(), place), end; each != end; ++each) {
         const std::string found = each->str();
         if (std::ranges::find(kPlaces, found) == kPlaces.end()) {
-            throw UsageError(found + " in '" + text +
-                             "' stands for nothing; there are {ip}, {serial} and {name}");
+            refuse(found, text);
         }
     }
 }

@@ -1,5 +1,7 @@
 #include "CameraTest.h"
 
+#include "Kernel.h"
+
 #include <csignal>
 #include <fstream>
 #include <optional>
@@ -64,6 +66,18 @@ TEST_F(Log, IsShownWithTimesToSeveralViewersAtOnce)
                 MatchesRegex("[0-9][0-9]:[0-9][0-9]:[0-9][0-9]\\.[0-9][0-9][0-9] +[0-9]+  .*"));
     const std::regex time("(^|\n)[0-9:.]{12}  ");
     EXPECT_EQ(std::regex_replace(withTimes, time, "$1"), outputOf(*second));
+}
+
+TEST_F(Log, ShowsAtItsEndWhatHasComeByThen)
+{
+    first.signal(SIGSTOP);
+    for (const char* const line : {"one\r\n", "two\r\n", "three\r\n"}) {
+        OutputDebugStringA(line);
+    }
+    first.signal(SIGINT);
+    first.signal(SIGCONT);
+    EXPECT_THAT(first.wait().output, ContainsRegex("one\n.*two\n.*three\n"));
+    EXPECT_THAT(outputOf(*second), ContainsRegex("one\n.*two\n.*three\n"));
 }
 
 TEST_F(Log, ShowsWhyPicturesOfAnotherHostDoNotCome)

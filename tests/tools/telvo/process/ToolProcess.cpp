@@ -131,9 +131,10 @@ void ToolProcess::type(const std::string& text) const
 
 void ToolProcess::signal(int number) const
 {
-    // Before its first lines of code have run, a program has not said what it does with signals.
+    const bool isTheSystems = number == SIGKILL || number == SIGSTOP || number == SIGCONT;
+    // Before its first lines of code have run, a program has not said what it does with others.
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
-    while (number != SIGKILL && !expects(mProcess, number) &&
+    while (!isTheSystems && !expects(mProcess, number) &&
            std::chrono::steady_clock::now() < deadline) {
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
