@@ -88,6 +88,14 @@ class SinglePackets : public StackTest
     // Packets that are lost show as missing; a busy machine may stall meanwhile.
     SinglePackets() : StackTest(likeOnACable()) { endNoPictureByTime(); }
 
+    void SetUp() override
+    {
+        StackTest::SetUp();
+        // So slow that a receiver that gets little of the processor keeps up with the camera, and
+        // fast enough for the ring.
+        setInteger(*device.GetGenParameters(), "AcquisitionFrameRateRaw", 20);
+    }
+
     void next(bool verify)
     {
         PvBuffer* buffer = nullptr;
