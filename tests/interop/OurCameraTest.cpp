@@ -116,14 +116,14 @@ TEST_F(OurCamera, StreamsToStrangersWithoutFailures)
 {
     camera::CameraOptions options;
     // A pace that a busy machine under a sanitizer keeps up with.
-    options.settings = {{camera::FeatureId::Width, 320},
-                        {camera::FeatureId::Height, 240},
-                        {camera::FeatureId::AcquisitionFrameRateRaw, 20}};
+    options.settings = {{camera::FeatureId::Width, 160},
+                        {camera::FeatureId::Height, 120},
+                        {camera::FeatureId::AcquisitionFrameRateRaw, 15}};
     start(options);
     const std::string output = outputOf(
         {"arv-camera-test-0.8", "--no-packet-socket", "-n", "10.77.0.1", "--duration", "4",
          // Without these it gives a frame up that came while it got no processor for 0.1 s.
-         "--packet-timeout", "500", "--frame-retention", "2000"});
+         "--packet-timeout", "2000", "--frame-retention", "10000"});
     EXPECT_GE(numberAfter(output, "n_completed_buffers"), 20) << output;
     EXPECT_EQ(numberAfter(output, "n_failures"), 0) << output;
     EXPECT_EQ(numberAfter(output, "n_size_mismatch_errors"), 0) << output;
