@@ -1,9 +1,10 @@
 # telvo_test(NAME sources... [PURE | OWN_NETWORK] [LINKS targets...] [PROPERTIES ctest-properties...])
 # One GoogleTest program; every test case is a test of ctest's. With PURE it uses no socket, thread or
 # device, and has that label (ctest -L pure). With OWN_NETWORK each case runs in a network namespace
-# of its own. Cross-compiled, the whole program is one test, since starting Wine for each case takes
-# too long; it has a network of its own anyway.
+# of its own. Where a program starts slowly, the whole of it is one test: cross-compiled, under Wine,
+# which has a network of its own anyway; with sanitizers, if it needs none.
 add_compile_options(-O0) # what is tested is optimised; the tests build faster
+telvo_builds_slowly()
 if(CMAKE_CROSSCOMPILING)
   add_link_options(-fno-use-linker-plugin -B${CMAKE_CURRENT_LIST_DIR}/lld)
   set(INSTALL_GTEST OFF)
@@ -40,7 +41,7 @@ function(telvo_test name)
       return()
     endif()
   endif()
-  if(CMAKE_CROSSCOMPILING)
+  if(CMAKE_CROSSCOMPILING OR (TELVO_SANITIZE AND NOT arg_OWN_NETWORK))
     add_test(NAME ${name} COMMAND ${name})
     if(arg_PROPERTIES)
       set_tests_properties(${name} PROPERTIES ${arg_PROPERTIES})

@@ -26,9 +26,8 @@ build()
 run_tests()
 {
     case $1 in
-    release) at_once=$((5 * $(nproc))) ;;
     windows) at_once=$(nproc) ;;
-    *) at_once=$((3 * $(nproc))) ;; # the sanitizers' work is more
+    *) at_once=$((5 * $(nproc))) ;;
     esac
     ctest --preset "$1" --parallel "$at_once"
 }
