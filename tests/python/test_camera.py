@@ -165,6 +165,28 @@ def test_a_lost_link_is_an_exception_without_a_callback(device: CameraProcess) -
             camera.exposure
 
 
+def test_what_fails_before_a_lost_link_is_told_fails_for_that(device: CameraProcess) -> None:
+    link = telvo.LinkSettings(heartbeat_timeout=3000, heartbeat_interval=100, answer_timeout=100)
+    with telvo.Camera(device.address, link=link) as camera:
+        device.tell("silent")
+        with pytest.raises(telvo.LinkLostError):
+            while True:
+                camera.read("expIsStateFlashWrite")
+
+
+def test_a_camera_that_answers_again_is_not_lost(device: CameraProcess) -> None:
+    link = telvo.LinkSettings(heartbeat_timeout=60_000, heartbeat_interval=100, answer_timeout=100)
+    with telvo.Camera(device.address, link=link) as camera:
+        device.tell("silent")
+        answers_again = threading.Timer(3, device.tell, ["talk"])
+        answers_again.start()
+        with pytest.raises(telvo.CallError):
+            while answers_again.is_alive():
+                camera.read("expIsStateFlashWrite")
+        answers_again.join()
+        assert camera.width == 320
+
+
 def test_cameras_work_side_by_side_in_threads_of_their_own() -> None:
     devices = [start_camera(), start_camera()]
     counters: dict[str, list[int]] = {}

@@ -6,9 +6,10 @@ import ctypes
 import functools
 import itertools
 import threading
+import time
 import weakref
 from collections.abc import Callable
-from typing import Any
+from typing import Any, NoReturn
 
 from ._functions import FUNCTIONS, Callback, ConnectionSettings
 from ._library import library
@@ -22,6 +23,11 @@ _ATTACHED_TO_RECORDING = 1
 _USER_SETS_PREPARED = -2
 _STOPPED_TO_FLASH = 2
 _FLASH_POLL = 0.5  # seconds
+_VERDICT_POLL = 0.02  # seconds
+# A camera that answers for so long is there. Right after the link is lost, and before that is told,
+# the library says of a camera that it is not idle, as of one that is busy.
+_STEADY = 0.3  # seconds
+_LINK_LOSS_TIME = 0.5  # seconds from the heartbeat's end to the message of the loss
 
 # Functions that the library may still be returning into after it has forgotten the camera.
 _kept_callbacks: list[Any] = []
@@ -61,6 +67,8 @@ class Session:
         # Nobody yet: a camera that is lost while it is connected is not initialised.
         self.on_link_lost: Callable[[], None] | None = None
         self._is_closed = False
+        silence = settings.heartbeatTimeout + settings.heartbeatInterval  # milliseconds
+        self._verdict_time = silence / 1000 + _LINK_LOSS_TIME
         self._loan = Loan(self, 0, (0,))
         self._loan.end()
         self._callback = _link_callback(weakref.ref(self))
@@ -98,12 +106,34 @@ class Session:
         if self.on_link_lost is not None:
             self.on_link_lost()
 
-    def require_link(self, patience: float = 0) -> None:
-        """patience: seconds in which the message of a loss may still come."""
+    def require_link(self) -> None:
         if self._is_closed:
             raise TelvoError("the camera is closed")
-        if self._lost.wait(patience) if patience else self._lost.is_set():
+        if self._lost.is_set():
             raise LinkLostError("the link to the camera is lost")
+
+    def fail(self, error: TelvoError) -> NoReturn:
+        """Raises the error, or LinkLostError if that is why.
+
+        Of a camera that does not answer it may not be known yet: this waits until it is.
+        """
+        end = time.monotonic() + self._verdict_time
+        steady = time.monotonic() + _STEADY
+        while not self._is_closed and time.monotonic() < min(steady, end):
+            idle = self._is_idle()
+            if idle or self._lost.wait(_VERDICT_POLL):
+                break
+            if idle is None:
+                steady = time.monotonic() + _STEADY
+        self.require_link()
+        raise error
+
+    def _is_idle(self) -> bool | None:
+        """None: the camera did not answer."""
+        idle = ctypes.c_uint8()
+        with self._lock:
+            answered = not self._is_closed and self._invoke("expIsStateIdle", idle) == 0
+        return bool(idle.value) if answered else None
 
     def call(self, function: str, *arguments: Any) -> Any:
         """Calls a function of the library; arguments: without the camera's id.
@@ -115,8 +145,7 @@ class Session:
             self.require_link()
             result = invoke(*arguments[:id_at], self._id, *arguments[id_at:])
         if can_fail and result < 0:
-            self.require_link()
-            raise CallError(function, result)
+            self.fail(CallError(function, result))
         return result
 
     def _invoke(self, function: str, *arguments: Any) -> Any:

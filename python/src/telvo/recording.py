@@ -18,7 +18,6 @@ from .frames import Block
 
 _BLOCK_TIME = 60.0  # seconds; a camera that never sends all of a block has its limit here
 _WATCH_INTERVAL = 0.1  # seconds
-_LINK_LOSS_TIME = 0.5  # seconds between a wait that a lost link ends and the message of the loss
 
 
 class Recording:
@@ -102,7 +101,8 @@ def _describe(session: Session) -> tuple[int, int, int]:
     """Width, height and number of sequences."""
     values = [ctypes.c_uint32() for _ in range(4)]
     if session.call("expGetRecordInfoFramePointer", *values) is None:
-        raise TelvoError("the camera does not describe its recording ('telvo log' shows why)")
+        reason = "the camera does not describe its recording ('telvo log' shows why)"
+        session.fail(TelvoError(reason))
     width, height, _, sequences = (value.value for value in values)
     return width, height, sequences
 
@@ -119,7 +119,8 @@ def _use_size(session: Session, width: int, height: int) -> None:
     session.write("expSetWidth", width)
     session.write("expSetHeight", height)
     if (session.read("expGetWidth")[0], session.read("expGetHeight")[0]) != (width, height):
-        raise TelvoError(f"the camera does not take the recording's size, {width}x{height}")
+        reason = f"the camera does not take the recording's size, {width}x{height}"
+        session.fail(TelvoError(reason))
 
 
 class Transfer:
@@ -147,8 +148,8 @@ class Transfer:
         shape = (len(numbers), self.recording.height, self.recording.width)
         loan = self._session.lend(self, shape, self._fetch, numbers, following)
         if loan is None:
-            self._session.require_link(patience=_LINK_LOSS_TIME)
-            raise NoImageError(f"frames {numbers.start} to {numbers[-1]} did not come whole")
+            reason = f"frames {numbers.start} to {numbers[-1]} did not come whole"
+            self._session.fail(NoImageError(reason))
         return loan
 
     def _fetch(self, numbers: range, following: range) -> int | None:

@@ -90,7 +90,7 @@ class Setting(Generic[T]):
         except CallError as error:
             raise SettingError(f"the camera does not tell its {self._name}") from error
         if values[self._position] == _NO_VALUE:
-            raise SettingError(f"the camera has no {self._name}")
+            camera._session.fail(SettingError(f"the camera has no {self._name}"))
         return values
 
     def _advice(self, camera: Camera) -> str:
