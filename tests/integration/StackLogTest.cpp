@@ -24,9 +24,10 @@ class StackLog : public StackHost
   protected:
     using StackHost::StackHost;
 
-    void connect()
+    /// @param heartbeat  ms in which a busy machine has to let the camera answer
+    void connect(std::int64_t heartbeat = 20'000)
     {
-        setInteger(*device.GetGenLink(), "DefaultHeartbeatTimeout", 500);
+        setInteger(*device.GetGenLink(), "DefaultHeartbeatTimeout", heartbeat);
         ASSERT_TRUE(device.Connect(PvString(kIp), PvAccessType::Exclusive).IsOK());
     }
 
@@ -142,7 +143,7 @@ TEST_F(StackLog, TellsWhoKeepsTheCameraFromAHost)
 
 TEST_F(StackLog, TellsWhyTheLinkIsLost)
 {
-    connect();
+    connect(500);
     camera.faults().setSilent(true);
     EXPECT_EQ(viewer.await("link"), "127.0.0.11: the link is lost: the camera has not answered for "
                                     "500 ms -> is it switched on and plugged in?");

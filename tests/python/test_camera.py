@@ -137,7 +137,7 @@ def test_a_camera_that_is_dropped_is_disconnected(device: CameraProcess) -> None
 
 
 def test_a_lost_link_is_told_and_ends_live_pictures(device: CameraProcess) -> None:
-    link = telvo.LinkSettings(heartbeat_timeout=500, heartbeat_interval=100, answer_timeout=200)
+    link = telvo.LinkSettings(heartbeat_timeout=1500, heartbeat_interval=100, answer_timeout=200)
     told: list[telvo.Camera] = []
 
     def close(lost: telvo.Camera) -> None:
@@ -156,7 +156,7 @@ def test_a_lost_link_is_told_and_ends_live_pictures(device: CameraProcess) -> No
 
 
 def test_a_lost_link_is_an_exception_without_a_callback(device: CameraProcess) -> None:
-    link = telvo.LinkSettings(heartbeat_timeout=500, heartbeat_interval=100, answer_timeout=200)
+    link = telvo.LinkSettings(heartbeat_timeout=1500, heartbeat_interval=100, answer_timeout=200)
     with telvo.Camera(device.address, link=link) as camera:
         with pytest.raises(telvo.LinkLostError):
             for frame in camera.live(timeout=60):

@@ -178,7 +178,7 @@ def test_a_recording_that_runs_is_found_at_connecting(device: CameraProcess) -> 
 
 
 def test_a_lost_link_ends_the_wait_for_a_block(device: CameraProcess) -> None:
-    link = telvo.LinkSettings(heartbeat_timeout=500, heartbeat_interval=100, answer_timeout=200)
+    link = telvo.LinkSettings(heartbeat_timeout=1500, heartbeat_interval=100, answer_timeout=200)
     with telvo.Camera(device.address, link=link) as camera:
         camera.frame_rate = 1000
         recording = camera.record(150)
