@@ -290,15 +290,25 @@ class Flood
 
     /// Acknowledges sent so far.
     [[nodiscard]] std::uint32_t sent() const { return mSent; }
+    /// Waits until so many are sent, for as long as the flood lasts.
+    void awaitSent(std::uint32_t count) const
+    {
+        const auto end = std::chrono::steady_clock::now() + kFloodTime;
+        while (mSent < count && std::chrono::steady_clock::now() < end) {
+            std::this_thread::sleep_for(milliseconds(1));
+        }
+    }
 
   private:
+    static constexpr milliseconds kFloodTime{10'000};
+
     void run(const std::stop_token& stop, const FakeCommand& command)
     {
         auto socket = net::UdpSocket::open({.address = {0x7F000264}});
         Bytes ack = command.ack;
         std::ranges::copy(Bytes{0x7F, 0, 2, 0x64}, ack.begin() + 8 + 36);
         ack.at(8 + 12) ^= 0xFF; // no device of these tests
-        const auto end = std::chrono::steady_clock::now() + milliseconds(10'000);
+        const auto end = std::chrono::steady_clock::now() + kFloodTime;
         while (!stop.stop_requested() && std::chrono::steady_clock::now() < end) {
             const std::uint32_t mac = ++mSent;
             ack.at(8 + 13) = static_cast<std::uint8_t>(mac >> 16);
@@ -399,10 +409,11 @@ TEST(FindDevice, FindsTheDeviceInAFloodOfOthers)
     FakeDevice device("127.0.2.12");
     // Late, when any list is full; and more than once, since the system drops what comes while the
     // flood has filled the socket's buffer.
-    device.setScript([](const FakeCommand& command) {
+    device.setScript([&flood](const FakeCommand& command) {
+        flood.awaitSent(1025);
         return std::vector<FakeAnswer>(5, {.datagram = command.ack, .delay = milliseconds(200)});
     });
-    const auto found = findDevice(kSecondMac, {loopback()}, milliseconds(5'000));
+    const auto found = findDevice(kSecondMac, {loopback()}, milliseconds(20'000));
     EXPECT_GT(flood.sent(), 1024U);
     ASSERT_TRUE(found);
     EXPECT_EQ(found->ip(), net::Ipv4Address{0x7F00020C});
