@@ -1,11 +1,13 @@
 /// What a host process uses of the processor per GB of live pictures, 1280x1024 Mono8: packets that
 /// the camera hands to the system joined, and single as from a cable; of 1500 and 9000 bytes; at
 /// 115 and 400 MB/s; through the packet ring, where it is allowed, and through the socket. Beside
-/// each the same figure of an independent program (Debian's aravis-tools), if it is there. The
-/// camera is a process of its own. Needs the loopback addresses for itself:
+/// each the same figure of an independent program (Debian's aravis-tools), if it is there, and of
+/// copying the pictures alone: what this machine takes at least. The camera is a process of its
+/// own. Needs the loopback addresses for itself:
 /// scripts/in-own-network.sh. Arguments: seconds per figure, 5 without; then joined or single, both
 /// without.
 #include "CameraProcess.h"
+#include "CopyAlone.h"
 #include "LiveHost.h"
 #include "PeerProgram.h"
 #include "ProcessUse.h"
@@ -119,6 +121,9 @@ void report(const Way& way)
     std::printf("%s packets of %lld bytes at %llu MB/s\n", nameOf(way.send),
                 static_cast<long long>(way.packetSize),
                 static_cast<unsigned long long>(way.bytesPerSecond / 1'000'000));
+    std::printf("  copying them alone:          %.3f CPU s/GB\n",
+                1e9 * copyAlone(kWidth * kHeight, static_cast<std::size_t>(way.packetSize),
+                                way.bytesPerSecond, way.time));
     for (const bool ring : {true, false}) {
         reportOurs(way, ring);
         if (PeerProgram::isInstalled(kPeer)) {
